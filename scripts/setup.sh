@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Installs the Debian packages Bellavenor builds and runs with (only those
+# still missing), then configures and builds a Release tree in build/.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+
+packages=(
+  # compiler, build and tests
+  g++ cmake ninja-build pkg-config libgtest-dev libgmock-dev libbenchmark-dev
+  # Qt 6: widgets, interface files, translations, image formats, headless platform
+  qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
+  qt6-image-formats-plugins qt6-qpa-plugins qt6-svg-dev fonts-dejavu-core
+  # pixel filters, face detection and its 68-landmark model, date formatting
+  libopencv-core-dev libopencv-imgproc-dev libdlib-dev libdlib-data libicu-dev
+  # desktop checks and scripted runs under a virtual display
+  xvfb xauth xdotool desktop-file-utils appstream
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if ((${#missing[@]})); then
+  sudo=""; [ "$(id -u)" -eq 0 ] || sudo="sudo"
+  echo "Installing ${#missing[@]} Debian packages: ${missing[*]}"
+  $sudo apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+fi
+
+cmake -S "$root" -B "$root/build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+cmake --build "$root/build" --parallel "$(nproc)"

@@ -1,0 +1,237 @@
+#include "AppDelegate.h"
+
+#include "DataFolder.h"
+#include "MainWindow.h"
+#include "WorkingFolder.h"
+#include "ui_MainWindow.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDesktopServices>
+#include <QMessageBox>
+#include <QSignalBlocker>
+#include <QStandardPaths>
+
+AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
+    : QObject(parent)
+    , documentsFolder_(std::move(documentsFolder))
+{
+    showAlert = [this](const Alert& alert) { return presentAlertModally(alert, window_.get()); };
+    endProcess = [](int status) { QCoreApplication::exit(status); };
+}
+
+AppDelegate::~AppDelegate() = default;
+
+QString AppDelegate::defaultDocumentsFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+}
+
+bool AppDelegate::applicationDidFinishLaunching()
+{
+    image_Pick_Color = QImage(":/color-picker-icon.png");
+    s_App_Name = "Bellavenor";
+    labels = LocalisedLabels::load();
+    helpPages = HelpPages::configured(applicationDataFolder());
+    window_ = std::make_unique<MainWindow>();
+    awakeFromNib();
+    setMenuAndToolbarTitles();
+
+    array_Face.clear();
+    array_Eye.clear();
+    array_Mouth.clear();
+    array_Buttons.clear();
+    img_Basic = QImage();
+    u_Table_Index = 0;
+    b_Image_Loaded_OK = false;
+    b_Save_Picture = false;
+    Reset_Toobar_Arrays();
+    for (QPointer<QWidget>* panel : panelsInOrder())
+        *panel = nullptr;
+    state = EditingState{};
+
+    if (!createWorkingFolder())
+        return false;
+
+    window_->setWindowTitle(s_App_Name);
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
+    return true;
+}
+
+void AppDelegate::awakeFromNib()
+{
+    const Ui::MainWindow& ui = window_->ui();
+    connect(window_.get(), &MainWindow::windowWillClose, this, &AppDelegate::Terminate_App);
+    connect(ui.actionOpen, &QAction::triggered, this, &AppDelegate::OnMenuOpen);
+    connect(ui.actionSave, &QAction::triggered, this, &AppDelegate::OnMenuSave);
+    connect(ui.toolbarItemShare, &QAction::triggered, this, &AppDelegate::OnToolbarShare);
+    connect(ui.toolbarItemFace, &QAction::triggered, this, &AppDelegate::OnToolbarFace);
+    connect(ui.toolbarItemEye, &QAction::triggered, this, &AppDelegate::OnToolbarEye);
+    connect(ui.toolbarItemMouth, &QAction::triggered, this, &AppDelegate::OnToolbarMouth);
+    connect(ui.toolbarItemAdvanced, &QAction::triggered, this, &AppDelegate::OnToolbarAdvanced);
+    connect(ui.actionFaceSkinSmooth, &QAction::triggered, this, &AppDelegate::On_Face_Smooth_Skin);
+    connect(ui.actionFaceRemoveWrinkles, &QAction::triggered, this, &AppDelegate::On_Face_Wrinkle_Remover);
+    connect(ui.actionEyesColor, &QAction::triggered, this, &AppDelegate::On_Eye_Color);
+    connect(ui.actionEyesWiden, &QAction::triggered, this, &AppDelegate::On_Eye_Size);
+    connect(ui.actionEyesLid, &QAction::triggered, this, &AppDelegate::On_Eye_Brush);
+    connect(ui.actionMouthLips, &QAction::triggered, this, &AppDelegate::On_Mouth_Lips);
+    connect(ui.actionMouthWhiteTeeth, &QAction::triggered, this, &AppDelegate::On_Mouth_Teeth);
+    connect(ui.menuItemAbout, &QAction::triggered, this, &AppDelegate::showAbout);
+    connect(ui.menuItemQuit, &QAction::triggered, this, &AppDelegate::Terminate_App);
+    connect(ui.menuItemHelp, &QAction::triggered, this, [this] { openUrl(helpPages.userGuide); });
+    connect(ui.menuItemAppHomePage, &QAction::triggered, this, &AppDelegate::OnMenuHelpAppHomePage);
+    connect(ui.menuItemCompanyHomePage, &QAction::triggered, this, &AppDelegate::OnMenuHelpCompanyHomePage);
+    connect(ui.menuItemPrivacyPolicy, &QAction::triggered, this, &AppDelegate::OnMenuHelpPrivacyPolicy);
+    connect(ui.menuItemSubmitTicket, &QAction::triggered, this, &AppDelegate::OnMenuHelpSubmitTicket);
+}
+
+void AppDelegate::setMenuAndToolbarTitles()
+{
+    const Ui::MainWindow& ui = window_->ui();
+    const LocalisedLabels& l = labels;
+    // About and Quit put the label first, Help puts the program's name first.
+    ui.menuItemAbout->setText(QString("%1 %2").arg(l.s_IDD_ABOUT, s_App_Name));
+    ui.menuItemQuit->setText(QString("%1 %2").arg(l.s_IDD_QUIT, s_App_Name));
+    ui.menuItemHelp->setText(QString("%1 %2").arg(s_App_Name, l.s_IDD_HELP));
+    ui.menuItemAppHomePage->setText(l.s_IDD_APP_HOME_PAGE);
+    ui.menuItemCompanyHomePage->setText(l.s_IDD_COMPANY_PAGE);
+    ui.menuItemPrivacyPolicy->setText(l.s_IDD_PRIVACY_POLICY);
+    ui.menuItemSubmitTicket->setText(l.s_IDD_SUBMIT_TICKET);
+    ui.menuItemFace->setTitle(l.s_IDD_FACE);
+    ui.menuItemEye->setTitle(l.s_IDD_EYE);
+    ui.menuItemMouth->setTitle(l.s_IDD_MOUTH);
+    ui.actionFaceSkinSmooth->setText(l.s_IDD_SMOOTH_SKIN);
+    ui.actionFaceRemoveWrinkles->setText(l.s_IDD_WRINKLE_REMOVER);
+    ui.actionEyesColor->setText(l.s_IDD_COLOR_EYES);
+    ui.actionEyesWiden->setText(l.s_IDD_WIDEN_EYES);
+    ui.actionEyesLid->setText(l.s_IDD_EYELID);
+    ui.actionMouthLips->setText(l.s_IDD_LIPS);
+    ui.actionMouthWhiteTeeth->setText(l.s_IDD_WHITE_TEETH);
+    // Open and Save are one action each, shown in the menu and the toolbar.
+    ui.actionOpen->setText(l.s_IDD_OPEN);
+    ui.actionSave->setText(l.s_IDD_SAVE);
+    ui.toolbarItemFace->setText(l.s_IDD_FACE);
+    ui.toolbarItemEye->setText(l.s_IDD_EYE);
+    ui.toolbarItemMouth->setText(l.s_IDD_MOUTH);
+    ui.toolbarItemAdvanced->setText(l.s_IDD_ADVANCED);
+    ui.toolbarItemShare->setText(l.s_IDD_SHARE);
+}
+
+bool AppDelegate::createWorkingFolder()
+{
+    s_Output_Folder = workingFolderPath(documentsFolder_);
+    if (ensureWorkingFolder(s_Output_Folder))
+        return true;
+    showAlert({"Error", "Error #0008. Application will exit.", {"Close"}});
+    return false;
+}
+
+std::array<QPointer<QWidget>*, 9> AppDelegate::panelsInOrder()
+{
+    return {&window_Face_Skin_Smooth, &window_Eyes_Color, &window_Lips_Color,
+            &window_Whiten_Teeth,     &window_Widen_Eyes, &window_Remove_Wrinkles,
+            &window_Eye_Shadow,       &window_Cheek,      &window_Eyes_Darken};
+}
+
+void AppDelegate::Terminate_App()
+{
+    for (QPointer<QWidget>* panel : panelsInOrder()) {
+        if (*panel) {
+            (*panel)->close();
+            *panel = nullptr;
+        }
+    }
+    endProcess(0);
+}
+
+void AppDelegate::Reset_Variables()
+{
+    state.Reset_Variables();
+    for (QPointer<QWidget>* panel : panelsInOrder()) {
+        if (!*panel)
+            continue;
+        // Every panel names its Apply box "checkApply". Unticking it here is
+        // not a user action, so the panel's own handler does not run.
+        if (auto* apply = (*panel)->findChild<QCheckBox*>("checkApply")) {
+            const QSignalBlocker quiet(apply);
+            apply->setChecked(false);
+        }
+    }
+}
+
+QTableWidget* AppDelegate::tableActions() const
+{
+    return window_ ? window_->ui().tableActions : nullptr;
+}
+
+QWidget* AppDelegate::viewPreview() const
+{
+    return window_ ? window_->ui().viewPreview : nullptr;
+}
+
+void AppDelegate::showAbout()
+{
+    QMessageBox::about(window_.get(), QString("%1 %2").arg(labels.s_IDD_ABOUT, s_App_Name),
+                       QString("<b>%1</b> %2<br>Portrait retouching for Linux.")
+                           .arg(s_App_Name, QCoreApplication::applicationVersion()));
+}
+
+void AppDelegate::openUrl(const QUrl& url)
+{
+    QDesktopServices::openUrl(url);
+}
+
+void AppDelegate::selectCategory(std::uint64_t index, const QString& header)
+{
+    u_Table_Index = index;
+    if (QTableWidget* table = tableActions())
+        table->horizontalHeaderItem(0)->setText(header);
+}
+
+void AppDelegate::OnToolbarFace()
+{
+    Reset_Toobar_Arrays();
+    selectCategory(0, "Face");
+}
+
+void AppDelegate::OnToolbarEye()
+{
+    Reset_Toobar_Arrays();
+    selectCategory(1, "Eye");
+}
+
+void AppDelegate::OnToolbarMouth()
+{
+    Reset_Toobar_Arrays();
+    selectCategory(2, "Mouth");
+}
+
+void AppDelegate::OnToolbarAdvanced()
+{
+    selectCategory(3, "Advanced");
+}
+
+void AppDelegate::OnMenuOpen() { OnToolbarOpen(); }
+void AppDelegate::OnMenuSave() { OnToolbarSave(); }
+void AppDelegate::OnMenuHelpAppHomePage() { openUrl(helpPages.appHomePage); }
+void AppDelegate::OnMenuHelpCompanyHomePage() { openUrl(helpPages.companyPage); }
+void AppDelegate::OnMenuHelpPrivacyPolicy() { openUrl(helpPages.privacyPolicy); }
+void AppDelegate::OnMenuHelpSubmitTicket() { openUrl(helpPages.submitTicket); }
+
+// Entry points whose work arrives with the photo, the panels and saving.
+void AppDelegate::OnToolbarOpen() {}
+void AppDelegate::OnToolbarSave() {}
+void AppDelegate::OnToolbarShare() {}
+void AppDelegate::On_Face_Smooth_Skin() {}
+void AppDelegate::On_Face_Wrinkle_Remover() {}
+void AppDelegate::On_Face_Cheek() {}
+void AppDelegate::On_Eye_Color() {}
+void AppDelegate::On_Eye_Size() {}
+void AppDelegate::On_Eye_Brush() {}
+void AppDelegate::On_Eyes_Darken() {}
+void AppDelegate::On_Mouth_Lips() {}
+void AppDelegate::On_Mouth_Teeth() {}
+void AppDelegate::On_Advanced_Effects() {}
+void AppDelegate::Reset_Toobar_Arrays() {}

@@ -1,0 +1,132 @@
+#pragma once
+
+#include "Alert.h"
+#include "EditingState.h"
+#include "HelpPages.h"
+#include "LocalisedLabels.h"
+
+#include <QImage>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+class MainWindow;
+class QPushButton;
+class QTableWidget;
+class QWidget;
+
+// The application's controller: owns the editing state, the run-time flags,
+// the labels, the main window and the effect panels for the life of the
+// process, and answers the window's actions.
+class AppDelegate : public QObject {
+    Q_OBJECT
+
+public:
+    // `documentsFolder` is where the working folder goes: the user's
+    // Documents folder unless a test says otherwise.
+    explicit AppDelegate(QString documentsFolder = defaultDocumentsFolder(), QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    static QString defaultDocumentsFolder();
+
+    // Start-up: labels, titles, defaults, the working folder, then the main
+    // window on screen. False when the program must end because the working
+    // folder could not be created (the alert has been shown by then).
+    bool applicationDidFinishLaunching();
+
+    // Closes the open panels in their fixed order and ends the process with
+    // status 0. Nothing is saved.
+    void Terminate_App();
+
+    // Switches every effect off and unticks the Apply box of every open panel;
+    // settings stay. Called when a new photo has been accepted.
+    void Reset_Variables();
+
+    MainWindow* window() const { return window_.get(); }
+    QTableWidget* tableActions() const;
+    QWidget* viewPreview() const;
+
+    // How alerts are shown and how the process ends; tests replace both.
+    AlertPresenter showAlert;
+    std::function<void(int status)> endProcess;
+
+    // Fixed at start.
+    QImage image_Pick_Color;
+    QString s_App_Name;
+    LocalisedLabels labels;
+    HelpPages helpPages;
+
+    EditingState state;
+
+    // Run-time flags.
+    bool b_Image_Loaded_OK = false;
+    bool b_Save_Picture = false;
+    std::uint64_t u_Table_Index = 0; // 0 Face, 1 Eye, 2 Mouth, 3 Advanced
+    QString s_Output_Folder;
+    QString s_Saved_Take_Picture;
+    QImage img_Basic;
+
+    // Rows of the action table per category, and the row buttons made so far.
+    QStringList array_Face;
+    QStringList array_Eye;
+    QStringList array_Mouth;
+    QList<QPointer<QPushButton>> array_Buttons;
+
+    // The effect panels; empty until first opened, dropped when closed.
+    QPointer<QWidget> window_Face_Skin_Smooth;
+    QPointer<QWidget> window_Remove_Wrinkles;
+    QPointer<QWidget> window_Eyes_Color;
+    QPointer<QWidget> window_Widen_Eyes;
+    QPointer<QWidget> window_Eye_Shadow;
+    QPointer<QWidget> window_Eyes_Darken;
+    QPointer<QWidget> window_Cheek;
+    QPointer<QWidget> window_Lips_Color;
+    QPointer<QWidget> window_Whiten_Teeth;
+
+public slots:
+    void OnToolbarOpen();
+    void OnToolbarSave();
+    void OnToolbarShare();
+    void OnToolbarFace();
+    void OnToolbarEye();
+    void OnToolbarMouth();
+    void OnToolbarAdvanced();
+
+    void OnMenuOpen();
+    void OnMenuSave();
+    void OnMenuHelpAppHomePage();
+    void OnMenuHelpCompanyHomePage();
+    void OnMenuHelpPrivacyPolicy();
+    void OnMenuHelpSubmitTicket();
+
+    void On_Face_Smooth_Skin();
+    void On_Face_Wrinkle_Remover();
+    void On_Face_Cheek();
+    void On_Eye_Color();
+    void On_Eye_Size();
+    void On_Eye_Brush();
+    void On_Eyes_Darken();
+    void On_Mouth_Lips();
+    void On_Mouth_Teeth();
+    void On_Advanced_Effects();
+
+    void Reset_Toobar_Arrays();
+
+private:
+    // The panels in the order they are closed and reset.
+    std::array<QPointer<QWidget>*, 9> panelsInOrder();
+    void awakeFromNib();
+    void setMenuAndToolbarTitles();
+    bool createWorkingFolder();
+    void showAbout();
+    void selectCategory(std::uint64_t index, const QString& header);
+    void openUrl(const QUrl& url);
+
+    QString documentsFolder_;
+    std::unique_ptr<MainWindow> window_;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include <memory>
+
+namespace Ui {
+class MainWindow;
+}
+
+// The main window of MainWindow.ui: toolbar, menus, the action table and the
+// preview area. It holds no state of its own; AppDelegate sets its texts and
+// answers its actions.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    const Ui::MainWindow& ui() const { return *ui_; }
+
+signals:
+    void windowWillClose();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    std::unique_ptr<Ui::MainWindow> ui_;
+};

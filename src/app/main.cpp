@@ -1,0 +1,19 @@
+#include "AppDelegate.h"
+#include "LocalisedLabels.h"
+
+#include <QApplication>
+#include <QIcon>
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("Bellavenor");
+    QApplication::setApplicationVersion(BELLAVENOR_VERSION);
+    QApplication::setWindowIcon(QIcon(":/icons/bellavenor.svg"));
+    LocalisedLabels::installTranslator(&application);
+
+    AppDelegate delegate;
+    if (!delegate.applicationDidFinishLaunching())
+        return 0;
+    return QApplication::exec();
+}

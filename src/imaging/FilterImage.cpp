@@ -1,0 +1,25 @@
+#include "FilterImage.h"
+
+#include "Picture.h"
+
+FilterImage FilterImage::fromPicture(const QImage& picture)
+{
+    const QImage image = toPicture(picture);
+    return {image, image.isNull() ? QRect() : image.rect()};
+}
+
+FilterImage FilterImage::croppedTo(const QRect& rect) const
+{
+    const QRect kept = extent.intersected(rect);
+    if (kept.isEmpty())
+        return {};
+    return {image.copy(kept.translated(-extent.topLeft())), kept};
+}
+
+QImage imageFromCIImage(const FilterImage& filterImage)
+{
+    if (filterImage.extent.isEmpty())
+        return {};
+    Q_ASSERT(filterImage.image.size() == filterImage.extent.size());
+    return toPicture(filterImage.image);
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QPointF>
+#include <QtGui/qrgbafloat.h>
+
+#include <cstdint>
+
+// A colour as four components in 0..1, kept exactly as set: orange is
+// (1, 0.5, 0, 1), not an 8- or 16-bit approximation of it.
+using RgbaColor = QRgbaFloat32;
+
+// What the user has set in the effect panels. The panels write it, the
+// compositor reads it on every redraw; nothing here redraws or validates.
+struct EditingState {
+    // Effect switches: an effect is drawn only while its switch is on. All go
+    // off whenever a new photo is accepted.
+    bool b_Face_Skin_Smooth = false;
+    bool b_Remove_Wrinkles = false;
+    bool b_Color_Eyes = false;
+    bool b_Widen_Eyes = false;
+    bool b_Eye_Eyeshadow = false;
+    bool b_Eyes_Darken = false;
+    bool b_Apply_Cheeks = false;
+    bool b_Color_Lips = false;
+    bool b_Whiten_Teeth = false;
+
+    // Effect settings: they carry over from one photo to the next.
+    std::uint64_t u_Face_Skin_Smooth_Level = 10;
+    std::uint64_t u_Face_Skin_Smooth_Radius = 10;
+    std::uint64_t u_Remove_Wrinkles_Level = 4;
+    std::uint64_t u_Widen_Eyes_Level = 0;
+    RgbaColor color_Color_Eyes{0, 0, 1, 1};
+    float f_Color_Eyes_Transparency = 0.2f;
+    RgbaColor color_Color_Lips{0, 0, 1, 1};
+    float f_Color_Lips_Transparency = 0.2f;
+    RgbaColor color_Eyeshadow{0, 0, 1, 1};
+    float f_Color_Eyeshadow_Transparency = 0.2f;
+    float f_Eyeshadow_Blur_Level = 7.0f;
+    // Starts at 0, so switching the effect on changes nothing until the
+    // slider moves.
+    float f_Darken_Eyes_Transparency = 0.0f;
+    float f_Darken_Eyes_Line_Width = 1.0f;
+    float f_Darken_Eyes_Blur_Level = 1.0f;
+    RgbaColor color_Color_Cheeks_1{1, 0.5f, 0, 1};       // orange
+    RgbaColor color_Color_Cheeks_1_Right{1, 0.5f, 0, 1}; // orange
+    RgbaColor color_Color_Cheeks_2{1, 0, 1, 1};          // magenta
+    float f_Color_Cheeks_Transparency = 0.8f;
+    float f_Cheeks_Blur_Level_Left = 4.0f;
+    float f_Cheeks_Blur_Level_Right = 4.0f;
+    // Blush centres in percent of each cheek's paint area, y from its top;
+    // deliberately asymmetric starting positions.
+    QPointF pt_MakeUp_Center_Left{20, 20};
+    QPointF pt_MakeUp_Center_Right{80, 20};
+
+    // Interaction modes: what the mouse in the preview means.
+    bool b_Activated_Cheeks_Reposition = false;
+    bool b_Activated_Darken_Eyes_Reposition = false;
+    bool b_Cheeks_Picking_Color = false;
+    std::int32_t i_Picking_Color_Index = 0; // 1 outer left, 2 make-up, 3 outer right
+
+    // Switches every effect off, in the fixed order skin smoothing, eye
+    // colour, lips colour, whiten teeth, widen eyes, remove wrinkles, eye
+    // shadow, cheeks, under-eye. Settings and interaction modes stay.
+    void Reset_Variables();
+
+    bool operator==(const EditingState&) const = default;
+};

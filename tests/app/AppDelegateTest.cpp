@@ -1,0 +1,219 @@
+#include "AppDelegate.h"
+#include "MainWindow.h"
+#include "ui_MainWindow.h"
+
+#include <QCheckBox>
+#include <QFile>
+#include <QMenuBar>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QToolBar>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class AppDelegateTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        static bool installed = false;
+        if (!installed)
+            LocalisedLabels::installTranslator(qApp);
+        installed = true;
+    }
+
+    // A delegate whose alerts and process end are recorded instead of shown.
+    std::unique_ptr<AppDelegate> makeDelegate(const QString& documents)
+    {
+        auto delegate = std::make_unique<AppDelegate>(documents);
+        delegate->showAlert = [this](const Alert& alert) {
+            alerts.push_back(alert);
+            return 0;
+        };
+        delegate->endProcess = [this](int status) { exitStatuses.push_back(status); };
+        return delegate;
+    }
+
+    std::unique_ptr<AppDelegate> startedDelegate()
+    {
+        auto delegate = makeDelegate(documents.path());
+        EXPECT_TRUE(delegate->applicationDidFinishLaunching());
+        return delegate;
+    }
+
+    QTemporaryDir documents;
+    std::vector<Alert> alerts;
+    std::vector<int> exitStatuses;
+};
+
+QStringList visibleTexts(const MainWindow& window)
+{
+    QStringList texts{window.windowTitle()};
+    for (const QAction* action : window.findChildren<QAction*>())
+        texts << action->text();
+    for (const QMenu* menu : window.findChildren<QMenu*>())
+        texts << menu->title();
+    return texts;
+}
+
+} // namespace
+
+TEST_F(AppDelegateTest, StartUpShowsTheWindowFullyLabelled)
+{
+    const auto delegate = startedDelegate();
+    const MainWindow& window = *delegate->window();
+
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.windowTitle(), "Bellavenor");
+    for (const QString& text : visibleTexts(window))
+        EXPECT_FALSE(text.contains("IDD_")) << text.toStdString();
+    EXPECT_EQ(window.ui().toolbarItemShare->text(), delegate->labels.s_IDD_SHARE);
+    EXPECT_EQ(window.ui().actionOpen->shortcut(), QKeySequence(QKeySequence::Open));
+    EXPECT_EQ(window.ui().actionSave->shortcut(), QKeySequence(QKeySequence::Save));
+    EXPECT_EQ(window.ui().menuItemQuit->shortcut(), QKeySequence(QKeySequence::Quit));
+    EXPECT_TRUE(alerts.empty());
+}
+
+TEST_F(AppDelegateTest, AboutAndQuitPutTheLabelFirstHelpPutsTheNameFirst)
+{
+    const auto delegate = startedDelegate();
+    const Ui::MainWindow& ui = delegate->window()->ui();
+
+    EXPECT_EQ(ui.menuItemAbout->text(), "About Bellavenor");
+    EXPECT_EQ(ui.menuItemQuit->text(), "Quit Bellavenor");
+    EXPECT_EQ(ui.menuItemHelp->text(), "Bellavenor Help");
+}
+
+TEST_F(AppDelegateTest, StartsInTheFaceCategoryWithDefaults)
+{
+    const auto delegate = startedDelegate();
+
+    EXPECT_EQ(delegate->u_Table_Index, 0u);
+    EXPECT_TRUE(delegate->window()->ui().toolbarItemFace->isChecked());
+    EXPECT_EQ(delegate->tableActions()->horizontalHeaderItem(0)->text(), "Face");
+    EXPECT_EQ(delegate->tableActions()->horizontalHeaderItem(0)->whatsThis(), "key1");
+    EXPECT_TRUE(delegate->state == EditingState{});
+    EXPECT_FALSE(delegate->b_Image_Loaded_OK);
+    EXPECT_FALSE(delegate->b_Save_Picture);
+    EXPECT_FALSE(delegate->image_Pick_Color.isNull()) << "the colour-picker cursor ships as a resource";
+}
+
+TEST_F(AppDelegateTest, AdvancedCategoryHeadsTheTableWithAFixedEnglishTitle)
+{
+    const auto delegate = startedDelegate();
+
+    delegate->window()->ui().toolbarItemAdvanced->trigger();
+
+    EXPECT_EQ(delegate->u_Table_Index, 3u);
+    EXPECT_EQ(delegate->tableActions()->horizontalHeaderItem(0)->text(), "Advanced");
+    EXPECT_FALSE(delegate->window()->ui().toolbarItemFace->isChecked());
+}
+
+TEST_F(AppDelegateTest, WindowNeverShrinksBelow800By500)
+{
+    const auto delegate = startedDelegate();
+    MainWindow& window = *delegate->window();
+
+    window.resize(600, 400);
+    EXPECT_EQ(window.size(), QSize(800, 500));
+    window.resize(1024, 400);
+    EXPECT_EQ(window.size(), QSize(1024, 500));
+    window.resize(1300, 900);
+    EXPECT_EQ(window.size(), QSize(1300, 900));
+}
+
+TEST_F(AppDelegateTest, CreatesTheWorkingFolderInDocuments)
+{
+    const auto delegate = startedDelegate();
+
+    EXPECT_EQ(delegate->s_Output_Folder, documents.filePath("Bellavenro"));
+    EXPECT_TRUE(QFileInfo(delegate->s_Output_Folder).isDir());
+}
+
+TEST_F(AppDelegateTest, PlainFileWhereTheWorkingFolderGoesIsUsedWithoutAlert)
+{
+    QFile file(documents.filePath("Bellavenro"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+
+    const auto delegate = startedDelegate();
+
+    EXPECT_TRUE(alerts.empty());
+    EXPECT_TRUE(QFileInfo(file.fileName()).isFile());
+}
+
+TEST_F(AppDelegateTest, WorkingFolderThatCannotBeMadeEndsStartUpAfterTheAlert)
+{
+    QFile blocker(documents.filePath("NotAFolder"));
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    const auto delegate = makeDelegate(blocker.fileName()); // Documents is a plain file
+
+    EXPECT_FALSE(delegate->applicationDidFinishLaunching());
+
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(alerts[0].message, "Error");
+    EXPECT_EQ(alerts[0].informativeText, "Error #0008. Application will exit.");
+    EXPECT_EQ(alerts[0].buttons, QStringList{"Close"});
+    EXPECT_FALSE(delegate->window()->isVisible());
+}
+
+TEST_F(AppDelegateTest, ClosingTheMainWindowEndsWithStatusZero)
+{
+    const auto delegate = startedDelegate();
+
+    delegate->window()->close();
+
+    EXPECT_EQ(exitStatuses, std::vector<int>{0});
+}
+
+TEST_F(AppDelegateTest, TerminateClosesOpenPanelsInTheirFixedOrder)
+{
+    const auto delegate = startedDelegate();
+    QStringList closed;
+    auto makePanel = [&](QPointer<QWidget>& field, const QString& name) {
+        auto* panel = new QWidget(nullptr, Qt::Tool);
+        panel->setAttribute(Qt::WA_DeleteOnClose);
+        panel->setObjectName(name);
+        QObject::connect(panel, &QObject::destroyed, [&closed, name] { closed << name; });
+        panel->show();
+        field = panel;
+    };
+    // Made in another order than they must close in; two panels stay unopened.
+    makePanel(delegate->window_Eyes_Darken, "under-eye");
+    makePanel(delegate->window_Cheek, "cheeks");
+    makePanel(delegate->window_Whiten_Teeth, "teeth");
+    makePanel(delegate->window_Face_Skin_Smooth, "skin");
+    makePanel(delegate->window_Remove_Wrinkles, "wrinkles");
+    makePanel(delegate->window_Eyes_Color, "eye colour");
+    makePanel(delegate->window_Widen_Eyes, "widen");
+
+    delegate->Terminate_App();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    EXPECT_EQ(closed, (QStringList{"skin", "eye colour", "teeth", "widen", "wrinkles", "cheeks", "under-eye"}));
+    EXPECT_EQ(exitStatuses, std::vector<int>{0});
+    EXPECT_TRUE(delegate->window_Cheek.isNull());
+}
+
+TEST_F(AppDelegateTest, NewPhotoResetUnticksOpenPanelsWithoutRunningTheirActions)
+{
+    const auto delegate = startedDelegate();
+    QWidget panel;
+    auto* apply = new QCheckBox(&panel);
+    apply->setObjectName("checkApply");
+    apply->setChecked(true);
+    int actionsRun = 0;
+    QObject::connect(apply, &QCheckBox::toggled, [&] { ++actionsRun; });
+    delegate->window_Lips_Color = &panel;
+    delegate->state.b_Color_Lips = true;
+    delegate->state.f_Color_Lips_Transparency = 0.55f;
+
+    delegate->Reset_Variables();
+
+    EXPECT_FALSE(apply->isChecked());
+    EXPECT_EQ(actionsRun, 0);
+    EXPECT_FALSE(delegate->state.b_Color_Lips);
+    EXPECT_EQ(delegate->state.f_Color_Lips_Transparency, 0.55f);
+}

@@ -1,0 +1,114 @@
+#include "Picture.h"
+
+#include <QPainter>
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+std::array<uchar, 4> bytesAt(const QImage& picture, int x, int y)
+{
+    const uchar* p = picture.constScanLine(y) + 4 * x;
+    return {p[0], p[1], p[2], p[3]};
+}
+
+QImage randomOpaqueImage(QSize size)
+{
+    QImage image(size, QImage::Format_ARGB32);
+    std::mt19937 random(42);
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x)
+            image.setPixel(x, y, random() | 0xff000000u);
+    return image;
+}
+
+} // namespace
+
+TEST(PictureLayout, BytesAreRgbaPremultipliedWithoutRowPadding)
+{
+    QImage image(3, 1, QImage::Format_ARGB32);
+    image.setPixelColor(0, 0, QColor(255, 0, 0, 128)); // half-transparent red
+    image.setPixelColor(1, 0, QColor(0, 0, 0, 0));
+    image.setPixelColor(2, 0, QColor(10, 20, 30, 255));
+
+    const QImage picture = toPicture(image);
+
+    EXPECT_EQ(picture.format(), QImage::Format_RGBA8888_Premultiplied);
+    EXPECT_EQ(picture.bytesPerLine(), 3 * 4);
+    EXPECT_EQ(bytesAt(picture, 0, 0), (std::array<uchar, 4>{128, 0, 0, 128}));
+    EXPECT_EQ(bytesAt(picture, 1, 0), (std::array<uchar, 4>{0, 0, 0, 0}));
+    EXPECT_EQ(bytesAt(picture, 2, 0), (std::array<uchar, 4>{10, 20, 30, 255}));
+}
+
+TEST(PictureLayout, RoundTripsKeepSizeAndPixels)
+{
+    const QImage photo = randomOpaqueImage({640, 480});
+
+    const QImage picture = toPicture(photo);
+    const QImage back = picture.convertToFormat(QImage::Format_ARGB32);
+
+    EXPECT_EQ(picture.size(), QSize(640, 480));
+    EXPECT_EQ(back, photo);
+    EXPECT_EQ(toPicture(picture).constBits(), picture.constBits()) << "already a picture: no copy";
+    EXPECT_TRUE(toPicture(QImage()).isNull());
+}
+
+TEST(PictureLayout, NewPictureIsTransparentZeroBytes)
+{
+    const QImage picture = makePicture({5, 4});
+    ASSERT_EQ(picture.size(), QSize(5, 4));
+    for (qsizetype i = 0; i < picture.sizeInBytes(); ++i)
+        ASSERT_EQ(picture.constBits()[i], 0);
+}
+
+TEST(Stretch, FillsExactSizeWithoutKeepingAspectOrFlipping)
+{
+    // Top half red, bottom half blue, so a vertical flip would show.
+    QImage source(100, 50, QImage::Format_ARGB32);
+    source.fill(Qt::blue);
+    QPainter(&source).fillRect(0, 0, 100, 25, Qt::red);
+
+    const QImage stretched = Stretch_Image(source, QSizeF(30, 90));
+
+    ASSERT_EQ(stretched.size(), QSize(30, 90));
+    EXPECT_EQ(stretched.format(), kPictureFormat);
+    EXPECT_EQ(stretched.pixelColor(15, 5), QColor(Qt::red));
+    EXPECT_EQ(stretched.pixelColor(15, 84), QColor(Qt::blue));
+    EXPECT_EQ(stretched.pixelColor(0, 44).red(), stretched.pixelColor(29, 44).red()) << "both edges squeezed in alike";
+}
+
+TEST(Stretch, SizeWithoutAreaGivesNoPicture)
+{
+    const QImage source = makePicture({10, 10});
+    EXPECT_TRUE(Stretch_Image(source, QSizeF(0, 10)).isNull());
+    EXPECT_TRUE(Stretch_Image(source, QSizeF(-20, 10)).isNull());
+    EXPECT_TRUE(Stretch_Image(QImage(), QSizeF(10, 10)).isNull());
+}
+
+TEST(Stretch, WidthByPercentageRoundsUpAndKeepsHeight)
+{
+    const QImage source = makePicture({101, 40});
+    EXPECT_EQ(Scale_Image_Width_By_Percentage(source, 50).size(), QSize(51, 40));
+    EXPECT_EQ(Scale_Image_Width_By_Percentage(source, 100).size(), QSize(101, 40));
+    EXPECT_EQ(Scale_Image_Width_By_Percentage(source, 200).size(), QSize(202, 40));
+}
+
+TEST(PixelLoop, VisitsEveryPixelOnceInByteOrderAndLeavesInputAlone)
+{
+    QImage image(3, 2, QImage::Format_ARGB32);
+    image.fill(QColor(1, 2, 3, 255));
+    std::vector<qsizetype> offsets;
+
+    const QImage result = runPixelLoop(image, [&](uchar* px, qsizetype k) {
+        offsets.push_back(k);
+        EXPECT_EQ(px[0], 1); // R first
+        EXPECT_EQ(px[2], 3); // then G, B
+        px[1] = 200;
+    });
+
+    EXPECT_EQ(offsets, (std::vector<qsizetype>{0, 4, 8, 12, 16, 20}));
+    EXPECT_EQ(bytesAt(result, 2, 1), (std::array<uchar, 4>{1, 200, 3, 255}));
+    EXPECT_EQ(image.pixelColor(2, 1), QColor(1, 2, 3, 255));
+}
