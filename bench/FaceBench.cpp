@@ -1,0 +1,104 @@
+#include "BenchPictures.h"
+#include "DLibWrapper.h"
+#include "FaceRegions.h"
+#include "PhotoDecoder.h"
+
+#include <QImageWriter>
+#include <QTemporaryDir>
+
+// The baseline is dlib's own detector on its own image type, so this
+// benchmark includes dlib beside the wrapper it measures.
+#include <dlib/image_processing.h>
+#include <dlib/image_processing/frontal_face_detector.h>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+struct Fixture {
+    QTemporaryDir folder;
+    QString jpegPath;
+    QImage photo;
+    FaceLandmarks landmarks;
+
+    Fixture()
+    {
+        photo = portrait12Megapixels();
+        jpegPath = folder.filePath("portrait-12mp.jpg");
+        QImageWriter writer(jpegPath, "jpeg");
+        writer.setQuality(92);
+        writer.write(photo);
+        landmarks = DLibWrapper::Detect_Facial_Points(photo).landmarks; // also loads the model
+    }
+};
+
+Fixture& fixture()
+{
+    static Fixture shared;
+    return shared;
+}
+
+dlib::array2d<dlib::rgb_pixel> toDlibImage(const QImage& photo)
+{
+    const QImage rgb = photo.convertToFormat(QImage::Format_RGB888);
+    dlib::array2d<dlib::rgb_pixel> image(rgb.height(), rgb.width());
+    for (int y = 0; y < rgb.height(); ++y) {
+        const uchar* line = rgb.constScanLine(y);
+        for (int x = 0; x < rgb.width(); ++x)
+            image[y][x] = dlib::rgb_pixel(line[3 * x], line[3 * x + 1], line[3 * x + 2]);
+    }
+    return image;
+}
+
+void BM_Decode12MP(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(decodePhoto(fixture().jpegPath));
+}
+BENCHMARK(BM_Decode12MP)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// dlib alone: its HOG detector on its own image of the same pixels.
+void BM_DlibOwnDetection12MP(benchmark::State& state)
+{
+    const dlib::array2d<dlib::rgb_pixel> image = toDlibImage(fixture().photo);
+    dlib::frontal_face_detector detector = dlib::get_frontal_face_detector();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(detector(image, 0.0));
+}
+BENCHMARK(BM_DlibOwnDetection12MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
+
+void BM_DlibOwnLandmarks12MP(benchmark::State& state)
+{
+    const dlib::array2d<dlib::rgb_pixel> image = toDlibImage(fixture().photo);
+    dlib::frontal_face_detector detector = dlib::get_frontal_face_detector();
+    const dlib::rectangle face = detector(image, 0.0).at(0);
+    dlib::shape_predictor predictor;
+    dlib::deserialize(QFile::encodeName(DLibWrapper::modelPath()).toStdString()) >> predictor;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(predictor(image, face));
+}
+BENCHMARK(BM_DlibOwnLandmarks12MP)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void BM_DetectFacialPoints12MP(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(DLibWrapper::Detect_Facial_Points(fixture().photo));
+}
+BENCHMARK(BM_DetectFacialPoints12MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
+
+void BM_DecodeDetectLandmarks12MP(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(DLibWrapper::Detect_Facial_Points(decodePhoto(fixture().jpegPath).img_Basic));
+}
+BENCHMARK(BM_DecodeDetectLandmarks12MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
+
+void BM_RegionGeometry(benchmark::State& state)
+{
+    const FaceLandmarks& landmarks = fixture().landmarks;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(FaceRegions::build(landmarks, QSizeF(k12Megapixels)));
+}
+BENCHMARK(BM_RegionGeometry)->Unit(benchmark::kMicrosecond);
+
+} // namespace

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringList>
+
+// Exit statuses of bellavenor-cli.
+enum CliStatus : int {
+    kCliOk = 0,
+    kCliNoFace = 1,
+    kCliSeveralFaces = 2,
+    kCliUnreadable = 3,
+    kCliUsage = 64,
+};
+
+// bellavenor-cli analyse PHOTO: the face analysis of one photo as JSON on
+// stdout; a one-line message on stderr when there is none.
+int runAnalyse(const QStringList& arguments);

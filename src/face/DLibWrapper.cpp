@@ -1,0 +1,112 @@
+#include "DLibWrapper.h"
+
+#include "DataFolder.h"
+
+#include <QFileInfo>
+#include <QtDebug>
+
+#include <dlib/image_processing.h>
+#include <dlib/image_processing/frontal_face_detector.h>
+#include <dlib/opencv/cv_image.h>
+
+#include <opencv2/core.hpp>
+
+#include <optional>
+
+namespace {
+
+const char* const kModelFileName = "shape_predictor_68_face_landmarks.dat";
+
+struct LandmarkModel {
+    dlib::frontal_face_detector detector = dlib::get_frontal_face_detector();
+    dlib::shape_predictor predictor;
+};
+
+// Loading the model takes about a second, so it is loaded once per process
+// and reused; a failed load is tried again on the next call.
+LandmarkModel* loadedModel(QString& error)
+{
+    static std::optional<LandmarkModel> model;
+    if (model)
+        return &*model;
+    const QString path = DLibWrapper::modelPath();
+    if (path.isEmpty()) {
+        error = QString("The face landmark model \"%1\" is missing; install the Debian package libdlib-data.")
+                    .arg(kModelFileName);
+        return nullptr;
+    }
+    try {
+        LandmarkModel fresh;
+        dlib::deserialize(QFile::encodeName(path).toStdString()) >> fresh.predictor;
+        model = std::move(fresh);
+        return &*model;
+    } catch (const std::exception& failure) {
+        error = QString("The face landmark model \"%1\" could not be loaded: %2").arg(path, failure.what());
+        return nullptr;
+    }
+}
+
+FaceLandmarks toLandmarks(const dlib::full_object_detection& shape)
+{
+    FaceLandmarks points;
+    points.reserve(int(shape.num_parts()));
+    for (unsigned long i = 0; i < shape.num_parts(); ++i) {
+        const dlib::point& part = shape.part(i);
+        points.append(QPointF(double(part.x()), double(part.y())));
+        qInfo("Point %d => x=%d ; y=%d", int(i), int(part.x()), int(part.y()));
+    }
+    return points;
+}
+
+DetectionResult detect(LandmarkModel& model, const QImage& photo)
+{
+    // dlib reads colour photos as R, G, B bytes; its detector takes the
+    // strongest gradient over the three channels, which it would not do on
+    // four. The pixels are wrapped, not copied again.
+    const QImage rgb = photo.convertToFormat(QImage::Format_RGB888);
+    const cv::Mat pixels(rgb.height(), rgb.width(), CV_8UC3, const_cast<uchar*>(rgb.constBits()),
+                         size_t(rgb.bytesPerLine()));
+    const dlib::cv_image<dlib::rgb_pixel> image(pixels);
+
+    const std::vector<dlib::rectangle> faces = model.detector(image, 0.0);
+    DetectionResult result;
+    if (faces.empty())
+        result.code = 1;
+    else if (faces.size() > 1)
+        result.code = 2;
+    else {
+        result.code = 0;
+        result.landmarks = toLandmarks(model.predictor(image, faces.front()));
+    }
+    return result;
+}
+
+} // namespace
+
+QString DLibWrapper::modelPath()
+{
+    for (const QString& folder : {applicationDataFolder(), QString("/usr/share/dlib")}) {
+        const QString candidate = folder + "/" + kModelFileName;
+        if (QFileInfo(candidate).isFile())
+            return candidate;
+    }
+    return {};
+}
+
+DetectionResult DLibWrapper::Detect_Facial_Points(const QImage& photo)
+{
+    DetectionResult result;
+    if (photo.isNull()) {
+        result.error = "There is no picture to look for a face on.";
+        return result;
+    }
+    LandmarkModel* model = loadedModel(result.error);
+    if (!model)
+        return result;
+    try {
+        return detect(*model, photo);
+    } catch (const std::exception& failure) {
+        result.error = QString("The face could not be analysed: %1").arg(failure.what());
+        return result;
+    }
+}

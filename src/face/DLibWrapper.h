@@ -1,0 +1,31 @@
+#pragma once
+
+#include "FaceLandmarks.h"
+
+#include <QImage>
+#include <QString>
+
+// What the face detector found on a photo.
+struct DetectionResult {
+    // 0 exactly one face (landmarks delivered), 1 no face, 2 several faces.
+    int code = 1;
+    FaceLandmarks landmarks; // 68 points when code is 0, else empty
+    QString error;           // set when detection could not run (no model); code is then meaningless
+
+    bool ok() const { return error.isEmpty(); }
+};
+
+// The one place that talks to dlib: its HOG frontal face detector and its
+// 68-point shape predictor.
+class DLibWrapper {
+public:
+    // Finds the faces on `photo` (no upsampling, threshold 0.0) and, for
+    // exactly one, its 68 landmarks; logs one "Point" line per landmark.
+    // The model is loaded on first use and kept for the life of the process.
+    // Never throws: dlib's failures come back as an error.
+    static DetectionResult Detect_Facial_Points(const QImage& photo);
+
+    // Where the 68-landmark model is looked for: the program's data folder
+    // first, then Debian's libdlib-data. Empty when neither has it.
+    static QString modelPath();
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QImage>
+#include <QSizeF>
+#include <QString>
+
+// Pictures above this many pixels are refused before they are decoded: the
+// retouching keeps several full-size layers of a photo in memory.
+inline constexpr qint64 kMaxPhotoPixels = 120'000'000;
+
+// A photo as read from its file, once, for both face detection and display.
+struct DecodedPhoto {
+    QImage img_Basic; // picture form, upright (the file's orientation tag applied)
+    // The largest width and the largest height over all images in the file
+    // (a multi-page TIFF, an animated GIF); for a single picture its own size.
+    QSizeF imgSize;
+    QString error; // says what went wrong and names the file; empty on success
+
+    bool ok() const { return error.isEmpty(); }
+};
+
+// Reads a BMP, JPEG, PNG, GIF or TIFF file. Never throws: a missing, empty,
+// truncated, unsupported or oversized file comes back with an error.
+DecodedPhoto decodePhoto(const QString& path);

@@ -1,0 +1,93 @@
+#include "DLibWrapper.h"
+#include "FaceFixtures.h"
+
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+QStringList capturedLog;
+
+void captureLog(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    capturedLog.append(message);
+}
+
+double meanY(const FaceLandmarks& p, int first, int last)
+{
+    double sum = 0;
+    for (int i = first; i <= last; ++i)
+        sum += p[i].y();
+    return sum / (last - first + 1);
+}
+
+} // namespace
+
+TEST(DLibWrapper, FindsTheOneFaceOfThePortraitWithItsLandmarks)
+{
+    capturedLog.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(captureLog);
+    const DetectionResult result = DLibWrapper::Detect_Facial_Points(portraitPicture());
+    qInstallMessageHandler(previous);
+
+    ASSERT_TRUE(result.ok()) << result.error.toStdString();
+    ASSERT_EQ(result.code, 0);
+    const FaceLandmarks& p = result.landmarks;
+    ASSERT_EQ(p.size(), 68);
+    for (const QPointF& point : p) {
+        EXPECT_EQ(point.x(), std::round(point.x()));
+        EXPECT_TRUE(QRectF(0, 0, 512, 512).contains(point));
+    }
+    // Top-left origin, y down: eyes above the nose tip above the mouth.
+    EXPECT_LT(meanY(p, 36, 47), p[30].y());
+    EXPECT_LT(p[30].y(), meanY(p, 48, 59));
+    EXPECT_LT(p[36].x(), p[45].x()) << "image-left eye first";
+    EXPECT_LT(p[0].x(), p[36].x()) << "the jaw goes round the eyes";
+    EXPECT_GT(p[16].x(), p[45].x());
+    EXPECT_GT(p[8].y(), meanY(p, 48, 59)) << "the chin is below the mouth";
+
+    const QStringList points = capturedLog.filter(QRegularExpression("^Point \\d+ => x=\\d+ ; y=\\d+$"));
+    ASSERT_EQ(points.size(), 68);
+    EXPECT_EQ(points[30], QString("Point 30 => x=%1 ; y=%2").arg(p[30].x()).arg(p[30].y()));
+}
+
+TEST(DLibWrapper, TwoFacesOfTheSameSizeGiveTwo)
+{
+    const DetectionResult result = DLibWrapper::Detect_Facial_Points(twoPortraits());
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.code, 2);
+    EXPECT_TRUE(result.landmarks.isEmpty());
+}
+
+TEST(DLibWrapper, PictureWithoutAFaceGivesOne)
+{
+    QImage wall = makePicture({400, 300});
+    wall.fill(QColor(180, 170, 160));
+    const DetectionResult result = DLibWrapper::Detect_Facial_Points(wall);
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.code, 1);
+    EXPECT_TRUE(result.landmarks.isEmpty());
+}
+
+TEST(DLibWrapper, FaceTooSmallForTheDetectorIsNotLookedForByEnlarging)
+{
+    const QImage tiny = portraitPicture().scaled(96, 96, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const DetectionResult result = DLibWrapper::Detect_Facial_Points(tiny);
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(result.code, 1);
+}
+
+TEST(DLibWrapper, NoPictureIsAnErrorNotAThrow)
+{
+    const DetectionResult result = DLibWrapper::Detect_Facial_Points(QImage());
+    EXPECT_FALSE(result.ok());
+}
+
+TEST(DLibWrapper, ModelComesFromTheDataFolderOrDebian)
+{
+    const QString path = DLibWrapper::modelPath();
+    EXPECT_TRUE(path.endsWith("/shape_predictor_68_face_landmarks.dat")) << path.toStdString();
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Picture.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QString>
+
+inline QString testDataPath(const QString& name)
+{
+    return QString(BELLAVENOR_TEST_DATA) + "/" + name;
+}
+
+inline QImage portraitPicture()
+{
+    return toPicture(QImage(testDataPath("portrait.png")));
+}
+
+// Two copies of the portrait side by side: two faces of the same size.
+inline QImage twoPortraits()
+{
+    const QImage one = portraitPicture();
+    QImage both = makePicture({one.width() * 2, one.height()});
+    QPainter painter(&both);
+    painter.drawImage(0, 0, one);
+    painter.drawImage(one.width(), 0, one);
+    return both;
+}

@@ -1,0 +1,127 @@
+#include "DLibWrapper.h"
+#include "FaceFixtures.h"
+#include "PhotoDecoder.h"
+
+#include <QFile>
+#include <QImageWriter>
+#include <QTemporaryDir>
+#include <QTransform>
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class PhotoDecoderTest : public ::testing::Test {
+protected:
+    QString write(const QString& name, const QByteArray& bytes)
+    {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+
+    QByteArray portraitBytes() const
+    {
+        QFile file(testDataPath("portrait.png"));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+
+    QTemporaryDir folder;
+};
+
+void expectCleanRefusal(const DecodedPhoto& photo, const QString& fileName)
+{
+    EXPECT_FALSE(photo.ok());
+    EXPECT_TRUE(photo.error.contains(fileName)) << photo.error.toStdString();
+    EXPECT_TRUE(photo.img_Basic.isNull());
+}
+
+// A BMP header that claims `width` × `height` pixels and carries none.
+QByteArray bmpHeaderClaiming(qint32 width, qint32 height)
+{
+    QByteArray header(54, '\0');
+    auto put32 = [&](int offset, quint32 value) { qToLittleEndian(value, header.data() + offset); };
+    header[0] = 'B';
+    header[1] = 'M';
+    put32(2, 54 + 16);
+    put32(10, 54);
+    put32(14, 40);
+    put32(18, quint32(width));
+    put32(22, quint32(height));
+    qToLittleEndian<quint16>(1, header.data() + 26);
+    qToLittleEndian<quint16>(24, header.data() + 28);
+    return header + QByteArray(16, '\x7f');
+}
+
+} // namespace
+
+TEST_F(PhotoDecoderTest, PngDecodesToAnUprightPictureOfItsOwnSize)
+{
+    const DecodedPhoto photo = decodePhoto(testDataPath("portrait.png"));
+    ASSERT_TRUE(photo.ok()) << photo.error.toStdString();
+    EXPECT_EQ(photo.img_Basic.format(), kPictureFormat);
+    EXPECT_EQ(photo.imgSize, QSizeF(512, 512));
+    EXPECT_EQ(photo.img_Basic.pixelColor(100, 50), QImage(testDataPath("portrait.png")).pixelColor(100, 50));
+}
+
+TEST_F(PhotoDecoderTest, GifAndTiffAreReadAndAnalysed)
+{
+    const QString tiff = folder.filePath("portrait.tif");
+    ASSERT_TRUE(QImageWriter(tiff, "tiff").write(portraitPicture()));
+
+    for (const QString& path : {testDataPath("portrait.gif"), tiff}) {
+        const DecodedPhoto photo = decodePhoto(path);
+        ASSERT_TRUE(photo.ok()) << photo.error.toStdString();
+        EXPECT_EQ(photo.imgSize, QSizeF(512, 512));
+        EXPECT_EQ(DLibWrapper::Detect_Facial_Points(photo.img_Basic).code, 0) << path.toStdString();
+    }
+}
+
+TEST_F(PhotoDecoderTest, JpegStoredSidewaysIsTurnedUprightByItsOrientationTag)
+{
+    // The pixels lie on their side; the tag says how to stand them up.
+    const QImage sideways = portraitPicture().transformed(QTransform().rotate(90)).scaled(512, 384);
+    const QString path = folder.filePath("phone.jpg");
+    QImageWriter writer(path, "jpeg");
+    writer.setTransformation(QImageIOHandler::TransformationRotate270);
+    ASSERT_TRUE(writer.write(sideways));
+
+    const DecodedPhoto photo = decodePhoto(path);
+
+    ASSERT_TRUE(photo.ok()) << photo.error.toStdString();
+    EXPECT_EQ(photo.img_Basic.size(), QSize(384, 512));
+    EXPECT_EQ(photo.imgSize, QSizeF(384, 512));
+    EXPECT_EQ(DLibWrapper::Detect_Facial_Points(photo.img_Basic).code, 0);
+}
+
+TEST_F(PhotoDecoderTest, FileIsMeasuredByItsLargestWidthAndLargestHeight)
+{
+    const DecodedPhoto photo = decodePhoto(testDataPath("two-pages.tif"));
+    ASSERT_TRUE(photo.ok()) << photo.error.toStdString();
+    EXPECT_EQ(photo.img_Basic.size(), QSize(20, 30)) << "the first page is the photo";
+    EXPECT_EQ(photo.imgSize, QSizeF(40, 30));
+}
+
+TEST_F(PhotoDecoderTest, BadFilesAreRefusedWithAMessageNamingThem)
+{
+    const QByteArray png = portraitBytes();
+    expectCleanRefusal(decodePhoto(folder.filePath("absent.png")), "absent.png");
+    expectCleanRefusal(decodePhoto(write("empty.png", {})), "empty.png");
+    expectCleanRefusal(decodePhoto(write("notes.jpg", "Shopping: eggs, milk, bread.\n")), "notes.jpg");
+    expectCleanRefusal(decodePhoto(write("huge.bmp", bmpHeaderClaiming(100000, 100000))), "huge.bmp");
+    expectCleanRefusal(decodePhoto(write("header-only.png", png.left(60))), "header-only.png");
+}
+
+TEST_F(PhotoDecoderTest, TruncatedFileGivesAPictureOrARefusalNeverACrash)
+{
+    const QByteArray png = portraitBytes();
+    const DecodedPhoto photo = decodePhoto(write("half.png", png.left(png.size() / 2)));
+    if (photo.ok()) {
+        EXPECT_EQ(photo.img_Basic.size(), QSize(512, 512));
+    } else {
+        EXPECT_TRUE(photo.error.contains("half.png"));
+    }
+}
