@@ -23,20 +23,3 @@ QImage Stretch_Image(const QImage& image, QSizeF size);
 // Stretches horizontally only: width ceil(width × percentage / 100), the
 // height unchanged.
 QImage Scale_Image_Width_By_Percentage(const QImage& image, float percentage);
-
-// Runs fn(pixel, offset) over the picture form of `image` as one flat run of
-// 4-byte pixels from byte 0 to the end, and returns the changed copy. Offset k
-// names the same pixel in every picture of the same size, so a loop may read
-// other buffers at k. The input itself is never changed.
-template <typename PixelFn>
-QImage runPixelLoop(const QImage& image, PixelFn&& fn)
-{
-    QImage buffer = toPicture(image);
-    if (buffer.isNull())
-        return buffer;
-    uchar* bytes = buffer.bits(); // detaches: the caller's image stays as it was
-    const qsizetype size = buffer.sizeInBytes();
-    for (qsizetype k = 0; k < size; k += 4)
-        fn(bytes + k, k);
-    return buffer;
-}

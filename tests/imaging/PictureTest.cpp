@@ -94,21 +94,3 @@ TEST(Stretch, WidthByPercentageRoundsUpAndKeepsHeight)
     EXPECT_EQ(Scale_Image_Width_By_Percentage(source, 100).size(), QSize(101, 40));
     EXPECT_EQ(Scale_Image_Width_By_Percentage(source, 200).size(), QSize(202, 40));
 }
-
-TEST(PixelLoop, VisitsEveryPixelOnceInByteOrderAndLeavesInputAlone)
-{
-    QImage image(3, 2, QImage::Format_ARGB32);
-    image.fill(QColor(1, 2, 3, 255));
-    std::vector<qsizetype> offsets;
-
-    const QImage result = runPixelLoop(image, [&](uchar* px, qsizetype k) {
-        offsets.push_back(k);
-        EXPECT_EQ(px[0], 1); // R first
-        EXPECT_EQ(px[2], 3); // then G, B
-        px[1] = 200;
-    });
-
-    EXPECT_EQ(offsets, (std::vector<qsizetype>{0, 4, 8, 12, 16, 20}));
-    EXPECT_EQ(bytesAt(result, 2, 1), (std::array<uchar, 4>{1, 200, 3, 255}));
-    EXPECT_EQ(image.pixelColor(2, 1), QColor(1, 2, 3, 255));
-}

@@ -1,0 +1,85 @@
+#include "FilterPrimitives.h"
+#include "PixelKernels.h"
+
+#include <opencv2/imgproc.hpp>
+
+namespace {
+
+constexpr uchar kQualifies = 100;
+
+// The mask's grey samples at the image's size, stretched without
+// interpolation when the sizes differ.
+cv::Mat maskSamples(const QImage& mask, QSize size)
+{
+    const QImage grey = mask.convertToFormat(QImage::Format_Grayscale8);
+    const cv::Mat samples(grey.height(), grey.width(), CV_8UC1, const_cast<uchar*>(grey.constBits()),
+                          size_t(grey.bytesPerLine()));
+    cv::Mat stretched;
+    if (grey.size() == size)
+        samples.copyTo(stretched); // outlives `grey`
+    else
+        cv::resize(samples, stretched, cv::Size(size.width(), size.height()), 0, 0, cv::INTER_NEAREST);
+    return stretched;
+}
+
+constexpr quint32 kColourBytes = 0x00ffffffu;
+constexpr quint32 kAlphaByte = 0xff000000u;
+constexpr quint32 kMarkerGreen = 0x0000ff00u; // R 0, G 255, B 0
+
+} // namespace
+
+QImage maskImage(const QImage& image, const QImage& mask)
+{
+    if (image.isNull() || mask.isNull())
+        return {};
+    const cv::Mat samples = maskSamples(mask, image.size());
+    const uchar* kept = samples.ptr<uchar>();
+    QImage result;
+    // Every premultiplied byte scales by (255 - sample) / 255: the sample is
+    // the share taken away.
+    mapPixels(image, result, [&](const uchar* in, uchar* out, qsizetype k) {
+        const int keep = 255 - kept[k / 4];
+        for (int c = 0; c < 4; ++c)
+            out[c] = uchar((in[c] * keep + 127) / 255);
+    });
+    return result;
+}
+
+void imageReplaceWhiteWithTransparent(const QImage& src, QImage& dst)
+{
+    mapWords(src, dst, [](quint32 px, qsizetype) {
+        const bool bright = (px & 0xff) >= kQualifies && ((px >> 16) & 0xff) >= kQualifies
+                            && ((px >> 8) & 0xff) >= kQualifies;
+        return bright ? (px & kAlphaByte) | kMarkerGreen : px;
+    });
+}
+
+QImage imageReplaceWhiteWithTransparent(const QImage& image)
+{
+    QImage result;
+    imageReplaceWhiteWithTransparent(image, result);
+    return result;
+}
+
+void imageReplaceGreenWithOriginal(const QImage& marker, const QImage& base, const QImage& source, QImage& dst)
+{
+    if (base.isNull())
+        return;
+    const QImage markers = toPicture(marker), colours = toPicture(source);
+    Q_ASSERT(markers.size() == base.size() && colours.size() == base.size());
+    if (markers.size() != base.size() || colours.size() != base.size())
+        return;
+    const auto* markerWords = reinterpret_cast<const quint32*>(markers.constBits());
+    const auto* sourceWords = reinterpret_cast<const quint32*>(colours.constBits());
+    mapWords(base, dst, [&](quint32 px, qsizetype i) {
+        const bool marked = (markerWords[i] & kColourBytes) == kMarkerGreen;
+        return marked ? (sourceWords[i] & kColourBytes) | (px & kAlphaByte) : px;
+    });
+}
+
+QImage imageReplaceGreenWithOriginal(const QImage& marker, const QImage& base, const QImage& source)
+{
+    QImage result;
+    imageReplaceGreenWithOriginal(marker, base, source, result);
+    return result;
+}
