@@ -105,44 +105,28 @@ const ControlPoints& TRCIRGBToneCurve::inputGreenControlPoints() { return points
 const ControlPoints& TRCIRGBToneCurve::inputBlueControlPoints() { return pointsOrDefault(blue_); }
 double TRCIRGBToneCurve::inputIntensity() { return lazyDefault(inputIntensity_, 1.0); }
 
+void TRCIRGBToneCurve::setPoints(std::optional<ControlPoints>& input, PreparedCurve& curve, const ControlPoints& points)
+{
+    input = points;
+    curve.clear();
+    texture_.reset();
+}
+
 void TRCIRGBToneCurve::setInputRGBCompositeControlPoints(const ControlPoints& points)
 {
-    composite_ = points;
-    rgbCompositeCurve_.clear();
-    texture_.reset();
+    setPoints(composite_, rgbCompositeCurve_, points);
 }
 
-void TRCIRGBToneCurve::setInputRedControlPoints(const ControlPoints& points)
-{
-    red_ = points;
-    redCurve_.clear();
-    texture_.reset();
-}
-
-void TRCIRGBToneCurve::setInputGreenControlPoints(const ControlPoints& points)
-{
-    green_ = points;
-    greenCurve_.clear();
-    texture_.reset();
-}
-
-void TRCIRGBToneCurve::setInputBlueControlPoints(const ControlPoints& points)
-{
-    blue_ = points;
-    blueCurve_.clear();
-    texture_.reset();
-}
+void TRCIRGBToneCurve::setInputRedControlPoints(const ControlPoints& points) { setPoints(red_, redCurve_, points); }
+void TRCIRGBToneCurve::setInputGreenControlPoints(const ControlPoints& points) { setPoints(green_, greenCurve_, points); }
+void TRCIRGBToneCurve::setInputBlueControlPoints(const ControlPoints& points) { setPoints(blue_, blueCurve_, points); }
 
 void TRCIRGBToneCurve::setDefaults()
 {
-    setInputRGBCompositeControlPoints({});
-    setInputRedControlPoints({});
-    setInputGreenControlPoints({});
-    setInputBlueControlPoints({});
-    composite_.reset();
-    red_.reset();
-    green_.reset();
-    blue_.reset();
+    setPoints(composite_, rgbCompositeCurve_, {});
+    setPoints(red_, redCurve_, {});
+    setPoints(green_, greenCurve_, {});
+    setPoints(blue_, blueCurve_, {});
     inputIntensity_.reset();
 }
 

@@ -69,6 +69,8 @@ public:
     static int preparedCurveCount();
 
 private:
+    void setPoints(std::optional<ControlPoints>& input, PreparedCurve& curve, const ControlPoints& points);
+
     std::optional<ControlPoints> composite_, red_, green_, blue_;
     std::optional<double> inputIntensity_;
     PreparedCurve rgbCompositeCurve_, redCurve_, greenCurve_, blueCurve_;
