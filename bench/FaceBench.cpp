@@ -1,6 +1,7 @@
 #include "BenchPictures.h"
 #include "DLibWrapper.h"
 #include "FaceRegions.h"
+#include "OpenedPhoto.h"
 #include "PhotoDecoder.h"
 
 #include <QImageWriter>
@@ -100,5 +101,22 @@ void BM_RegionGeometry(benchmark::State& state)
         benchmark::DoNotOptimize(FaceRegions::build(landmarks, QSizeF(k12Megapixels)));
 }
 BENCHMARK(BM_RegionGeometry)->Unit(benchmark::kMicrosecond);
+
+void BM_RegionImages12MP(benchmark::State& state)
+{
+    const FaceRegions regions = FaceRegions::build(fixture().landmarks, QSizeF(k12Megapixels));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(RegionImages::build(fixture().photo, QSizeF(k12Megapixels), regions));
+}
+BENCHMARK(BM_RegionImages12MP)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// The whole open, model already loaded: decode, detection, landmarks,
+// geometry, region images and percent forms.
+void BM_OpenAndAnalyse12MP(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(openAndAnalyse(fixture().jpegPath));
+}
+BENCHMARK(BM_OpenAndAnalyse12MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 
 } // namespace

@@ -2,12 +2,16 @@
 
 #include "DataFolder.h"
 #include "MainWindow.h"
+#include "View_Picture.h"
 #include "WorkingFolder.h"
 #include "ui_MainWindow.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QDesktopServices>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QSignalBlocker>
 #include <QStandardPaths>
@@ -17,6 +21,12 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
     , documentsFolder_(std::move(documentsFolder))
 {
     showAlert = [this](const Alert& alert) { return presentAlertModally(alert, window_.get()); };
+    chooseFileToOpen = [this](const QString& startFolder) {
+        QFileDialog dialog(window_.get(), QString(), startFolder,
+                           "Pictures (*.bmp *.jpg *.gif *.png *.jpeg *.tif *.tiff)");
+        dialog.setFileMode(QFileDialog::ExistingFile);
+        return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    };
     endProcess = [](int status) { QCoreApplication::exit(status); };
 }
 
@@ -41,7 +51,8 @@ bool AppDelegate::applicationDidFinishLaunching()
     array_Eye.clear();
     array_Mouth.clear();
     array_Buttons.clear();
-    img_Basic = QImage();
+    photo = OpenedPhoto{};
+    viewPreview()->setPhoto(&photo);
     u_Table_Index = 0;
     b_Image_Loaded_OK = false;
     b_Save_Picture = false;
@@ -166,7 +177,7 @@ QTableWidget* AppDelegate::tableActions() const
     return window_ ? window_->ui().tableActions : nullptr;
 }
 
-QWidget* AppDelegate::viewPreview() const
+View_Picture* AppDelegate::viewPreview() const
 {
     return window_ ? window_->ui().viewPreview : nullptr;
 }
@@ -213,6 +224,30 @@ void AppDelegate::OnToolbarAdvanced()
     selectCategory(3, "Advanced");
 }
 
+void AppDelegate::OnToolbarOpen()
+{
+    const QString startFolder = lastOpenFolder_.isEmpty()
+                                    ? QStandardPaths::writableLocation(QStandardPaths::PicturesLocation)
+                                    : lastOpenFolder_;
+    const QString path = chooseFileToOpen(startFolder);
+    if (path.isEmpty())
+        return;
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    OpenResult opened = openAndAnalyse(path);
+    QGuiApplication::restoreOverrideCursor();
+    if (opened.outcome != OpenResult::Opened) {
+        showAlert({"Error", opened.message, {"Close"}});
+        return;
+    }
+    // Exactly one face: every effect goes off, then the new photo comes in
+    // whole, replacing the old one in one assignment.
+    Reset_Variables();
+    photo = std::move(opened.photo);
+    lastOpenFolder_ = QFileInfo(path).absolutePath();
+    b_Image_Loaded_OK = true;
+    viewPreview()->update();
+}
+
 void AppDelegate::OnMenuOpen() { OnToolbarOpen(); }
 void AppDelegate::OnMenuSave() { OnToolbarSave(); }
 void AppDelegate::OnMenuHelpAppHomePage() { openUrl(helpPages.appHomePage); }
@@ -221,7 +256,6 @@ void AppDelegate::OnMenuHelpPrivacyPolicy() { openUrl(helpPages.privacyPolicy); 
 void AppDelegate::OnMenuHelpSubmitTicket() { openUrl(helpPages.submitTicket); }
 
 // Entry points whose work arrives with the photo, the panels and saving.
-void AppDelegate::OnToolbarOpen() {}
 void AppDelegate::OnToolbarSave() {}
 void AppDelegate::OnToolbarShare() {}
 void AppDelegate::On_Face_Smooth_Skin() {}

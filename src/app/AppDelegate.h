@@ -4,6 +4,7 @@
 #include "EditingState.h"
 #include "HelpPages.h"
 #include "LocalisedLabels.h"
+#include "OpenedPhoto.h"
 
 #include <QImage>
 #include <QObject>
@@ -19,6 +20,7 @@ class MainWindow;
 class QPushButton;
 class QTableWidget;
 class QWidget;
+class View_Picture;
 
 // The application's controller: owns the editing state, the run-time flags,
 // the labels, the main window and the effect panels for the life of the
@@ -49,10 +51,12 @@ public:
 
     MainWindow* window() const { return window_.get(); }
     QTableWidget* tableActions() const;
-    QWidget* viewPreview() const;
+    View_Picture* viewPreview() const;
 
-    // How alerts are shown and how the process ends; tests replace both.
+    // How alerts are shown, how a photo file is chosen (an empty path when
+    // the user cancels) and how the process ends; tests replace them.
     AlertPresenter showAlert;
+    std::function<QString(const QString& startFolder)> chooseFileToOpen;
     std::function<void(int status)> endProcess;
 
     // Fixed at start.
@@ -69,7 +73,9 @@ public:
     std::uint64_t u_Table_Index = 0; // 0 Face, 1 Eye, 2 Mouth, 3 Advanced
     QString s_Output_Folder;
     QString s_Saved_Take_Picture;
-    QImage img_Basic;
+
+    // The open photo (img_Basic) and everything derived from it.
+    OpenedPhoto photo;
 
     // Rows of the action table per category, and the row buttons made so far.
     QStringList array_Face;
@@ -128,5 +134,6 @@ private:
     void openUrl(const QUrl& url);
 
     QString documentsFolder_;
+    QString lastOpenFolder_;
     std::unique_ptr<MainWindow> window_;
 };

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "FaceLandmarks.h"
+#include "FaceRegions.h"
+#include "RegionImages.h"
+
+#include <QImage>
+#include <QSizeF>
+#include <QString>
+
+// Everything derived from one opened photo: made in one piece by
+// openAndAnalyse and swapped in whole, so a refused photo leaves nothing
+// half-changed.
+struct OpenedPhoto {
+    QString path;
+    QImage img_Basic;
+    QSizeF imgSize; // the largest width and height in the file
+    FaceLandmarks facePointsRelativeToImageSize;
+    PointList facePointsInPercentRelativeToImage;
+    // The regions; array_Face_Points is already in percent of the photo.
+    FaceRegions regions;
+    RegionImages images;
+
+    bool isEmpty() const { return img_Basic.isNull(); }
+};
+
+struct OpenResult {
+    enum Outcome { Opened, NoFace, SeveralFaces, Failed };
+    Outcome outcome = Failed;
+    QString message; // what to tell the user when the photo was not opened
+    OpenedPhoto photo;
+};
+
+// Reads the photo, finds exactly one face and derives all its regions and
+// region pictures. Never throws and never touches a photo already open.
+OpenResult openAndAnalyse(const QString& path);

@@ -1,0 +1,159 @@
+#include "FaceFixtures.h"
+#include "ImageSpace.h"
+#include "OpenedPhoto.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// The portrait opened once for every test here.
+const OpenedPhoto& portrait()
+{
+    static const OpenResult opened = openAndAnalyse(testDataPath("portrait.png"));
+    EXPECT_EQ(opened.outcome, OpenResult::Opened) << opened.message.toStdString();
+    return opened.photo;
+}
+
+QPointF midpoint(QPointF a, QPointF b)
+{
+    return (a + b) / 2;
+}
+
+QPointF centroid(const PointList& points)
+{
+    QPointF sum;
+    for (const QPointF& p : points)
+        sum += p;
+    return sum / double(points.size());
+}
+
+int alphaAt(const QImage& picture, QPointF photoPoint)
+{
+    return picture.pixelColor(photoPoint.toPoint()).alpha();
+}
+
+// Places on the portrait, in photo pixels (top-left origin).
+struct Landmarks {
+    QPointF leftEye, rightEye, lips, insideMouth, nose, cheek, corner;
+};
+
+Landmarks places(const OpenedPhoto& photo)
+{
+    const FaceLandmarks& p = photo.facePointsRelativeToImageSize;
+    return {centroid(photo.regions.array_Eye_Left_Points),
+            centroid(photo.regions.array_Eye_Right_Points),
+            midpoint(p[57], p[66]), // lower lip, between the outer and inner contour
+            centroid(photo.regions.array_Inside_Mouth_Points),
+            midpoint(p[30], p[33]),
+            QPointF(photo.regions.pt_Center_Cheek_Left.x(), photo.imgSize.height() - photo.regions.pt_Center_Cheek_Left.y()),
+            QPointF(5, 5)};
+}
+
+} // namespace
+
+TEST(RegionImages, FaceSkinHasEyesLipsAndNoseCutAway)
+{
+    const OpenedPhoto& photo = portrait();
+    const Landmarks at = places(photo);
+    const QImage& skin = photo.images.image_Face_Skin;
+    ASSERT_EQ(skin.size(), QSize(512, 512));
+    EXPECT_EQ(alphaAt(skin, at.leftEye), 0);
+    EXPECT_EQ(alphaAt(skin, at.rightEye), 0);
+    EXPECT_EQ(alphaAt(skin, at.lips), 0);
+    EXPECT_EQ(alphaAt(skin, at.nose), 0);
+    EXPECT_EQ(alphaAt(skin, at.cheek), 255);
+    EXPECT_EQ(alphaAt(skin, at.corner), 0) << "outside the face";
+}
+
+TEST(RegionImages, FullPictureLacksOnlyEyesAndLips)
+{
+    const OpenedPhoto& photo = portrait();
+    const Landmarks at = places(photo);
+    const QImage& full = photo.images.image_Face_Full_Picture;
+    EXPECT_EQ(alphaAt(full, at.leftEye), 0);
+    EXPECT_EQ(alphaAt(full, at.rightEye), 0);
+    EXPECT_EQ(alphaAt(full, at.lips), 0);
+    EXPECT_EQ(alphaAt(full, at.nose), 255);
+    EXPECT_EQ(alphaAt(full, at.cheek), 255);
+    EXPECT_EQ(alphaAt(full, at.corner), 255);
+    EXPECT_EQ(full.pixelColor(at.corner.toPoint()), photo.img_Basic.pixelColor(at.corner.toPoint()));
+}
+
+TEST(RegionImages, LipsExcludeTheOpenMouthWhichHasAPictureOfItsOwn)
+{
+    const OpenedPhoto& photo = portrait();
+    const Landmarks at = places(photo);
+    EXPECT_EQ(alphaAt(photo.images.image_Lips, at.lips), 255);
+    EXPECT_EQ(alphaAt(photo.images.image_Lips, at.insideMouth), 0);
+    EXPECT_EQ(alphaAt(photo.images.image_Inside_Mouth, at.insideMouth), 255);
+    EXPECT_EQ(alphaAt(photo.images.image_Inside_Mouth, at.lips), 0);
+}
+
+TEST(RegionImages, CutsHaveTheirRectanglesSizeAndHoldThatPartOfThePhotoUpright)
+{
+    const OpenedPhoto& photo = portrait();
+    const FaceRegions& r = photo.regions;
+    const RegionImages& i = photo.images;
+    EXPECT_EQ(i.image_Face_Skin_Cut.size(), r.rect_Face_Skin.size().toSize());
+    EXPECT_EQ(i.image_Lips_Black_White.size(), r.rect_Lips.size().toSize());
+    EXPECT_EQ(i.image_Inside_Mouth_Cut.size(), r.rect_Inside_Mouth.size().toSize());
+    EXPECT_EQ(i.image_Eye_Left_Colored.size(), r.rect_Eye_Left.size().toSize()) << "cut by the inside-eye rectangle";
+    EXPECT_EQ(i.image_Eye_Right_Black_White.size(), r.rect_Eye_Right.size().toSize());
+    EXPECT_EQ(i.image_Nose_Cut.size(), r.rect_Nose.size().toSize());
+
+    // Every opaque pixel of the face-skin cut is the photo's pixel at the
+    // same place of the rectangle, counted from its top.
+    const QRectF inPhoto = pictureRectOf(r.rect_Face_Skin, photo.imgSize.height());
+    int compared = 0;
+    for (int y = 0; y < i.image_Face_Skin_Cut.height(); y += 9)
+        for (int x = 0; x < i.image_Face_Skin_Cut.width(); x += 9) {
+            const QColor cut = i.image_Face_Skin_Cut.pixelColor(x, y);
+            if (cut.alpha() != 255)
+                continue;
+            const QColor original = photo.img_Basic.pixelColor(int(inPhoto.x()) + x, int(inPhoto.y()) + y);
+            ASSERT_NEAR(cut.red(), original.red(), 2) << x << "," << y;
+            ASSERT_NEAR(cut.blue(), original.blue(), 2) << x << "," << y;
+            ++compared;
+        }
+    EXPECT_GT(compared, 50);
+}
+
+TEST(RegionImages, GreyVersionsHaveEqualChannels)
+{
+    const RegionImages& i = portrait().images;
+    for (const QImage* grey : {&i.image_Lips_Black_White, &i.image_Eye_Left_Black_White, &i.image_Eye_Right_Black_White})
+        for (int y = 0; y < grey->height(); ++y)
+            for (int x = 0; x < grey->width(); ++x) {
+                const QColor c = grey->pixelColor(x, y);
+                ASSERT_TRUE(c.red() == c.green() && c.green() == c.blue()) << x << "," << y;
+            }
+}
+
+TEST(OpenAndAnalyse, CarriesThePercentFormsAndRefusesWithTheUsersMessages)
+{
+    const OpenedPhoto& photo = portrait();
+    ASSERT_EQ(photo.facePointsInPercentRelativeToImage.size(), 68);
+    EXPECT_EQ(photo.facePointsInPercentRelativeToImage[8],
+              toPercentOfImage(photo.facePointsRelativeToImageSize[8], photo.imgSize));
+    EXPECT_EQ(photo.regions.array_Face_Points[0],
+              toPercentOfImage(photo.facePointsRelativeToImageSize[0], photo.imgSize)) << "face list in percent";
+
+    QTemporaryDir folder;
+    const QString twoFaces = folder.filePath("two.png");
+    ASSERT_TRUE(twoPortraits().save(twoFaces));
+    const OpenResult several = openAndAnalyse(twoFaces);
+    EXPECT_EQ(several.outcome, OpenResult::SeveralFaces);
+    EXPECT_EQ(several.message, "More than one face was found on the picture.");
+    EXPECT_TRUE(several.photo.isEmpty());
+
+    QImage wall = makePicture({300, 200});
+    wall.fill(Qt::gray);
+    ASSERT_TRUE(wall.save(folder.filePath("wall.png")));
+    EXPECT_EQ(openAndAnalyse(folder.filePath("wall.png")).message, "No face was found on the picture.");
+
+    const OpenResult missing = openAndAnalyse(folder.filePath("gone.jpg"));
+    EXPECT_EQ(missing.outcome, OpenResult::Failed);
+    EXPECT_TRUE(missing.message.contains("gone.jpg"));
+}
