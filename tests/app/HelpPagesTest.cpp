@@ -10,11 +10,6 @@ TEST(HelpPages, RelativeAddressOpensTheShippedPage)
               QUrl("file:///opt/bellavenor/share/bellavenor/help/privacy.html"));
 }
 
-TEST(HelpPages, AddressWithSchemeIsOpenedAsConfigured)
-{
-    EXPECT_EQ(resolveHelpAddress("https://example.org/support", "/data"), QUrl("https://example.org/support"));
-}
-
 TEST(HelpPages, EveryLocalPageShipsInTheDataFolder)
 {
     const HelpPages pages = HelpPages::configured(BELLAVENOR_BUILD_DATA_DIR);

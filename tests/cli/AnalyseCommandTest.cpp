@@ -55,9 +55,3 @@ TEST(AnalyseCommand, UnreadableFileEndsWithOneLineOnStderr)
     EXPECT_TRUE(run.err.trimmed().contains("notes.jpg"));
     EXPECT_EQ(run.err.trimmed().count('\n'), 0);
 }
-
-TEST(AnalyseCommand, MissingArgumentIsAUsageError)
-{
-    EXPECT_EQ(runCli({"analyse"}).status, 64);
-    EXPECT_EQ(runCli({"frobnicate"}).status, 64);
-}

@@ -79,15 +79,3 @@ TEST(DLibWrapper, FaceTooSmallForTheDetectorIsNotLookedForByEnlarging)
     ASSERT_TRUE(result.ok());
     EXPECT_EQ(result.code, 1);
 }
-
-TEST(DLibWrapper, NoPictureIsAnErrorNotAThrow)
-{
-    const DetectionResult result = DLibWrapper::Detect_Facial_Points(QImage());
-    EXPECT_FALSE(result.ok());
-}
-
-TEST(DLibWrapper, ModelComesFromTheDataFolderOrDebian)
-{
-    const QString path = DLibWrapper::modelPath();
-    EXPECT_TRUE(path.endsWith("/shape_predictor_68_face_landmarks.dat")) << path.toStdString();
-}

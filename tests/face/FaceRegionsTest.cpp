@@ -184,10 +184,3 @@ TEST(FaceRegions, RotationAndTriangleCentre)
     EXPECT_NEAR(quarter.y(), 20, 1e-5);
     EXPECT_EQ(Get_Triangle_Center({0, 0}, {30, 0}, {0, 60}), QPointF(10, 20));
 }
-
-TEST(FaceRegions, WrongLandmarkCountGivesNoRegions)
-{
-    FaceLandmarks p = syntheticLandmarks();
-    p.removeLast();
-    EXPECT_TRUE(build(p).array_Face_Points.isEmpty());
-}

@@ -3,14 +3,6 @@
 
 #include <gtest/gtest.h>
 
-TEST(FilterImage, WrapsPictureAtOriginAndRendersAtExtentSize)
-{
-    const FilterImage wrapped = FilterImage::fromPicture(makePicture({7, 3}));
-    EXPECT_EQ(wrapped.extent, QRect(0, 0, 7, 3));
-    EXPECT_EQ(imageFromCIImage(wrapped).size(), QSize(7, 3));
-    EXPECT_TRUE(imageFromCIImage(FilterImage{}).isNull());
-}
-
 TEST(FilterImage, CropOfGrownExtentKeepsThePixelsOfTheInputArea)
 {
     // A 20 × 20 result grown by 5 on every side of a 10 × 10 input; the pixel

@@ -140,14 +140,6 @@ TEST(TonalConversions, EdgesAreDarkLinesOnWhite)
     EXPECT_LT(bytesAt(edges, 20, 20)[0], 50) << "the edge is dark";
 }
 
-TEST(TonalConversions, SubtractTakesTheFirstFromTheSecond)
-{
-    const QImage result = Subtract_Image(opaque({2, 2}, QColor(50, 100, 200)), opaque({3, 2}, QColor(80, 60, 250)));
-    ASSERT_EQ(result.size(), QSize(3, 2));
-    EXPECT_EQ(bytesAt(result, 0, 0), (Bytes{30, 0, 50, 255}));
-    EXPECT_EQ(bytesAt(result, 2, 1), (Bytes{80, 60, 250, 255}));
-}
-
 TEST(MaskCut, BlackKeepsWhiteRemovesGreyKeepsPart)
 {
     const QImage photo = colourfulPicture();

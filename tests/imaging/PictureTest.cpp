@@ -55,14 +55,6 @@ TEST(PictureLayout, RoundTripsKeepSizeAndPixels)
     EXPECT_TRUE(toPicture(QImage()).isNull());
 }
 
-TEST(PictureLayout, NewPictureIsTransparentZeroBytes)
-{
-    const QImage picture = makePicture({5, 4});
-    ASSERT_EQ(picture.size(), QSize(5, 4));
-    for (qsizetype i = 0; i < picture.sizeInBytes(); ++i)
-        ASSERT_EQ(picture.constBits()[i], 0);
-}
-
 TEST(Stretch, FillsExactSizeWithoutKeepingAspectOrFlipping)
 {
     // Top half red, bottom half blue, so a vertical flip would show.

@@ -39,13 +39,3 @@ TEST(MapPixels, ChangesInPlaceAndReusesTheTargetBuffer)
     mapPixels(picture, target, [](const uchar* in, uchar* out, qsizetype) { std::copy(in, in + 4, out); });
     EXPECT_EQ(target.constBits(), targetBuffer) << "a target of the right size keeps its buffer";
 }
-
-TEST(UnitColour, PremultipliedRoundTripKeepsColourOfHalfTransparentPixels)
-{
-    const uchar halfRed[4] = {128, 0, 0, 128};
-    const UnitColour c = unpremultiplied(halfRed);
-    EXPECT_FLOAT_EQ(c.r, 1.0f);
-    uchar back[4];
-    storePremultiplied(back, c, 128);
-    EXPECT_EQ((std::array<uchar, 4>{back[0], back[1], back[2], back[3]}), (std::array<uchar, 4>{128, 0, 0, 128}));
-}
