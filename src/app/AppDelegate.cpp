@@ -52,10 +52,10 @@ bool AppDelegate::applicationDidFinishLaunching()
     array_Mouth.clear();
     array_Buttons.clear();
     photo = OpenedPhoto{};
-    viewPreview()->setPhoto(&photo);
+    viewPreview()->setSources(&photo, &state, &saveRequest);
     u_Table_Index = 0;
     b_Image_Loaded_OK = false;
-    b_Save_Picture = false;
+    saveRequest.b_Save_Picture = false;
     Reset_Toobar_Arrays();
     for (QPointer<QWidget>* panel : panelsInOrder())
         *panel = nullptr;
@@ -132,8 +132,8 @@ void AppDelegate::setMenuAndToolbarTitles()
 
 bool AppDelegate::createWorkingFolder()
 {
-    s_Output_Folder = workingFolderPath(documentsFolder_);
-    if (ensureWorkingFolder(s_Output_Folder))
+    saveRequest.s_Output_Folder = workingFolderPath(documentsFolder_);
+    if (ensureWorkingFolder(saveRequest.s_Output_Folder))
         return true;
     showAlert({"Error", "Error #0008. Application will exit.", {"Close"}});
     return false;

@@ -5,6 +5,7 @@
 #include "HelpPages.h"
 #include "LocalisedLabels.h"
 #include "OpenedPhoto.h"
+#include "PictureSaver.h"
 
 #include <QImage>
 #include <QObject>
@@ -69,10 +70,9 @@ public:
 
     // Run-time flags.
     bool b_Image_Loaded_OK = false;
-    bool b_Save_Picture = false;
     std::uint64_t u_Table_Index = 0; // 0 Face, 1 Eye, 2 Mouth, 3 Advanced
-    QString s_Output_Folder;
-    QString s_Saved_Take_Picture;
+    // b_Save_Picture, s_Output_Folder and s_Saved_Take_Picture.
+    SaveRequest saveRequest;
 
     // The open photo (img_Basic) and everything derived from it.
     OpenedPhoto photo;

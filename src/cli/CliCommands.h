@@ -14,3 +14,11 @@ enum CliStatus : int {
 // bellavenor-cli analyse PHOTO: the face analysis of one photo as JSON on
 // stdout; a one-line message on stderr when there is none.
 int runAnalyse(const QStringList& arguments);
+
+// bellavenor-cli render PHOTO [--settings FILE.json] -o OUT.png [--timings]:
+// the retouched photo at full size, with the settings of the file (every
+// field left out at its default).
+int runRender(const QStringList& arguments);
+
+// bellavenor-cli settings: the default settings as JSON.
+int runSettings();

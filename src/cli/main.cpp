@@ -29,6 +29,12 @@ int main(int argc, char* argv[])
     const QString command = arguments.isEmpty() ? QString() : arguments.takeFirst();
     if (command == "analyse")
         return runAnalyse(arguments);
-    std::fprintf(stderr, "usage: bellavenor-cli analyse PHOTO\n");
+    if (command == "render")
+        return runRender(arguments);
+    if (command == "settings" && arguments.isEmpty())
+        return runSettings();
+    std::fprintf(stderr, "usage: bellavenor-cli analyse PHOTO\n"
+                         "       bellavenor-cli render PHOTO [--settings FILE.json] -o OUT.png [--timings]\n"
+                         "       bellavenor-cli settings\n");
     return kCliUsage;
 }

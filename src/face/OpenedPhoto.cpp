@@ -5,8 +5,12 @@
 
 OpenResult openAndAnalyse(const QString& path)
 {
+    return analysePhoto(path, decodePhoto(path));
+}
+
+OpenResult analysePhoto(const QString& path, DecodedPhoto decoded)
+{
     OpenResult result;
-    DecodedPhoto decoded = decodePhoto(path);
     if (!decoded.ok()) {
         result.message = decoded.error;
         return result;

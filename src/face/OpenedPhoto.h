@@ -2,6 +2,7 @@
 
 #include "FaceLandmarks.h"
 #include "FaceRegions.h"
+#include "PhotoDecoder.h"
 #include "RegionImages.h"
 
 #include <QImage>
@@ -34,3 +35,6 @@ struct OpenResult {
 // Reads the photo, finds exactly one face and derives all its regions and
 // region pictures. Never throws and never touches a photo already open.
 OpenResult openAndAnalyse(const QString& path);
+
+// The same for a photo already decoded from `path`.
+OpenResult analysePhoto(const QString& path, DecodedPhoto decoded);

@@ -23,3 +23,12 @@ QImage Stretch_Image(const QImage& image, QSizeF size);
 // Stretches horizontally only: width ceil(width × percentage / 100), the
 // height unchanged.
 QImage Scale_Image_Width_By_Percentage(const QImage& image, float percentage);
+
+// `dst` becomes a picture of `size` that may be written over completely. It
+// keeps its buffer when it already has that size and shares it with nobody:
+// callers that redraw often pass the same picture again and allocate once.
+inline void ensurePicture(QImage& dst, QSize size)
+{
+    if (dst.size() != size || dst.format() != kPictureFormat || !dst.isDetached())
+        dst = QImage(size, kPictureFormat);
+}

@@ -71,15 +71,6 @@ inline void storePremultiplied(uchar* px, UnitColour c, uchar alpha)
     px[3] = alpha;
 }
 
-// `dst` becomes a picture of `size` that may be written over completely. It
-// keeps its buffer when it already has that size and shares it with nobody:
-// callers that redraw often pass the same picture again and allocate once.
-inline void ensurePicture(QImage& dst, QSize size)
-{
-    if (dst.size() != size || dst.format() != kPictureFormat || !dst.isDetached())
-        dst = QImage(size, kPictureFormat);
-}
-
 // OpenCV views of picture memory: no copies.
 inline cv::Mat matView(QImage& picture)
 {

@@ -64,4 +64,50 @@ struct EditingState {
     void Reset_Variables();
 
     bool operator==(const EditingState&) const = default;
+
+    // Calls visit(name, field) for every field above, in declaration order.
+    template <typename Visitor>
+    void forEachField(Visitor&& visit);
 };
+
+template <typename Visitor>
+void EditingState::forEachField(Visitor&& visit)
+{
+#define BELLAVENOR_FIELD(name) visit(#name, name)
+    BELLAVENOR_FIELD(b_Face_Skin_Smooth);
+    BELLAVENOR_FIELD(b_Remove_Wrinkles);
+    BELLAVENOR_FIELD(b_Color_Eyes);
+    BELLAVENOR_FIELD(b_Widen_Eyes);
+    BELLAVENOR_FIELD(b_Eye_Eyeshadow);
+    BELLAVENOR_FIELD(b_Eyes_Darken);
+    BELLAVENOR_FIELD(b_Apply_Cheeks);
+    BELLAVENOR_FIELD(b_Color_Lips);
+    BELLAVENOR_FIELD(b_Whiten_Teeth);
+    BELLAVENOR_FIELD(u_Face_Skin_Smooth_Level);
+    BELLAVENOR_FIELD(u_Face_Skin_Smooth_Radius);
+    BELLAVENOR_FIELD(u_Remove_Wrinkles_Level);
+    BELLAVENOR_FIELD(u_Widen_Eyes_Level);
+    BELLAVENOR_FIELD(color_Color_Eyes);
+    BELLAVENOR_FIELD(f_Color_Eyes_Transparency);
+    BELLAVENOR_FIELD(color_Color_Lips);
+    BELLAVENOR_FIELD(f_Color_Lips_Transparency);
+    BELLAVENOR_FIELD(color_Eyeshadow);
+    BELLAVENOR_FIELD(f_Color_Eyeshadow_Transparency);
+    BELLAVENOR_FIELD(f_Eyeshadow_Blur_Level);
+    BELLAVENOR_FIELD(f_Darken_Eyes_Transparency);
+    BELLAVENOR_FIELD(f_Darken_Eyes_Line_Width);
+    BELLAVENOR_FIELD(f_Darken_Eyes_Blur_Level);
+    BELLAVENOR_FIELD(color_Color_Cheeks_1);
+    BELLAVENOR_FIELD(color_Color_Cheeks_1_Right);
+    BELLAVENOR_FIELD(color_Color_Cheeks_2);
+    BELLAVENOR_FIELD(f_Color_Cheeks_Transparency);
+    BELLAVENOR_FIELD(f_Cheeks_Blur_Level_Left);
+    BELLAVENOR_FIELD(f_Cheeks_Blur_Level_Right);
+    BELLAVENOR_FIELD(pt_MakeUp_Center_Left);
+    BELLAVENOR_FIELD(pt_MakeUp_Center_Right);
+    BELLAVENOR_FIELD(b_Activated_Cheeks_Reposition);
+    BELLAVENOR_FIELD(b_Activated_Darken_Eyes_Reposition);
+    BELLAVENOR_FIELD(b_Cheeks_Picking_Color);
+    BELLAVENOR_FIELD(i_Picking_Color_Index);
+#undef BELLAVENOR_FIELD
+}

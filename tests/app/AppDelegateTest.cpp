@@ -95,7 +95,7 @@ TEST_F(AppDelegateTest, StartsInTheFaceCategoryWithDefaults)
     EXPECT_EQ(delegate->tableActions()->horizontalHeaderItem(0)->whatsThis(), "key1");
     EXPECT_TRUE(delegate->state == EditingState{});
     EXPECT_FALSE(delegate->b_Image_Loaded_OK);
-    EXPECT_FALSE(delegate->b_Save_Picture);
+    EXPECT_FALSE(delegate->saveRequest.b_Save_Picture);
     EXPECT_FALSE(delegate->image_Pick_Color.isNull()) << "the colour-picker cursor ships as a resource";
 }
 
@@ -127,8 +127,8 @@ TEST_F(AppDelegateTest, CreatesTheWorkingFolderInDocuments)
 {
     const auto delegate = startedDelegate();
 
-    EXPECT_EQ(delegate->s_Output_Folder, documents.filePath("Bellavenro"));
-    EXPECT_TRUE(QFileInfo(delegate->s_Output_Folder).isDir());
+    EXPECT_EQ(delegate->saveRequest.s_Output_Folder, documents.filePath("Bellavenro"));
+    EXPECT_TRUE(QFileInfo(delegate->saveRequest.s_Output_Folder).isDir());
 }
 
 TEST_F(AppDelegateTest, PlainFileWhereTheWorkingFolderGoesIsUsedWithoutAlert)

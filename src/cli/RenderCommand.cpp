@@ -1,0 +1,110 @@
+#include "CliCommands.h"
+#include "Compositor.h"
+#include "EditingStateJson.h"
+#include "OpenedPhoto.h"
+#include "PhotoDecoder.h"
+#include "PictureSaver.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonDocument>
+
+#include <cstdio>
+
+namespace {
+
+int fail(int status, const QString& message)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+    return status;
+}
+
+struct RenderArguments {
+    QString photo, settings, output;
+    bool timings = false;
+};
+
+bool parse(const QStringList& arguments, RenderArguments& parsed)
+{
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString& argument = arguments[i];
+        if (argument == "--timings")
+            parsed.timings = true;
+        else if (argument == "--settings" && i + 1 < arguments.size())
+            parsed.settings = arguments[++i];
+        else if (argument == "-o" && i + 1 < arguments.size())
+            parsed.output = arguments[++i];
+        else if (parsed.photo.isEmpty() && !argument.startsWith('-'))
+            parsed.photo = argument;
+        else
+            return false;
+    }
+    return !parsed.photo.isEmpty() && !parsed.output.isEmpty();
+}
+
+bool readSettings(const QString& path, EditingState& state, QString& error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = QString("The settings file \"%1\" could not be read.").arg(path);
+        return false;
+    }
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parseError);
+    if (!document.isObject()) {
+        error = QString("The settings file \"%1\" is not a JSON object: %2.").arg(path, parseError.errorString());
+        return false;
+    }
+    return readJson(document.object(), state, error);
+}
+
+// Prints "stage: N ms" on stderr when asked.
+struct StageClock {
+    bool enabled;
+    QElapsedTimer timer;
+    void lap(const char* stage)
+    {
+        if (enabled)
+            std::fprintf(stderr, "%s: %lld ms\n", stage, timer.restart());
+    }
+};
+
+} // namespace
+
+int runSettings()
+{
+    std::fputs(QJsonDocument(toJson(EditingState{})).toJson(QJsonDocument::Indented).constData(), stdout);
+    return kCliOk;
+}
+
+int runRender(const QStringList& arguments)
+{
+    RenderArguments args;
+    if (!parse(arguments, args))
+        return fail(kCliUsage, "usage: bellavenor-cli render PHOTO [--settings FILE.json] -o OUT.png [--timings]");
+    EditingState state;
+    QString error;
+    if (!args.settings.isEmpty() && !readSettings(args.settings, state, error))
+        return fail(kCliUsage, error);
+
+    StageClock clock{args.timings, {}};
+    clock.timer.start();
+    DecodedPhoto decoded = decodePhoto(args.photo);
+    clock.lap("decode");
+    if (!decoded.ok())
+        return fail(kCliUnreadable, decoded.error);
+    const OpenResult opened = analysePhoto(args.photo, std::move(decoded));
+    clock.lap("analyse");
+    if (opened.outcome != OpenResult::Opened)
+        return fail(opened.outcome == OpenResult::NoFace         ? kCliNoFace
+                    : opened.outcome == OpenResult::SeveralFaces ? kCliSeveralFaces
+                                                                 : kCliUnreadable,
+                    opened.message);
+    Compositor compositor;
+    const QImage& picture = compositor.compose(opened.photo, state);
+    clock.lap("compose");
+    if (!writePng(picture, args.output))
+        return fail(kCliUnreadable, QString("The picture could not be written to \"%1\".").arg(args.output));
+    clock.lap("encode");
+    return kCliOk;
+}

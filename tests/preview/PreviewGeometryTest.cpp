@@ -1,0 +1,21 @@
+#include "PreviewGeometry.h"
+
+#include <gtest/gtest.h>
+
+TEST(BestFitFrame, StepsInFiftiethsAndOverhangsOneStepWhenShrinking)
+{
+    EXPECT_EQ(return_Best_Fit_Frame(0, 0, 400, 300), QRectF());
+    EXPECT_EQ(return_Best_Fit_Frame(640, 480, 640, 480), QRectF(0, 0, 640, 480));
+    EXPECT_EQ(return_Best_Fit_Frame(100, 50, 400, 400), QRectF(0, 100, 400, 200)) << "grows by 2 up to 400";
+    EXPECT_EQ(return_Best_Fit_Frame(1000, 1000, 500, 500), QRectF(-10, -10, 520, 520)) << "one step larger";
+    EXPECT_EQ(return_Best_Fit_Frame(1000, 500, 800, 600), QRectF(-100, 50, 1000, 500))
+        << "larger in one direction only: own size, centred";
+}
+
+TEST(PercentConversions, RoundTripThroughPercent)
+{
+    const QRectF percent = Return_Rect_In_Percentage(QRectF(50, 25, 100, 50), QSizeF(200, 100));
+    EXPECT_EQ(percent, QRectF(25, 25, 50, 50));
+    EXPECT_EQ(Return_Rect_In_View_Coordinates(percent, QSizeF(200, 100)), QRectF(50, 25, 100, 50));
+    EXPECT_EQ(Return_Point_In_View_Coordinates(QPointF(20, 80), QSizeF(500, 250)), QPointF(100, 200));
+}
