@@ -111,3 +111,16 @@ void BM_StretchCheekLayer(benchmark::State& state)
 BENCHMARK(BM_StretchCheekLayer)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
+
+namespace {
+
+void BM_drawOver12MP(benchmark::State& state)
+{
+    QImage target = photo12MP().copy();
+    const QImage over = imageBlackAndWhite(photo12MP());
+    for (auto _ : state)
+        drawOver(target, over);
+}
+BENCHMARK(BM_drawOver12MP)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+} // namespace

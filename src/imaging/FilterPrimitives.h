@@ -52,6 +52,15 @@ QImage imageEdges(const QImage& image);
 // both pictures (placed at the same origin).
 QImage Subtract_Image(const QImage& first, const QImage& second);
 
+// --- Compositing. ----------------------------------------------------------
+
+// Lays `src` over `dst` (source-over), both pictures of the same size.
+// QPainter's general path is several times slower on this pixel format.
+void drawOver(QImage& dst, const QImage& src);
+
+// Whether every pixel is fully opaque.
+bool isOpaque(const QImage& picture);
+
 // --- Masks and markers. ----------------------------------------------------
 
 // The image with the mask's grey as inverse alpha: black keeps a pixel,

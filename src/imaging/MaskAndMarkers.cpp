@@ -3,6 +3,8 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <algorithm>
+
 namespace {
 
 constexpr uchar kQualifies = 100;
@@ -82,4 +84,51 @@ QImage imageReplaceGreenWithOriginal(const QImage& marker, const QImage& base, c
     QImage result;
     imageReplaceGreenWithOriginal(marker, base, source, result);
     return result;
+}
+
+namespace {
+
+BELLAVENOR_HOT_LOOP
+void drawOverRun(const quint32* __restrict src, quint32* __restrict dst, qsizetype count)
+{
+    for (qsizetype i = 0; i < count; ++i) {
+        const quint32 s = src[i], d = dst[i];
+        const quint32 keep = 255 - (s >> 24);
+        quint32 out = 0;
+        for (int shift = 0; shift < 32; shift += 8) {
+            const quint32 channel = ((s >> shift) & 0xff) + (((d >> shift) & 0xff) * keep + 127) / 255;
+            out |= std::min<quint32>(channel, 255) << shift;
+        }
+        dst[i] = out;
+    }
+}
+
+// The alpha bits every pixel has set: 255 only when all are opaque.
+BELLAVENOR_HOT_LOOP
+quint32 alphaOfAll(const quint32* __restrict words, qsizetype count)
+{
+    quint32 all = 0xff000000u;
+    for (qsizetype i = 0; i < count; ++i)
+        all &= words[i];
+    return all >> 24;
+}
+
+} // namespace
+
+void drawOver(QImage& dst, const QImage& src)
+{
+    const QImage over = toPicture(src);
+    Q_ASSERT(over.size() == dst.size() && dst.format() == kPictureFormat);
+    if (over.size() != dst.size() || dst.format() != kPictureFormat)
+        return;
+    const auto* from = reinterpret_cast<const quint32*>(over.constBits());
+    mapRows(dst, dst, [&](const quint32*, quint32* out, qsizetype count, qsizetype first) {
+        drawOverRun(from + first, out, count);
+    });
+}
+
+bool isOpaque(const QImage& picture)
+{
+    const QImage p = toPicture(picture);
+    return alphaOfAll(reinterpret_cast<const quint32*>(p.constBits()), p.sizeInBytes() / 4) == 255;
 }

@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QRadialGradient>
 
+#include <opencv2/core/utility.hpp>
+
 #include <cmath>
 #include <cstring>
 
@@ -258,14 +260,17 @@ const QImage& Compositor::smoothedBase(const OpenedPhoto& photo, const EditingSt
     const std::uint64_t radius = smooth ? s.u_Face_Skin_Smooth_Radius : 0;
     if (base_.picture.isNull() || base_.photoKey != photo.img_Basic.cacheKey() || base_.level != level
         || base_.radius != radius) {
-        base_ = {photo.img_Basic.cacheKey(), level, radius, 0, {}, {}, {}, makePicture(photo.img_Basic.size())};
-        ImagePainter p(base_.picture, photo.imgSize.height());
-        p.fillRect(base_.picture.rect(), Qt::black);
-        p.drawImage(0, 0, photo.img_Basic);
-        if (smooth)
-            p.drawInto(QRectF(QPointF(0, 0), photo.imgSize),
-                       trc_Face_Smooth(photo.images.image_Face_Full_Picture, s.u_Face_Skin_Smooth_Level,
-                                       s.u_Face_Skin_Smooth_Radius));
+        // The photo over opaque black, then the smoothed picture over all of it.
+        base_ = {photo.img_Basic.cacheKey(), level, radius, 0, {}, {}, {}, toPicture(photo.img_Basic).copy()};
+        if (!isOpaque(base_.picture)) {
+            base_.picture.fill(Qt::black);
+            drawOver(base_.picture, photo.img_Basic);
+        }
+        const QImage smoothed = smooth ? trc_Face_Smooth(photo.images.image_Face_Full_Picture,
+                                                         s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius)
+                                       : QImage();
+        if (smoothed.size() == base_.picture.size())
+            drawOver(base_.picture, smoothed);
     }
     return base_.picture;
 }
@@ -364,10 +369,19 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const EditingState& 
 
 void Compositor::paintCheeks(const OpenedPhoto& photo, const EditingState& s)
 {
-    const QImage& left = cheekLayer(cheekLeft_, s.color_Color_Cheeks_1, s.color_Color_Cheeks_2, s.pt_MakeUp_Center_Left,
-                                    s.f_Cheeks_Blur_Level_Left);
-    const QImage& right = cheekLayer(cheekRight_, s.color_Color_Cheeks_1_Right, s.color_Color_Cheeks_2,
-                                     s.pt_MakeUp_Center_Right, s.f_Cheeks_Blur_Level_Right);
+    // The two layers are independent: each side is made on its own core.
+    cv::parallel_for_(cv::Range(0, 2), [&](const cv::Range& sides) {
+        for (int side = sides.start; side < sides.end; ++side) {
+            if (side == 0)
+                cheekLayer(cheekLeft_, s.color_Color_Cheeks_1, s.color_Color_Cheeks_2, s.pt_MakeUp_Center_Left,
+                           s.f_Cheeks_Blur_Level_Left);
+            else
+                cheekLayer(cheekRight_, s.color_Color_Cheeks_1_Right, s.color_Color_Cheeks_2,
+                           s.pt_MakeUp_Center_Right, s.f_Cheeks_Blur_Level_Right);
+        }
+    });
+    const QImage& left = cheekLeft_.picture;
+    const QImage& right = cheekRight_.picture;
     ImagePainter p(working_, photo.imgSize.height());
     p.setOpacity(std::clamp(1.0 - double(s.f_Color_Cheeks_Transparency), 0.0, 1.0));
     p.drawInto(photo.regions.rect_Cheek_Left_Area_To_Paint, left);

@@ -1,0 +1,81 @@
+#include <QFile>
+#include <QImage>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct CliRun {
+    int status = -1;
+    QByteArray out, err;
+};
+
+CliRun runCli(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(BELLAVENOR_CLI, arguments);
+    process.waitForFinished(120000);
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+class RenderCommandTest : public ::testing::Test {
+protected:
+    QString settingsFile(const QByteArray& json)
+    {
+        QFile file(folder.filePath("settings.json"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(json);
+        return file.fileName();
+    }
+
+    QString portrait() const { return QString(BELLAVENOR_TEST_DATA) + "/portrait.png"; }
+    QTemporaryDir folder;
+};
+
+} // namespace
+
+TEST_F(RenderCommandTest, RendersEveryEffectAtFullSizeAndReportsItsStages)
+{
+    const QString settings = settingsFile(R"({"b_Face_Skin_Smooth": true, "b_Remove_Wrinkles": true,
+        "b_Color_Eyes": true, "b_Widen_Eyes": true, "b_Eye_Eyeshadow": true, "b_Eyes_Darken": true,
+        "b_Apply_Cheeks": true, "b_Color_Lips": true, "b_Whiten_Teeth": true,
+        "color_Color_Lips": "#c0304a", "f_Color_Lips_Transparency": 0.4, "pt_MakeUp_Center_Left": [30, 40]})");
+    const QString out = folder.filePath("out.png");
+
+    const CliRun run = runCli({"render", portrait(), "--settings", settings, "-o", out, "--timings"});
+
+    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    const QImage rendered(out);
+    EXPECT_EQ(rendered.size(), QSize(512, 512));
+    EXPECT_NE(rendered.convertToFormat(QImage::Format_RGB32), QImage(portrait()).convertToFormat(QImage::Format_RGB32));
+    for (const char* stage : {"decode: ", "analyse: ", "compose: ", "encode: "})
+        EXPECT_TRUE(run.err.contains(stage)) << stage;
+}
+
+TEST_F(RenderCommandTest, SettingsErrorsNameTheField)
+{
+    const QString out = folder.filePath("out.png");
+    CliRun run = runCli({"render", portrait(), "--settings", settingsFile(R"({"b_Colour_Lips": true})"), "-o", out});
+    EXPECT_NE(run.status, 0);
+    EXPECT_TRUE(run.err.contains("b_Colour_Lips"));
+
+    run = runCli({"render", portrait(), "--settings", settingsFile(R"({"f_Color_Lips_Transparency": "high"})"), "-o", out});
+    EXPECT_NE(run.status, 0);
+    EXPECT_TRUE(run.err.contains("f_Color_Lips_Transparency"));
+    EXPECT_FALSE(QFile::exists(out));
+}
+
+TEST_F(RenderCommandTest, SettingsCommandPrintsTheDefaults)
+{
+    const CliRun run = runCli({"settings"});
+    ASSERT_EQ(run.status, 0);
+    const QJsonObject defaults = QJsonDocument::fromJson(run.out).object();
+    EXPECT_EQ(defaults["u_Face_Skin_Smooth_Level"].toInt(), 10);
+    EXPECT_EQ(defaults["color_Color_Cheeks_2"].toString(), "#ff00ffff");
+    EXPECT_EQ(defaults["b_Color_Lips"].toBool(true), false);
+    EXPECT_EQ(defaults.size(), 35);
+}
