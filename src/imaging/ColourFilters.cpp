@@ -94,31 +94,21 @@ cv::Mat unitColour(const QImage& picture)
     return rgba;
 }
 
+
+
+QImage toneMapped(const QImage& image, const ToneSettings& t)
+{
+    QImage result;
+    toneMap(image, result, t);
+    return result;
+}
+
 } // namespace
 
-void imageBlackAndWhite(const QImage& src, QImage& dst)
-{
-    toneMap(src, dst, kBlackAndWhite);
-}
-
-QImage imageBlackAndWhite(const QImage& image)
-{
-    QImage result;
-    imageBlackAndWhite(image, result);
-    return result;
-}
-
-void Whiten_Teeth(const QImage& src, QImage& dst)
-{
-    toneMap(src, dst, kWhitenTeeth);
-}
-
-QImage Whiten_Teeth(const QImage& image)
-{
-    QImage result;
-    Whiten_Teeth(image, result);
-    return result;
-}
+void imageBlackAndWhite(const QImage& src, QImage& dst) { toneMap(src, dst, kBlackAndWhite); }
+QImage imageBlackAndWhite(const QImage& image) { return toneMapped(image, kBlackAndWhite); }
+void Whiten_Teeth(const QImage& src, QImage& dst) { toneMap(src, dst, kWhitenTeeth); }
+QImage Whiten_Teeth(const QImage& image) { return toneMapped(image, kWhitenTeeth); }
 
 QImage imageEdges(const QImage& image)
 {
