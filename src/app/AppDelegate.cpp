@@ -4,6 +4,15 @@
 #include "MainWindow.h"
 #include "View_Picture.h"
 #include "WorkingFolder.h"
+#include "Window_Cheek.h"
+#include "Window_Eye_Shadow.h"
+#include "Window_Eyes_Color.h"
+#include "Window_Eyes_Darken.h"
+#include "Window_Face_Skin_Smooth.h"
+#include "Window_Lips_Color.h"
+#include "Window_Remove_Wrinkles.h"
+#include "Window_Whiten_Teeth.h"
+#include "Window_Widen_Eyes.h"
 #include "ui_MainWindow.h"
 
 #include <QApplication>
@@ -13,6 +22,8 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QTableWidget>
 #include <QSignalBlocker>
 #include <QStandardPaths>
 
@@ -28,6 +39,9 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
     };
     endProcess = [](int status) { QCoreApplication::exit(status); };
+    timer_Reload_Toolbar_Arrays.setSingleShot(true);
+    timer_Reload_Toolbar_Arrays.setInterval(200);
+    connect(&timer_Reload_Toolbar_Arrays, &QTimer::timeout, this, &AppDelegate::Timer_Reload_Toolbar_Arrays_Routine);
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -199,6 +213,7 @@ void AppDelegate::selectCategory(std::uint64_t index, const QString& header)
     u_Table_Index = index;
     if (QTableWidget* table = tableActions())
         table->horizontalHeaderItem(0)->setText(header);
+    reloadTable();
 }
 
 void AppDelegate::OnToolbarFace()
@@ -255,17 +270,102 @@ void AppDelegate::OnMenuHelpCompanyHomePage() { openUrl(helpPages.companyPage); 
 void AppDelegate::OnMenuHelpPrivacyPolicy() { openUrl(helpPages.privacyPolicy); }
 void AppDelegate::OnMenuHelpSubmitTicket() { openUrl(helpPages.submitTicket); }
 
-// Entry points whose work arrives with the photo, the panels and saving.
+template <typename Panel>
+void AppDelegate::openPanel(QPointer<QWidget>& panel)
+{
+    if (!b_Image_Loaded_OK)
+        return;
+    if (!panel)
+        panel = new Panel(*this); // deletes itself when closed, which empties the reference
+    panel->show();
+    panel->raise();
+    panel->activateWindow();
+}
+
+void AppDelegate::On_Face_Smooth_Skin() { openPanel<Window_Face_Skin_Smooth>(window_Face_Skin_Smooth); }
+void AppDelegate::On_Face_Wrinkle_Remover() { openPanel<Window_Remove_Wrinkles>(window_Remove_Wrinkles); }
+void AppDelegate::On_Face_Cheek() { openPanel<Window_Cheek>(window_Cheek); }
+void AppDelegate::On_Eye_Color() { openPanel<Window_Eyes_Color>(window_Eyes_Color); }
+void AppDelegate::On_Eye_Size() { openPanel<Window_Widen_Eyes>(window_Widen_Eyes); }
+void AppDelegate::On_Eye_Brush() { openPanel<Window_Eye_Shadow>(window_Eye_Shadow); }
+void AppDelegate::On_Eyes_Darken() { openPanel<Window_Eyes_Darken>(window_Eyes_Darken); }
+void AppDelegate::On_Mouth_Lips() { openPanel<Window_Lips_Color>(window_Lips_Color); }
+void AppDelegate::On_Mouth_Teeth() { openPanel<Window_Whiten_Teeth>(window_Whiten_Teeth); }
+void AppDelegate::On_Advanced_Effects() {}
+
+// A category change empties the table at once and fills it 0.2 s later; a
+// second change within that time replaces the pending refill.
+void AppDelegate::Reset_Toobar_Arrays()
+{
+    array_Face.clear();
+    array_Eye.clear();
+    array_Mouth.clear();
+    reloadTable();
+    for (const QPointer<QPushButton>& button : std::as_const(array_Buttons))
+        if (button)
+            button->deleteLater();
+    array_Buttons.clear();
+    timer_Reload_Toolbar_Arrays.start();
+}
+
+void AppDelegate::Timer_Reload_Toolbar_Arrays_Routine()
+{
+    const LocalisedLabels& l = labels;
+    array_Face = {l.s_IDD_SMOOTH_SKIN, l.s_IDD_WRINKLE_REMOVER, l.s_IDD_CHEEKS};
+    array_Eye = {l.s_IDD_COLOR_EYES, l.s_IDD_WIDEN_EYES, l.s_IDD_EYELID, l.s_IDD_DARKEN_EYES};
+    array_Mouth = {l.s_IDD_LIPS, l.s_IDD_WHITE_TEETH};
+    reloadTable();
+}
+
+void AppDelegate::reloadTable()
+{
+    QTableWidget* table = tableActions();
+    if (!table)
+        return;
+    const QStringList* titles = u_Table_Index == 0   ? &array_Face
+                                : u_Table_Index == 1 ? &array_Eye
+                                : u_Table_Index == 2 ? &array_Mouth
+                                                     : nullptr;
+    table->setRowCount(titles ? int(titles->size()) : 0);
+    for (int row = 0; titles && row < titles->size(); ++row) {
+        auto* cell = new QWidget; // the row's cell view
+        QPushButton* button = rowButton(u_Table_Index, row, titles->at(row));
+        button->setParent(cell);
+        button->setGeometry(0, 0, 164, 30);
+        table->setCellWidget(row, 0, cell);
+        array_Buttons.append(button);
+    }
+}
+
+QPushButton* AppDelegate::rowButton(std::uint64_t category, int row, const QString& title)
+{
+    using Opener = void (AppDelegate::*)();
+    static const std::array<std::vector<Opener>, 4> catalogue{{
+        {&AppDelegate::On_Face_Smooth_Skin, &AppDelegate::On_Face_Wrinkle_Remover, &AppDelegate::On_Face_Cheek},
+        {&AppDelegate::On_Eye_Color, &AppDelegate::On_Eye_Size, &AppDelegate::On_Eye_Brush, &AppDelegate::On_Eyes_Darken},
+        {&AppDelegate::On_Mouth_Lips, &AppDelegate::On_Mouth_Teeth},
+        {&AppDelegate::On_Advanced_Effects},
+    }};
+    auto* button = new QPushButton(title);
+    const std::vector<Opener>& openers = catalogue.at(size_t(category));
+    if (size_t(row) < openers.size())
+        connect(button, &QPushButton::clicked, this, openers[size_t(row)]);
+    return button;
+}
+
+void AppDelegate::Change_Cursor_To_Color_Picker()
+{
+    if (QWidget* preview = viewPreview())
+        preview->setCursor(image_Pick_Color.isNull() ? QCursor(Qt::CrossCursor)
+                                                     : QCursor(QPixmap::fromImage(image_Pick_Color), 2, 29));
+}
+
+void AppDelegate::Change_Cursor_To_Regular()
+{
+    if (QWidget* preview = viewPreview())
+        preview->setCursor(Qt::ArrowCursor);
+}
+
+// Entry points whose work arrives with saving and sharing.
 void AppDelegate::OnToolbarSave() {}
 void AppDelegate::OnToolbarShare() {}
-void AppDelegate::On_Face_Smooth_Skin() {}
-void AppDelegate::On_Face_Wrinkle_Remover() {}
-void AppDelegate::On_Face_Cheek() {}
-void AppDelegate::On_Eye_Color() {}
-void AppDelegate::On_Eye_Size() {}
-void AppDelegate::On_Eye_Brush() {}
-void AppDelegate::On_Eyes_Darken() {}
-void AppDelegate::On_Mouth_Lips() {}
-void AppDelegate::On_Mouth_Teeth() {}
-void AppDelegate::On_Advanced_Effects() {}
-void AppDelegate::Reset_Toobar_Arrays() {}

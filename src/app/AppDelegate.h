@@ -11,6 +11,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
+#include <QTimer>
 
 #include <array>
 #include <cstdint>
@@ -82,6 +83,8 @@ public:
     QStringList array_Eye;
     QStringList array_Mouth;
     QList<QPointer<QPushButton>> array_Buttons;
+    // The one pending refill of the action table.
+    QTimer timer_Reload_Toolbar_Arrays;
 
     // The effect panels; empty until first opened, dropped when closed.
     QPointer<QWidget> window_Face_Skin_Smooth;
@@ -122,8 +125,18 @@ public slots:
     void On_Advanced_Effects();
 
     void Reset_Toobar_Arrays();
+    void Timer_Reload_Toolbar_Arrays_Routine();
+
+    // The preview shows the colour-picker cursor (while a cheek colour is
+    // picked from the photo), or the arrow again.
+    void Change_Cursor_To_Color_Picker();
+    void Change_Cursor_To_Regular();
 
 private:
+    template <typename Panel>
+    void openPanel(QPointer<QWidget>& panel);
+    void reloadTable();
+    QPushButton* rowButton(std::uint64_t category, int row, const QString& title);
     // The panels in the order they are closed and reset.
     std::array<QPointer<QWidget>*, 9> panelsInOrder();
     void awakeFromNib();

@@ -1,4 +1,5 @@
 #include "AppDelegate.h"
+#include "EnglishLabels.h"
 #include "MainWindow.h"
 #include "ui_MainWindow.h"
 
@@ -15,13 +16,7 @@ namespace {
 
 class AppDelegateTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite()
-    {
-        static bool installed = false;
-        if (!installed)
-            LocalisedLabels::installTranslator(qApp);
-        installed = true;
-    }
+    static void SetUpTestSuite() { installEnglishLabelsOnce(); }
 
     // A delegate whose alerts and process end are recorded instead of shown.
     std::unique_ptr<AppDelegate> makeDelegate(const QString& documents)

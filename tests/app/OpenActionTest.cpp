@@ -1,4 +1,5 @@
 #include "AppDelegate.h"
+#include "EnglishLabels.h"
 #include "MainWindow.h"
 #include "View_Picture.h"
 
@@ -14,6 +15,7 @@ class OpenActionTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+        installEnglishLabelsOnce();
         delegate = std::make_unique<AppDelegate>(documents.path());
         delegate->showAlert = [this](const Alert& alert) {
             alerts.push_back(alert);

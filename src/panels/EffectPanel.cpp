@@ -1,0 +1,64 @@
+#include "EffectPanel.h"
+
+#include "AppDelegate.h"
+#include "ColourWell.h"
+#include "View_Picture.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QSlider>
+
+#include <cmath>
+
+EffectPanel::EffectPanel(AppDelegate& app)
+    : QWidget(nullptr, Qt::Tool)
+    , app(app)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+EditingState& EffectPanel::state()
+{
+    return app.state;
+}
+
+void EffectPanel::redraw()
+{
+    if (QWidget* preview = app.viewPreview())
+        preview->update();
+}
+
+void EffectPanel::bindApply(QCheckBox* box, bool& effect, const QString& title)
+{
+    box->setText(title);
+    box->setChecked(effect);
+    connect(box, &QCheckBox::toggled, this, [this, &effect](bool on) {
+        effect = on;
+        redraw();
+    });
+}
+
+void EffectPanel::bindSlider(QSlider* slider, QLabel* value, int shown, std::function<void(int)> write)
+{
+    slider->setValue(shown);
+    value->setNum(slider->value());
+    connect(slider, &QSlider::valueChanged, this, [this, value, write = std::move(write)](int position) {
+        write(position);
+        value->setNum(position);
+        redraw();
+    });
+}
+
+void EffectPanel::bindHundredths(QSlider* slider, QLabel* value, float& field)
+{
+    bindSlider(slider, value, int(std::lround(field * 100)), [&field](int position) { field = float(position) / 100; });
+}
+
+void EffectPanel::bindColour(ColourWell* well, RgbaColor& field)
+{
+    well->setColour(field);
+    connect(well, &ColourWell::colourChosen, this, [this, &field](const RgbaColor& colour) {
+        field = colour;
+        redraw();
+    });
+}

@@ -1,0 +1,118 @@
+#include "Window_Cheek.h"
+
+#include "AppDelegate.h"
+#include "View_Picture.h"
+#include "ui_Window_Cheek.h"
+
+#include <QSignalBlocker>
+
+Window_Cheek::Window_Cheek(AppDelegate& app)
+    : EffectPanel(app)
+    , ui_(std::make_unique<Ui::Window_Cheek>())
+{
+    ui_->setupUi(this);
+    EditingState& s = state();
+    ui_->viewCircleCenterLeft->b_Left = true;
+    ui_->viewCircleCenterRight->b_Left = false;
+    for (ViewCircleCenter* circle : {ui_->viewCircleCenterLeft, ui_->viewCircleCenterRight})
+        circle->setState(&s, [this] { redraw(); });
+    if (!s.b_Apply_Cheeks)
+        s.b_Activated_Cheeks_Reposition = false;
+    ui_->checkApply->setChecked(s.b_Apply_Cheeks);
+    ui_->checkActivateCheekReposition->setChecked(s.b_Activated_Cheeks_Reposition);
+    ui_->checkActivateCheekReposition->setEnabled(s.b_Apply_Cheeks);
+    Enable_Color_Controls(s.b_Apply_Cheeks && !s.b_Activated_Cheeks_Reposition);
+
+    bindColour(ui_->color_1, s.color_Color_Cheeks_1);
+    bindColour(ui_->color_1_Right, s.color_Color_Cheeks_1_Right);
+    bindColour(ui_->color_2, s.color_Color_Cheeks_2);
+    bindHundredths(ui_->slider_Transparency, ui_->label_Transparency_Value, s.f_Color_Cheeks_Transparency);
+    // The blur sliders start where the interface file puts them and only
+    // write the state.
+    bindSlider(ui_->slider_Blur_Left, ui_->labelBlurLeftValue, ui_->slider_Blur_Left->value(),
+               [this](int value) { state().f_Cheeks_Blur_Level_Left = float(value); });
+    bindSlider(ui_->slider_Blur_Right, ui_->labelBlurRightValue, ui_->slider_Blur_Right->value(),
+               [this](int value) { state().f_Cheeks_Blur_Level_Right = float(value); });
+
+    const LocalisedLabels& l = app.labels;
+    setWindowTitle(l.s_IDD_CHEEKS);
+    ui_->checkApply->setText(l.s_IDD_CHEEKS);
+    ui_->checkActivateCheekReposition->setText(l.s_IDD_EDIT_SIZE_POSITION);
+    ui_->label_Color_2->setText(l.s_IDD_EDIT_COLOR_MAKEUP);
+    ui_->label_Transparency->setText(l.s_IDD_TRANSPARENCY);
+    ui_->label_Color_1->setText(QString("%1 - %2").arg(l.s_IDD_LEFT, l.s_IDD_EDIT_COLOR_AROUND));
+    ui_->label_Color_1_Right->setText(QString("%1 - %2").arg(l.s_IDD_RIGHT, l.s_IDD_EDIT_COLOR_AROUND));
+    ui_->labelBlurLeft->setText(QString("%1 - %2").arg(l.s_IDD_LEFT, l.s_IDD_BLUR));
+    ui_->labelBlurRight->setText(QString("%1 - %2").arg(l.s_IDD_RIGHT, l.s_IDD_BLUR));
+
+    connect(ui_->checkApply, &QCheckBox::toggled, this, &Window_Cheek::OnApplyCheek);
+    connect(ui_->checkActivateCheekReposition, &QCheckBox::toggled, this, &Window_Cheek::OnActivateCheekReposition);
+    connect(ui_->btn_Pick_Color_1, &QPushButton::clicked, this, &Window_Cheek::OnPickColor_1);
+    connect(ui_->btn_Pick_Color_2, &QPushButton::clicked, this, &Window_Cheek::OnPickColor_2);
+    connect(ui_->btn_Pick_Color_1_Right, &QPushButton::clicked, this, &Window_Cheek::OnPickColor_1_Right);
+}
+
+Window_Cheek::~Window_Cheek() = default;
+
+void Window_Cheek::Enable_Color_Controls(bool enabled)
+{
+    for (QWidget* control : std::initializer_list<QWidget*>{ui_->btn_Pick_Color_1, ui_->color_1,
+                                                            ui_->btn_Pick_Color_1_Right, ui_->color_1_Right,
+                                                            ui_->btn_Pick_Color_2, ui_->color_2,
+                                                            ui_->slider_Transparency})
+        control->setEnabled(enabled);
+}
+
+void Window_Cheek::OnApplyCheek(bool on)
+{
+    EditingState& s = state();
+    s.b_Apply_Cheeks = on;
+    s.b_Activated_Cheeks_Reposition = false;
+    {
+        const QSignalBlocker quiet(ui_->checkActivateCheekReposition);
+        ui_->checkActivateCheekReposition->setChecked(false);
+    }
+    Enable_Color_Controls(on);
+    ui_->checkActivateCheekReposition->setEnabled(on);
+    redraw();
+}
+
+void Window_Cheek::OnActivateCheekReposition(bool on)
+{
+    // The two repositioning modes exclude each other.
+    if (state().b_Activated_Darken_Eyes_Reposition)
+        return;
+    state().b_Activated_Cheeks_Reposition = on;
+    Enable_Color_Controls(!on);
+    redraw();
+}
+
+void Window_Cheek::startPicking(int index)
+{
+    state().b_Cheeks_Picking_Color = true;
+    state().i_Picking_Color_Index = index;
+    app.Change_Cursor_To_Color_Picker();
+    hide();
+}
+
+void Window_Cheek::OnPickColor_1() { startPicking(1); }
+void Window_Cheek::OnPickColor_2() { startPicking(2); }
+void Window_Cheek::OnPickColor_1_Right() { startPicking(3); }
+
+void Window_Cheek::Update_Color_1_From_Pick_Color()
+{
+    ui_->color_1->setColour(state().color_Color_Cheeks_1);
+    redraw();
+}
+
+void Window_Cheek::Update_Color_2_From_Pick_Color()
+{
+    ui_->color_2->setColour(state().color_Color_Cheeks_2);
+    redraw();
+}
+
+void Window_Cheek::Update_Color_1_Right_From_Pick_Color()
+{
+    ui_->color_1_Right->setColour(state().color_Color_Cheeks_1_Right);
+    redraw();
+}

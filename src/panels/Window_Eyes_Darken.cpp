@@ -1,0 +1,96 @@
+#include "Window_Eyes_Darken.h"
+
+#include "AppDelegate.h"
+#include "ui_Window_Eyes_Darken.h"
+
+#include <QSignalBlocker>
+
+Window_Eyes_Darken::Window_Eyes_Darken(AppDelegate& app)
+    : EffectPanel(app)
+    , ui_(std::make_unique<Ui::Window_Eyes_Darken>())
+{
+    ui_->setupUi(this);
+    EditingState& s = state();
+    if (!s.b_Eyes_Darken)
+        s.b_Activated_Darken_Eyes_Reposition = false;
+    ui_->checkApply->setChecked(s.b_Eyes_Darken);
+    ui_->checkActivateEyesDarkenReposition->setChecked(s.b_Activated_Darken_Eyes_Reposition);
+    ui_->checkActivateEyesDarkenReposition->setEnabled(s.b_Eyes_Darken);
+    Enable_Color_Controls(s.b_Eyes_Darken && !s.b_Activated_Darken_Eyes_Reposition);
+
+    bindHundredths(ui_->slider_Transparency, ui_->label_Transparency_Value, s.f_Darken_Eyes_Transparency);
+    bindSlider(ui_->slider_Line_Width, ui_->label_Line_Width_Value, int(s.f_Darken_Eyes_Line_Width),
+               [this](int value) { state().f_Darken_Eyes_Line_Width = float(value); });
+    bindHundredths(ui_->slider_Blur, ui_->label_Blur_Value, s.f_Darken_Eyes_Blur_Level);
+
+    const LocalisedLabels& l = app.labels;
+    ui_->checkApply->setText(l.s_IDD_DARKEN_EYES);
+    ui_->checkActivateEyesDarkenReposition->setText(l.s_IDD_EDIT_SIZE_POSITION);
+    ui_->label_Transparency->setText(l.s_IDD_TRANSPARENCY);
+    ui_->label_Line_Width->setText(l.s_IDD_LINE_WIDTH);
+    ui_->btnReset->setText(l.s_IDD_RESET);
+    ui_->label_Blur->setText(l.s_IDD_BLUR);
+    setWindowTitle(l.s_IDD_DARKEN_EYES);
+
+    connect(ui_->checkApply, &QCheckBox::toggled, this, &Window_Eyes_Darken::OnApplyDarkenEyes);
+    connect(ui_->checkActivateEyesDarkenReposition, &QCheckBox::toggled, this,
+            &Window_Eyes_Darken::OnActivateDarkenEyesReposition);
+    connect(ui_->btnReset, &QPushButton::clicked, this, &Window_Eyes_Darken::OnReset);
+}
+
+Window_Eyes_Darken::~Window_Eyes_Darken() = default;
+
+void Window_Eyes_Darken::Enable_Color_Controls(bool enabled)
+{
+    ui_->slider_Transparency->setEnabled(enabled);
+    ui_->slider_Line_Width->setEnabled(enabled);
+    ui_->slider_Blur->setEnabled(enabled);
+}
+
+void Window_Eyes_Darken::OnApplyDarkenEyes(bool on)
+{
+    EditingState& s = state();
+    s.b_Eyes_Darken = on;
+    s.b_Activated_Darken_Eyes_Reposition = false;
+    {
+        const QSignalBlocker quiet(ui_->checkActivateEyesDarkenReposition);
+        ui_->checkActivateEyesDarkenReposition->setChecked(false);
+    }
+    Enable_Color_Controls(on);
+    ui_->checkActivateEyesDarkenReposition->setEnabled(on);
+    redraw();
+}
+
+void Window_Eyes_Darken::OnActivateDarkenEyesReposition(bool on)
+{
+    // The two repositioning modes exclude each other: while the cheeks are
+    // being moved the box may tick, but the mode is not entered.
+    if (state().b_Activated_Cheeks_Reposition)
+        return;
+    state().b_Activated_Darken_Eyes_Reposition = on;
+    Enable_Color_Controls(!on);
+    redraw();
+}
+
+void Window_Eyes_Darken::OnReset()
+{
+    FaceRegions& r = app.photo.regions;
+    const double height = app.photo.imgSize.height();
+    r.array_Eye_Darken_Left_Points = r.array_Eye_Left_Points;
+    r.array_Eye_Darken_Right_Points = r.array_Eye_Right_Points;
+    auto outline = [height](const PointList& points) {
+        QPainterPath path;
+        for (qsizetype i = 0; i < points.size(); ++i) {
+            const QPointF p(points[i].x(), height - points[i].y());
+            i == 0 ? path.moveTo(p) : path.lineTo(p);
+        }
+        if (!points.isEmpty()) {
+            path.lineTo(points[0].x(), height - points[0].y());
+            path.closeSubpath();
+        }
+        return path;
+    };
+    r.path_Eye_Darken_Left = outline(r.array_Eye_Darken_Left_Points);
+    r.path_Eye_Darken_Right = outline(r.array_Eye_Darken_Right_Points);
+    redraw();
+}

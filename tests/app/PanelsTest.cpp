@@ -1,0 +1,251 @@
+#include "AppDelegate.h"
+#include "EnglishLabels.h"
+#include "ColourWell.h"
+#include "MainWindow.h"
+#include "ViewCircleCenter.h"
+#include "Window_Cheek.h"
+#include "Window_Eye_Shadow.h"
+#include "Window_Eyes_Color.h"
+#include "Window_Eyes_Darken.h"
+#include "Window_Lips_Color.h"
+#include "ui_MainWindow.h"
+#include "ui_Window_Cheek.h"
+#include "ui_Window_Eye_Shadow.h"
+#include "ui_Window_Eyes_Color.h"
+#include "ui_Window_Eyes_Darken.h"
+#include "ui_Window_Lips_Color.h"
+
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const OpenedPhoto& portrait()
+{
+    static const OpenResult opened = openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png");
+    return opened.photo;
+}
+
+class PanelsTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        installEnglishLabelsOnce();
+        app = std::make_unique<AppDelegate>(documents.path());
+        app->showAlert = [](const Alert&) { return 0; };
+        app->endProcess = [](int) {};
+        ASSERT_TRUE(app->applicationDidFinishLaunching());
+    }
+
+    void withPhoto()
+    {
+        app->photo = portrait();
+        app->b_Image_Loaded_OK = true;
+    }
+
+    template <typename Panel>
+    Panel* panel(QPointer<QWidget>& field)
+    {
+        return qobject_cast<Panel*>(field.data());
+    }
+
+    QStringList tableTitles() const
+    {
+        QStringList titles;
+        QTableWidget* table = app->tableActions();
+        for (int row = 0; row < table->rowCount(); ++row)
+            titles << table->cellWidget(row, 0)->findChild<QPushButton*>()->text();
+        return titles;
+    }
+
+    QTemporaryDir documents;
+    std::unique_ptr<AppDelegate> app;
+};
+
+} // namespace
+
+TEST_F(PanelsTest, OpenersDoNothingBeforeAPhotoIsLoaded)
+{
+    app->On_Eye_Color();
+    app->On_Face_Cheek();
+    EXPECT_TRUE(app->window_Eyes_Color.isNull());
+    EXPECT_TRUE(app->window_Cheek.isNull());
+}
+
+TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAndRefillsItOnce)
+{
+    QTest::qWait(300);
+    EXPECT_EQ(tableTitles(), (QStringList{"Smooth Skin", "Remove Wrinkles", "Cheek Blush"})) << "Face at start";
+
+    const Ui::MainWindow& ui = app->window()->ui();
+    ui.toolbarItemEye->trigger();
+    EXPECT_EQ(app->tableActions()->rowCount(), 0) << "empty at once";
+    QTest::qWait(300);
+    EXPECT_EQ(tableTitles(), (QStringList{"Eye Colour", "Widen Eyes", "Eye Shadow", "Under-Eye Darkening"}));
+    EXPECT_EQ(app->tableActions()->horizontalHeaderItem(0)->text(), "Eye");
+
+    ui.toolbarItemFace->trigger();
+    QTest::qWait(50);
+    ui.toolbarItemMouth->trigger();
+    int refills = 0;
+    QObject::connect(&app->timer_Reload_Toolbar_Arrays, &QTimer::timeout, [&] { ++refills; });
+    QTest::qWait(400);
+    EXPECT_EQ(refills, 1);
+    EXPECT_EQ(tableTitles(), (QStringList{"Lips", "Whiten Teeth"}));
+
+    ui.toolbarItemAdvanced->trigger();
+    EXPECT_EQ(app->tableActions()->rowCount(), 0);
+    EXPECT_EQ(app->tableActions()->horizontalHeaderItem(0)->text(), "Advanced");
+}
+
+TEST_F(PanelsTest, RowButtonsOpenTheirPanelOnceAPhotoIsOpen)
+{
+    QTest::qWait(300);
+    QPushButton* cheeks = app->tableActions()->cellWidget(2, 0)->findChild<QPushButton*>();
+    EXPECT_EQ(cheeks->geometry(), QRect(0, 0, 164, 30));
+    cheeks->click();
+    EXPECT_TRUE(app->window_Cheek.isNull());
+
+    withPhoto();
+    cheeks->click();
+    QWidget* first = app->window_Cheek;
+    ASSERT_NE(first, nullptr);
+    cheeks->click();
+    EXPECT_EQ(app->window_Cheek.data(), first) << "one panel per effect";
+}
+
+TEST_F(PanelsTest, SlidersWriteAndShowTheirScaling)
+{
+    withPhoto();
+    app->On_Mouth_Lips();
+    auto* lips = panel<Window_Lips_Color>(app->window_Lips_Color);
+    ASSERT_NE(lips, nullptr);
+    lips->ui().slider_Transparency->setValue(55);
+    EXPECT_FLOAT_EQ(app->state.f_Color_Lips_Transparency, 0.55f);
+    EXPECT_EQ(lips->ui().labelTransparencyValue->text(), "55");
+
+    app->On_Eye_Brush();
+    auto* shadow = panel<Window_Eye_Shadow>(app->window_Eye_Shadow);
+    EXPECT_EQ(shadow->ui().slider_Blur->value(), 700) << "blur 7.0 in hundredths";
+    EXPECT_EQ(shadow->ui().slider_Transparency->value(), 20);
+}
+
+TEST_F(PanelsTest, ApplyTogglesTheSwitchAndAReopenedPanelShowsTheCurrentState)
+{
+    withPhoto();
+    app->On_Eye_Color();
+    auto* eyes = panel<Window_Eyes_Color>(app->window_Eyes_Color);
+    EXPECT_FALSE(eyes->ui().checkApply->isChecked());
+    EXPECT_EQ(eyes->ui().colorwellColor->colour(), (RgbaColor{0, 0, 1, 1}));
+    eyes->ui().checkApply->click();
+    EXPECT_TRUE(app->state.b_Color_Eyes);
+    eyes->ui().slider_Transparency->setValue(70);
+
+    eyes->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(app->window_Eyes_Color.isNull());
+    app->state.color_Color_Eyes = {0.1f, 0.5f, 0.2f, 1};
+    app->On_Eye_Color();
+    auto* reopened = panel<Window_Eyes_Color>(app->window_Eyes_Color);
+    EXPECT_TRUE(reopened->ui().checkApply->isChecked());
+    EXPECT_EQ(reopened->ui().slider_Transparency->value(), 70);
+    EXPECT_EQ(reopened->ui().colorwellColor->colour(), (RgbaColor{0.1f, 0.5f, 0.2f, 1}));
+}
+
+TEST_F(PanelsTest, RepositionModesExcludeEachOther)
+{
+    withPhoto();
+    app->state.b_Apply_Cheeks = app->state.b_Eyes_Darken = true;
+    app->On_Face_Cheek();
+    app->On_Eyes_Darken();
+    auto* cheek = panel<Window_Cheek>(app->window_Cheek);
+    auto* darken = panel<Window_Eyes_Darken>(app->window_Eyes_Darken);
+    cheek->ui().checkActivateCheekReposition->click();
+    ASSERT_TRUE(app->state.b_Activated_Cheeks_Reposition);
+
+    darken->ui().checkActivateEyesDarkenReposition->click();
+
+    EXPECT_TRUE(darken->ui().checkActivateEyesDarkenReposition->isChecked()) << "the box shows ticked";
+    EXPECT_FALSE(app->state.b_Activated_Darken_Eyes_Reposition) << "but the mode stays off";
+}
+
+TEST_F(PanelsTest, UntickingCheekApplyEndsRepositioningAndGreysTheColours)
+{
+    withPhoto();
+    app->state.b_Apply_Cheeks = true;
+    app->On_Face_Cheek();
+    auto* cheek = panel<Window_Cheek>(app->window_Cheek);
+    cheek->ui().checkActivateCheekReposition->click();
+    EXPECT_FALSE(cheek->ui().color_1->isEnabled()) << "colours are off while repositioning";
+
+    cheek->ui().checkApply->click();
+
+    EXPECT_FALSE(app->state.b_Apply_Cheeks);
+    EXPECT_FALSE(app->state.b_Activated_Cheeks_Reposition);
+    EXPECT_FALSE(cheek->ui().checkActivateCheekReposition->isChecked());
+    EXPECT_FALSE(cheek->ui().checkActivateCheekReposition->isEnabled());
+    EXPECT_FALSE(cheek->ui().color_2->isEnabled());
+    EXPECT_FALSE(cheek->ui().slider_Transparency->isEnabled());
+    EXPECT_TRUE(cheek->ui().slider_Blur_Left->isEnabled()) << "blur sliders stay";
+    EXPECT_EQ(cheek->ui().slider_Blur_Left->value(), 4);
+}
+
+TEST_F(PanelsTest, PickButtonsArmThePickAndHideThePanel)
+{
+    withPhoto();
+    app->state.b_Apply_Cheeks = true;
+    app->On_Face_Cheek();
+    auto* cheek = panel<Window_Cheek>(app->window_Cheek);
+    cheek->ui().btn_Pick_Color_1_Right->click();
+    EXPECT_TRUE(app->state.b_Cheeks_Picking_Color);
+    EXPECT_EQ(app->state.i_Picking_Color_Index, 3);
+    EXPECT_FALSE(cheek->isVisible());
+    app->state.color_Color_Cheeks_1_Right = {0.3f, 0.2f, 0.1f, 1};
+    cheek->Update_Color_1_Right_From_Pick_Color();
+    EXPECT_EQ(cheek->ui().color_1_Right->colour(), (RgbaColor{0.3f, 0.2f, 0.1f, 1}));
+}
+
+TEST_F(PanelsTest, UnderEyeResetMakesTheRingsTheEyeOutlinesAgain)
+{
+    withPhoto();
+    app->state.b_Eyes_Darken = true;
+    app->photo.regions.array_Eye_Darken_Left_Points[2] = QPointF(1, 1);
+    app->On_Eyes_Darken();
+    panel<Window_Eyes_Darken>(app->window_Eyes_Darken)->ui().btnReset->click();
+
+    const FaceRegions& r = app->photo.regions;
+    EXPECT_EQ(r.array_Eye_Darken_Left_Points, r.array_Eye_Left_Points);
+    EXPECT_EQ(r.array_Eye_Darken_Right_Points, r.array_Eye_Right_Points);
+    const QPainterPath& path = r.path_Eye_Darken_Left;
+    ASSERT_EQ(path.elementCount(), 7);
+    EXPECT_EQ(QPointF(path.elementAt(6)), QPointF(path.elementAt(0))) << "closed back to its first point";
+    EXPECT_EQ(QPointF(path.elementAt(0)), QPointF(r.array_Eye_Left_Points[0].x(), 512 - r.array_Eye_Left_Points[0].y()));
+}
+
+TEST_F(PanelsTest, CircleClickSetsTheBlushCentreOnlyWhileCheeksApplyWithoutRepositioning)
+{
+    EditingState state;
+    ViewCircleCenter circle;
+    circle.resize(100, 100);
+    circle.b_Left = false;
+    int redraws = 0;
+    circle.setState(&state, [&] { ++redraws; });
+
+    QTest::mouseClick(&circle, Qt::LeftButton, {}, QPoint(30, 70));
+    EXPECT_EQ(state.pt_MakeUp_Center_Right, QPointF(80, 20)) << "cheeks off: nothing";
+
+    state.b_Apply_Cheeks = true;
+    QTest::mouseClick(&circle, Qt::LeftButton, {}, QPoint(30, 70));
+    EXPECT_EQ(state.pt_MakeUp_Center_Right, QPointF(30, 70)) << "percent, y from the top";
+    EXPECT_EQ(state.pt_MakeUp_Center_Left, QPointF(20, 20));
+    EXPECT_EQ(redraws, 1);
+
+    state.b_Activated_Cheeks_Reposition = true;
+    QTest::mouseClick(&circle, Qt::LeftButton, {}, QPoint(60, 60));
+    EXPECT_EQ(state.pt_MakeUp_Center_Right, QPointF(30, 70));
+}
