@@ -23,6 +23,7 @@
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableWidget>
 #include <QSignalBlocker>
 #include <QStandardPaths>
@@ -275,11 +276,26 @@ void AppDelegate::openPanel(QPointer<QWidget>& panel)
 {
     if (!b_Image_Loaded_OK)
         return;
-    if (!panel)
+    if (!panel) {
         panel = new Panel(*this); // deletes itself when closed, which empties the reference
+        placeBesideWindow(panel);
+    }
     panel->show();
     panel->raise();
     panel->activateWindow();
+}
+
+// A new panel opens beside the main window where the screen has room, so it
+// does not cover the picture it changes.
+void AppDelegate::placeBesideWindow(QWidget* panel)
+{
+    const QRect frame = window_->frameGeometry();
+    const QRect screen = window_->screen()->availableGeometry();
+    panel->adjustSize();
+    QPoint place = frame.topRight() + QPoint(8, 0);
+    if (place.x() + panel->width() > screen.right())
+        place.setX(screen.right() - panel->width());
+    panel->move(place);
 }
 
 void AppDelegate::On_Face_Smooth_Skin() { openPanel<Window_Face_Skin_Smooth>(window_Face_Skin_Smooth); }

@@ -136,6 +136,7 @@ private:
     template <typename Panel>
     void openPanel(QPointer<QWidget>& panel);
     void reloadTable();
+    void placeBesideWindow(QWidget* panel);
     QPushButton* rowButton(std::uint64_t category, int row, const QString& title);
     // The panels in the order they are closed and reset.
     std::array<QPointer<QWidget>*, 9> panelsInOrder();
