@@ -31,6 +31,22 @@ const OpenedPhoto& portrait()
     return opened.photo;
 }
 
+// Counts the redraws of a widget from now on.
+struct PaintCounter : QObject {
+    explicit PaintCounter(QWidget* widget)
+    {
+        widget->window()->show();
+        QCoreApplication::processEvents();
+        widget->installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+    int count = 0;
+};
+
 class PanelsTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -79,13 +95,13 @@ TEST_F(PanelsTest, OpenersDoNothingBeforeAPhotoIsLoaded)
 
 TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAndRefillsItOnce)
 {
-    QTest::qWait(300);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return app->tableActions()->rowCount() > 0; }, 3000));
     EXPECT_EQ(tableTitles(), (QStringList{"Smooth Skin", "Remove Wrinkles", "Cheek Blush"})) << "Face at start";
 
     const Ui::MainWindow& ui = app->window()->ui();
     ui.toolbarItemEye->trigger();
     EXPECT_EQ(app->tableActions()->rowCount(), 0) << "empty at once";
-    QTest::qWait(300);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return app->tableActions()->rowCount() > 0; }, 3000));
     EXPECT_EQ(tableTitles(), (QStringList{"Eye Colour", "Widen Eyes", "Eye Shadow", "Under-Eye Darkening"}));
     EXPECT_EQ(app->tableActions()->horizontalHeaderItem(0)->text(), "Eye");
 
@@ -94,7 +110,8 @@ TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAndRefillsItOnce)
     ui.toolbarItemMouth->trigger();
     int refills = 0;
     QObject::connect(&app->timer_Reload_Toolbar_Arrays, &QTimer::timeout, [&] { ++refills; });
-    QTest::qWait(400);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return refills > 0; }, 3000));
+    QTest::qWait(300);
     EXPECT_EQ(refills, 1);
     EXPECT_EQ(tableTitles(), (QStringList{"Lips", "Whiten Teeth"}));
 
@@ -105,7 +122,7 @@ TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAndRefillsItOnce)
 
 TEST_F(PanelsTest, RowButtonsOpenTheirPanelOnceAPhotoIsOpen)
 {
-    QTest::qWait(300);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return app->tableActions()->rowCount() == 3; }, 3000));
     QPushButton* cheeks = app->tableActions()->cellWidget(2, 0)->findChild<QPushButton*>();
     EXPECT_EQ(cheeks->geometry(), QRect(0, 0, 164, 30));
     cheeks->click();
@@ -125,8 +142,11 @@ TEST_F(PanelsTest, SlidersWriteAndShowTheirScaling)
     app->On_Mouth_Lips();
     auto* lips = panel<Window_Lips_Color>(app->window_Lips_Color);
     ASSERT_NE(lips, nullptr);
+    PaintCounter paints(app->viewPreview());
     lips->ui().slider_Transparency->setValue(55);
+    QCoreApplication::processEvents();
     EXPECT_FLOAT_EQ(app->state.f_Color_Lips_Transparency, 0.55f);
+    EXPECT_EQ(paints.count, 1) << "one redraw";
     EXPECT_EQ(lips->ui().labelTransparencyValue->text(), "55");
 
     app->On_Eye_Brush();
