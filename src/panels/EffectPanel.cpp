@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QSignalBlocker>
 #include <QSlider>
 
 #include <cmath>
@@ -61,4 +62,36 @@ void EffectPanel::bindColour(ColourWell* well, RgbaColor& field)
         field = colour;
         redraw();
     });
+}
+
+void EffectPanel::showMode(const ModeControls& c)
+{
+    if (!c.effect)
+        c.mode = false;
+    c.apply->setChecked(c.effect);
+    c.modeBox->setChecked(c.mode);
+    c.modeBox->setEnabled(c.effect);
+    c.enableValues(c.effect && !c.mode);
+}
+
+void EffectPanel::applyWithMode(const ModeControls& c, bool on)
+{
+    c.effect = on;
+    c.mode = false;
+    {
+        const QSignalBlocker quiet(c.modeBox);
+        c.modeBox->setChecked(false);
+    }
+    c.enableValues(on);
+    c.modeBox->setEnabled(on);
+    redraw();
+}
+
+void EffectPanel::switchMode(const ModeControls& c, bool on)
+{
+    if (c.otherMode)
+        return;
+    c.mode = on;
+    c.enableValues(!on);
+    redraw();
 }

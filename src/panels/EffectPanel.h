@@ -36,5 +36,21 @@ protected:
     void bindHundredths(QSlider* slider, QLabel* value, float& field);
     void bindColour(ColourWell* well, RgbaColor& field);
 
+    // The two effects with a mouse mode of their own (cheeks, under-eye
+    // rings): the mode needs the effect on, leaving the effect ends it, the
+    // value controls rest while it is on, and it cannot start while the other
+    // effect's mode is on (the box may tick, the mode stays off).
+    struct ModeControls {
+        QCheckBox* apply;
+        QCheckBox* modeBox;
+        bool& effect;
+        bool& mode;
+        const bool& otherMode;
+        std::function<void(bool)> enableValues;
+    };
+    void showMode(const ModeControls& controls);
+    void applyWithMode(const ModeControls& controls, bool on);
+    void switchMode(const ModeControls& controls, bool on);
+
     AppDelegate& app;
 };

@@ -4,7 +4,6 @@
 #include "View_Picture.h"
 #include "ui_Window_Cheek.h"
 
-#include <QSignalBlocker>
 
 Window_Cheek::Window_Cheek(AppDelegate& app)
     : EffectPanel(app)
@@ -16,12 +15,10 @@ Window_Cheek::Window_Cheek(AppDelegate& app)
     ui_->viewCircleCenterRight->b_Left = false;
     for (ViewCircleCenter* circle : {ui_->viewCircleCenterLeft, ui_->viewCircleCenterRight})
         circle->setState(&s, [this] { redraw(); });
-    if (!s.b_Apply_Cheeks)
-        s.b_Activated_Cheeks_Reposition = false;
-    ui_->checkApply->setChecked(s.b_Apply_Cheeks);
-    ui_->checkActivateCheekReposition->setChecked(s.b_Activated_Cheeks_Reposition);
-    ui_->checkActivateCheekReposition->setEnabled(s.b_Apply_Cheeks);
-    Enable_Color_Controls(s.b_Apply_Cheeks && !s.b_Activated_Cheeks_Reposition);
+    modes_ = std::make_unique<ModeControls>(ModeControls{
+        ui_->checkApply, ui_->checkActivateCheekReposition, s.b_Apply_Cheeks, s.b_Activated_Cheeks_Reposition,
+        s.b_Activated_Darken_Eyes_Reposition, [this](bool enabled) { Enable_Color_Controls(enabled); }});
+    showMode(*modes_);
 
     bindColour(ui_->color_1, s.color_Color_Cheeks_1);
     bindColour(ui_->color_1_Right, s.color_Color_Cheeks_1_Right);
@@ -65,26 +62,12 @@ void Window_Cheek::Enable_Color_Controls(bool enabled)
 
 void Window_Cheek::OnApplyCheek(bool on)
 {
-    EditingState& s = state();
-    s.b_Apply_Cheeks = on;
-    s.b_Activated_Cheeks_Reposition = false;
-    {
-        const QSignalBlocker quiet(ui_->checkActivateCheekReposition);
-        ui_->checkActivateCheekReposition->setChecked(false);
-    }
-    Enable_Color_Controls(on);
-    ui_->checkActivateCheekReposition->setEnabled(on);
-    redraw();
+    applyWithMode(*modes_, on);
 }
 
 void Window_Cheek::OnActivateCheekReposition(bool on)
 {
-    // The two repositioning modes exclude each other.
-    if (state().b_Activated_Darken_Eyes_Reposition)
-        return;
-    state().b_Activated_Cheeks_Reposition = on;
-    Enable_Color_Controls(!on);
-    redraw();
+    switchMode(*modes_, on);
 }
 
 void Window_Cheek::startPicking(int index)

@@ -37,4 +37,5 @@ private:
     void startPicking(int index);
 
     std::unique_ptr<Ui::Window_Cheek> ui_;
+    std::unique_ptr<ModeControls> modes_;
 };

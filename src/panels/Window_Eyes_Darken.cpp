@@ -3,7 +3,6 @@
 #include "AppDelegate.h"
 #include "ui_Window_Eyes_Darken.h"
 
-#include <QSignalBlocker>
 
 Window_Eyes_Darken::Window_Eyes_Darken(AppDelegate& app)
     : EffectPanel(app)
@@ -11,12 +10,11 @@ Window_Eyes_Darken::Window_Eyes_Darken(AppDelegate& app)
 {
     ui_->setupUi(this);
     EditingState& s = state();
-    if (!s.b_Eyes_Darken)
-        s.b_Activated_Darken_Eyes_Reposition = false;
-    ui_->checkApply->setChecked(s.b_Eyes_Darken);
-    ui_->checkActivateEyesDarkenReposition->setChecked(s.b_Activated_Darken_Eyes_Reposition);
-    ui_->checkActivateEyesDarkenReposition->setEnabled(s.b_Eyes_Darken);
-    Enable_Color_Controls(s.b_Eyes_Darken && !s.b_Activated_Darken_Eyes_Reposition);
+    modes_ = std::make_unique<ModeControls>(ModeControls{
+        ui_->checkApply, ui_->checkActivateEyesDarkenReposition, s.b_Eyes_Darken,
+        s.b_Activated_Darken_Eyes_Reposition, s.b_Activated_Cheeks_Reposition,
+        [this](bool enabled) { Enable_Color_Controls(enabled); }});
+    showMode(*modes_);
 
     bindHundredths(ui_->slider_Transparency, ui_->label_Transparency_Value, s.f_Darken_Eyes_Transparency);
     bindSlider(ui_->slider_Line_Width, ui_->label_Line_Width_Value, int(s.f_Darken_Eyes_Line_Width),
@@ -49,27 +47,12 @@ void Window_Eyes_Darken::Enable_Color_Controls(bool enabled)
 
 void Window_Eyes_Darken::OnApplyDarkenEyes(bool on)
 {
-    EditingState& s = state();
-    s.b_Eyes_Darken = on;
-    s.b_Activated_Darken_Eyes_Reposition = false;
-    {
-        const QSignalBlocker quiet(ui_->checkActivateEyesDarkenReposition);
-        ui_->checkActivateEyesDarkenReposition->setChecked(false);
-    }
-    Enable_Color_Controls(on);
-    ui_->checkActivateEyesDarkenReposition->setEnabled(on);
-    redraw();
+    applyWithMode(*modes_, on);
 }
 
 void Window_Eyes_Darken::OnActivateDarkenEyesReposition(bool on)
 {
-    // The two repositioning modes exclude each other: while the cheeks are
-    // being moved the box may tick, but the mode is not entered.
-    if (state().b_Activated_Cheeks_Reposition)
-        return;
-    state().b_Activated_Darken_Eyes_Reposition = on;
-    Enable_Color_Controls(!on);
-    redraw();
+    switchMode(*modes_, on);
 }
 
 void Window_Eyes_Darken::OnReset()

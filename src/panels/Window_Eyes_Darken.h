@@ -28,4 +28,5 @@ private:
     void Enable_Color_Controls(bool enabled);
 
     std::unique_ptr<Ui::Window_Eyes_Darken> ui_;
+    std::unique_ptr<ModeControls> modes_;
 };
