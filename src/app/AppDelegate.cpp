@@ -68,6 +68,8 @@ bool AppDelegate::applicationDidFinishLaunching()
     array_Buttons.clear();
     photo = OpenedPhoto{};
     viewPreview()->setSources(&photo, &state, &saveRequest);
+    viewPreview()->Change_Cursor_To_Regular = [this] { Change_Cursor_To_Regular(); };
+    viewPreview()->onColourPicked = [this](int index) { colourPicked(index); };
     u_Table_Index = 0;
     b_Image_Loaded_OK = false;
     saveRequest.b_Save_Picture = false;
@@ -374,6 +376,23 @@ void AppDelegate::Change_Cursor_To_Color_Picker()
     if (QWidget* preview = viewPreview())
         preview->setCursor(image_Pick_Color.isNull() ? QCursor(Qt::CrossCursor)
                                                      : QCursor(QPixmap::fromImage(image_Pick_Color), 2, 29));
+}
+
+// The preview took a cheek colour from the photo: the panel shows it and
+// comes back to the front.
+void AppDelegate::colourPicked(int index)
+{
+    auto* cheek = qobject_cast<Window_Cheek*>(window_Cheek.data());
+    if (!cheek)
+        return;
+    if (index == 1)
+        cheek->Update_Color_1_From_Pick_Color();
+    else if (index == 2)
+        cheek->Update_Color_2_From_Pick_Color();
+    else if (index == 3)
+        cheek->Update_Color_1_Right_From_Pick_Color();
+    cheek->show();
+    cheek->raise();
 }
 
 void AppDelegate::Change_Cursor_To_Regular()

@@ -137,6 +137,7 @@ private:
     void openPanel(QPointer<QWidget>& panel);
     void reloadTable();
     void placeBesideWindow(QWidget* panel);
+    void colourPicked(int index);
     QPushButton* rowButton(std::uint64_t category, int row, const QString& title);
     // The panels in the order they are closed and reset.
     std::array<QPointer<QWidget>*, 9> panelsInOrder();

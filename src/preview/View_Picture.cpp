@@ -5,15 +5,19 @@
 #include "PictureSaver.h"
 #include "PreviewGeometry.h"
 
+#include <QMouseEvent>
 #include <QPainter>
+
+#include <cmath>
 
 View_Picture::View_Picture(QWidget* parent)
     : QWidget(parent)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
 }
 
-void View_Picture::setSources(const OpenedPhoto* photo, const EditingState* state, SaveRequest* saveRequest)
+void View_Picture::setSources(OpenedPhoto* photo, EditingState* state, SaveRequest* saveRequest)
 {
     photo_ = photo;
     state_ = state;
@@ -37,4 +41,186 @@ void View_Picture::paintEvent(QPaintEvent*)
     painter.drawImage(onScreen, working);
     if (saveRequest_)
         fulfil(*saveRequest_, working);
+}
+
+namespace {
+
+float single(double v)
+{
+    return float(v);
+}
+
+// The new area of a cheek while one of its handles is dragged to `m`
+// (photo pixels, y up), relative to the area `r` at mouse-down. The
+// right-up handle follows the right-bottom rule and the left-up handle
+// moves the top edge while the width changes as for the left edge: both
+// are the program's own rules. Nothing is limited; sizes may go negative.
+QRectF draggedArea(const View_Picture::Dragging& d, const QRectF& r, QPointF m)
+{
+    const float x0 = float(r.x()), y0 = float(r.y()), w0 = float(r.width()), h0 = float(r.height());
+    const float mx = float(m.x()), my = float(m.y());
+    if (d.LB)
+        return {mx, my, single(w0 + x0 - mx), single(h0 + y0 - my)};
+    if (d.RB || d.RU)
+        return {x0, my, single(mx - x0), single(h0 + y0 - my)};
+    if (d.LU)
+        return {x0, y0, single(w0 + x0 - mx), single(my - y0)};
+    return {single(mx - w0 * 0.5), single(my - h0 * 0.5), w0, h0};
+}
+
+bool sameCell(QPointF a, QPointF b)
+{
+    return std::floor(a.x()) == std::floor(b.x()) && std::floor(a.y()) == std::floor(b.y());
+}
+
+} // namespace
+
+bool View_Picture::repositioning() const
+{
+    return state_ && (state_->b_Activated_Cheeks_Reposition || state_->b_Activated_Darken_Eyes_Reposition);
+}
+
+QPointF View_Picture::viewPoint(const QMouseEvent* event) const
+{
+    return {event->position().x(), height() - event->position().y()}; // y up, as rectDrawCamera
+}
+
+QPointF View_Picture::percentOfPhoto(QPointF view) const
+{
+    const QRectF& frame = rectDrawCamera_;
+    return {single((view.x() - frame.x()) * 100 / frame.width()), single((view.y() - frame.y()) * 100 / frame.height())};
+}
+
+QPointF View_Picture::pixelOf(QPointF percent) const
+{
+    return {single(photo_->imgSize.width() * percent.x() / 100), single(photo_->imgSize.height() * percent.y() / 100)};
+}
+
+// A handle is hit when the pointer is in the same one-percent cell of the
+// photo as the handle.
+void View_Picture::hitCheekHandles(QPointF percent, Dragging& flags, const std::array<QPointF, 4>& corners)
+{
+    // corners: left-bottom, right-bottom, left-top, right-top
+    if (sameCell(percent, corners[0]))
+        flags.LB = true;
+    else if (sameCell(percent, corners[1]))
+        flags.RB = true;
+    else if (sameCell(percent, corners[2]))
+        flags.LU = true;
+    else if (sameCell(percent, corners[3]))
+        flags.RU = true;
+    else if (QRectF(corners[1], corners[2]).normalized().contains(percent))
+        flags.Crop = true;
+}
+
+void View_Picture::mousePressEvent(QMouseEvent* event)
+{
+    b_Mouse_Down = true;
+    if (!photo_ || photo_->isEmpty() || !repositioning())
+        return;
+    mouseDownPos = mouseDownPos_Mouse_Down = viewPoint(event);
+    rect_Cheek_Left_Area_To_Paint_Mouse_Down = photo_->regions.rect_Cheek_Left_Area_To_Paint;
+    rect_Cheek_Right_Area_To_Paint_Mouse_Down = photo_->regions.rect_Cheek_Right_Area_To_Paint;
+    const QPointF percent = percentOfPhoto(mouseDownPos);
+    const Handles& h = compositor_.handles();
+    if (state_->b_Activated_Cheeks_Reposition) {
+        hitCheekHandles(percent, draggingLeft, h.pointPercenteLeft);
+        hitCheekHandles(percent, draggingRight, h.pointPercenteRight);
+    }
+    if (state_->b_Activated_Darken_Eyes_Reposition) {
+        for (size_t i = 0; i < 6; ++i)
+            if (sameCell(percent, h.pointPercenteEyeLeft[i])) {
+                draggingLeft.point[i] = true;
+                break;
+            }
+        for (size_t i = 0; i < 6; ++i)
+            if (sameCell(percent, h.pointPercenteEyeRight[i])) {
+                draggingRight.point[i] = true;
+                break;
+            }
+    }
+}
+
+void View_Picture::dragCheeks(QPointF pixel)
+{
+    FaceRegions& r = photo_->regions;
+    const auto holds = [](const Dragging& d) { return d.LB || d.RB || d.RU || d.LU || d.Crop; };
+    if (holds(draggingLeft))
+        r.rect_Cheek_Left_Area_To_Paint = draggedArea(draggingLeft, rect_Cheek_Left_Area_To_Paint_Mouse_Down, pixel);
+    if (holds(draggingRight))
+        r.rect_Cheek_Right_Area_To_Paint = draggedArea(draggingRight, rect_Cheek_Right_Area_To_Paint_Mouse_Down, pixel);
+}
+
+void View_Picture::dragUnderEyePoints(QPointF pixel)
+{
+    // The points are kept with y from the top of the photo.
+    const QPointF point(pixel.x(), photo_->imgSize.height() - pixel.y());
+    const auto replaceHighest = [&](const Dragging& d, PointList& points) {
+        for (size_t i = 6; i-- > 0;)
+            if (d.point[i] && qsizetype(i) < points.size()) {
+                points[qsizetype(i)] = point;
+                return;
+            }
+    };
+    replaceHighest(draggingLeft, photo_->regions.array_Eye_Darken_Left_Points);
+    replaceHighest(draggingRight, photo_->regions.array_Eye_Darken_Right_Points);
+}
+
+void View_Picture::mouseMoveEvent(QMouseEvent* event)
+{
+    mouseDownPos = viewPoint(event);
+    if (!photo_ || photo_->isEmpty() || !state_)
+        return;
+    const QPointF percent = percentOfPhoto(mouseDownPos);
+    if (!b_Mouse_Down) {
+        // Hovering while a mode is on marks the handles under the pointer,
+        // which a press then drags; the left area shows the open hand.
+        if (!repositioning())
+            return;
+        const Handles& h = compositor_.handles();
+        hitCheekHandles(percent, draggingLeft, h.pointPercenteLeft);
+        const QRectF leftArea(h.pointPercenteLeft[0], h.pointPercenteLeft[3]);
+        setCursor(leftArea.normalized().contains(percent) ? Qt::OpenHandCursor : Qt::ArrowCursor);
+        const QRectF rightArea(h.pointPercenteRight[0], h.pointPercenteRight[3]);
+        if (rightArea.normalized().contains(percent))
+            draggingRight.Crop = true;
+        return;
+    }
+    const QPointF pixel = pixelOf(percent);
+    if (state_->b_Activated_Cheeks_Reposition)
+        dragCheeks(pixel);
+    if (state_->b_Activated_Darken_Eyes_Reposition)
+        dragUnderEyePoints(pixel);
+    update();
+}
+
+void View_Picture::pickColour(QPointF percent)
+{
+    const QImage& photo = photo_->img_Basic;
+    const QPoint pixel(int(std::floor(photo_->imgSize.width() * percent.x() / 100)),
+                       int(std::floor(photo_->imgSize.height() * (100 - percent.y()) / 100)));
+    const QColor picked = photo.valid(pixel) ? photo.pixelColor(pixel) : QColor(Qt::black);
+    const RgbaColor colour{float(picked.redF()), float(picked.greenF()), float(picked.blueF()), float(picked.alphaF())};
+    const int index = state_->i_Picking_Color_Index;
+    if (index == 1)
+        state_->color_Color_Cheeks_1 = colour;
+    else if (index == 2)
+        state_->color_Color_Cheeks_2 = colour;
+    else if (index == 3)
+        state_->color_Color_Cheeks_1_Right = colour;
+    if (onColourPicked)
+        onColourPicked(index);
+    state_->b_Cheeks_Picking_Color = false;
+}
+
+void View_Picture::mouseReleaseEvent(QMouseEvent* event)
+{
+    b_Mouse_Down = false;
+    draggingLeft = draggingRight = {};
+    mouseDownPos = viewPoint(event);
+    if (photo_ && !photo_->isEmpty() && state_ && state_->b_Cheeks_Picking_Color)
+        pickColour(percentOfPhoto(mouseDownPos));
+    if (Change_Cursor_To_Regular)
+        Change_Cursor_To_Regular();
+    update();
 }

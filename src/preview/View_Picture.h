@@ -5,6 +5,9 @@
 #include <QRectF>
 #include <QWidget>
 
+#include <array>
+#include <functional>
+
 struct EditingState;
 struct OpenedPhoto;
 struct SaveRequest;
@@ -18,8 +21,27 @@ class View_Picture : public QWidget {
 public:
     explicit View_Picture(QWidget* parent = nullptr);
 
-    // What to show, owned by the application and read at every redraw.
-    void setSources(const OpenedPhoto* photo, const EditingState* state, SaveRequest* saveRequest);
+    // What to show and what the mouse edits, owned by the application and
+    // read at every redraw.
+    void setSources(OpenedPhoto* photo, EditingState* state, SaveRequest* saveRequest);
+
+    // Called after a cheek colour was picked from the photo, with its index
+    // (1 left outer, 2 make-up, 3 right outer), and when the pointer should
+    // look regular again.
+    std::function<void(int index)> onColourPicked;
+    std::function<void()> Change_Cursor_To_Regular;
+
+    // Which handles a gesture holds: the four corners (left-bottom,
+    // right-bottom, right-up, left-up) and the whole area of each cheek, and
+    // the six under-eye points of each side.
+    struct Dragging {
+        bool LB = false, RB = false, RU = false, LU = false, Crop = false;
+        std::array<bool, 6> point{};
+    };
+    Dragging draggingLeft, draggingRight;
+    bool b_Mouse_Down = false;
+    QPointF mouseDownPos, mouseDownPos_Mouse_Down; // view space, y up
+    QRectF rect_Cheek_Left_Area_To_Paint_Mouse_Down, rect_Cheek_Right_Area_To_Paint_Mouse_Down;
 
     // Where the photo was drawn by the last redraw, in view coordinates with
     // the origin at the bottom-left.
@@ -28,10 +50,22 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    const OpenedPhoto* photo_ = nullptr;
-    const EditingState* state_ = nullptr;
+    QPointF viewPoint(const QMouseEvent* event) const;
+    QPointF percentOfPhoto(QPointF view) const;
+    QPointF pixelOf(QPointF percent) const;
+    void hitCheekHandles(QPointF percent, Dragging& flags, const std::array<QPointF, 4>& corners);
+    void dragCheeks(QPointF pixel);
+    void dragUnderEyePoints(QPointF pixel);
+    void pickColour(QPointF percent);
+    bool repositioning() const;
+
+    OpenedPhoto* photo_ = nullptr;
+    EditingState* state_ = nullptr;
     SaveRequest* saveRequest_ = nullptr;
     Compositor compositor_;
     QRectF rectDrawCamera_;

@@ -165,7 +165,8 @@ TEST(SavedPicture, RedrawWritesTheFullSizePictureOnlyWithAPhoto)
     view.grab();
     EXPECT_TRUE(QDir(folder.path()).isEmpty()) << "no photo, no file";
 
-    view.setSources(&portrait(), &state, &request);
+    OpenedPhoto photo = portrait();
+    view.setSources(&photo, &state, &request);
     view.grab();
     EXPECT_FALSE(request.b_Save_Picture);
     ASSERT_TRUE(request.s_Saved_Take_Picture.startsWith(folder.path()));

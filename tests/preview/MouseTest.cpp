@@ -1,0 +1,132 @@
+#include "OpenedPhoto.h"
+#include "View_Picture.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const OpenedPhoto& portrait()
+{
+    static const OpenResult opened = openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png");
+    return opened.photo;
+}
+
+// A preview exactly the photo's size, so a photo pixel (x, y up) lies at
+// widget position (x, 512 - y).
+class MouseTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        photo = portrait();
+        view.resize(512, 512);
+        view.setSources(&photo, &state, nullptr);
+        view.onColourPicked = [this](int index) { picked.push_back(index); };
+    }
+
+    void redraw() { view.grab(); } // composes, which places the handles
+
+    static QPoint at(QPointF imagePoint) { return QPoint(int(imagePoint.x()), int(512 - imagePoint.y())); }
+
+    void press(QPoint p) { QTest::mousePress(&view, Qt::LeftButton, {}, p); }
+    void drag(QPoint p)
+    {
+        QMouseEvent move(QEvent::MouseMove, p, view.mapToGlobal(p), Qt::NoButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&view, &move);
+    }
+    void release(QPoint p) { QTest::mouseRelease(&view, Qt::LeftButton, {}, p); }
+
+    OpenedPhoto photo;
+    EditingState state;
+    View_Picture view;
+    std::vector<int> picked;
+};
+
+} // namespace
+
+TEST_F(MouseTest, NothingChangesWithBothModesOff)
+{
+    state.b_Apply_Cheeks = state.b_Eyes_Darken = true;
+    redraw();
+    const FaceRegions before = photo.regions;
+    const QPoint corner = at(before.rect_Cheek_Left_Area_To_Paint.topLeft());
+    press(corner);
+    drag(corner + QPoint(40, 40));
+    release(corner + QPoint(40, 40));
+    EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, before.rect_Cheek_Left_Area_To_Paint);
+    EXPECT_EQ(photo.regions.array_Eye_Darken_Left_Points, before.array_Eye_Darken_Left_Points);
+    EXPECT_FALSE(view.b_Mouse_Down);
+}
+
+TEST_F(MouseTest, RightTopHandleFollowsTheRightBottomRule)
+{
+    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
+    photo.regions.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
+    photo.regions.rect_Cheek_Right_Area_To_Paint = QRectF(300, 300, 50, 50);
+    redraw();
+
+    press(at({150.5, 150.5})); // the right-top corner's one-percent cell
+    drag(at({150.5, 150.5}));
+
+    const QRectF area = photo.regions.rect_Cheek_Left_Area_To_Paint;
+    EXPECT_NEAR(area.x(), 100, 0.01);
+    EXPECT_NEAR(area.y(), 150, 1.1);
+    EXPECT_NEAR(area.width(), 50, 1.1);
+    EXPECT_NEAR(area.height(), 0, 1.1) << "the bottom edge moves to the mouse";
+    EXPECT_EQ(photo.regions.rect_Cheek_Right_Area_To_Paint, QRectF(300, 300, 50, 50));
+}
+
+TEST_F(MouseTest, ClickOnePercentAwayMissesAndLeftBottomPastTheRightEdgeGoesNegative)
+{
+    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
+    photo.regions.rect_Cheek_Left_Area_To_Paint = QRectF(102.4, 102.4, 51.2, 51.2); // corners on cell edges
+    redraw();
+
+    press(at({102.4 - 5.12, 102.4 + 1})); // one cell to the left of the left-bottom handle
+    drag(at({300, 110}));
+    release(at({300, 110}));
+    EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, QRectF(102.4, 102.4, 51.2, 51.2));
+
+    redraw();
+    press(at({103, 103}));
+    drag(at({200, 103}));
+    release(at({200, 103}));
+    EXPECT_LT(photo.regions.rect_Cheek_Left_Area_To_Paint.width(), 0) << "stored as it is";
+}
+
+TEST_F(MouseTest, UnderEyePointIsReplacedAtTheFlippedPosition)
+{
+    state.b_Eyes_Darken = state.b_Activated_Darken_Eyes_Reposition = true;
+    redraw();
+    const QPointF third = photo.regions.array_Eye_Darken_Left_Points[2]; // y from the top
+    press(QPoint(int(third.x()), int(third.y())));
+    drag(QPoint(int(third.x()) + 10, int(third.y()) + 20));
+    release(QPoint(int(third.x()) + 10, int(third.y()) + 20));
+
+    const QPointF moved = photo.regions.array_Eye_Darken_Left_Points[2];
+    EXPECT_NEAR(moved.x(), third.x() + 10, 1.1);
+    EXPECT_NEAR(moved.y(), third.y() + 20, 1.1) << "back in top-down pixels";
+    EXPECT_EQ(photo.regions.array_Eye_Darken_Left_Points[0], portrait().regions.array_Eye_Darken_Left_Points[0]);
+}
+
+TEST_F(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColourOnly)
+{
+    state.b_Color_Lips = true; // the shown picture differs from the photo on the lips
+    state.f_Color_Lips_Transparency = 1;
+    state.b_Cheeks_Picking_Color = true;
+    state.i_Picking_Color_Index = 3;
+    redraw();
+    const QPointF lip = (photo.facePointsRelativeToImageSize[57] + photo.facePointsRelativeToImageSize[66]) / 2;
+    const QPoint where(int(lip.x()), int(lip.y()));
+
+    QTest::mouseClick(&view, Qt::LeftButton, {}, where);
+
+    const QColor expected = photo.img_Basic.pixelColor(where);
+    EXPECT_NEAR(state.color_Color_Cheeks_1_Right.r, expected.redF(), 0.01);
+    EXPECT_NEAR(state.color_Color_Cheeks_1_Right.g, expected.greenF(), 0.01);
+    EXPECT_EQ(state.color_Color_Cheeks_1, EditingState{}.color_Color_Cheeks_1);
+    EXPECT_EQ(state.color_Color_Cheeks_2, EditingState{}.color_Color_Cheeks_2);
+    EXPECT_FALSE(state.b_Cheeks_Picking_Color);
+    EXPECT_EQ(picked, std::vector<int>{3});
+}
