@@ -11,6 +11,7 @@
 #include "Window_Face_Skin_Smooth.h"
 #include "Window_Lips_Color.h"
 #include "Window_Remove_Wrinkles.h"
+#include "Window_Share.h"
 #include "Window_Whiten_Teeth.h"
 #include "Window_Widen_Eyes.h"
 #include "ui_MainWindow.h"
@@ -39,6 +40,14 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
         dialog.setFileMode(QFileDialog::ExistingFile);
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
     };
+    chooseSavePath = [this](const QString& suggestedPath) {
+        QFileDialog dialog(window_.get(), "Select a folder to save the captured image", suggestedPath);
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setOption(QFileDialog::ShowDirsOnly, false);
+        dialog.selectFile(QFileInfo(suggestedPath).fileName());
+        return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    };
+    openWithDefaultApplication = [](const QUrl& url) { QDesktopServices::openUrl(url); };
     endProcess = [](int status) { QCoreApplication::exit(status); };
     timer_Reload_Toolbar_Arrays.setSingleShot(true);
     timer_Reload_Toolbar_Arrays.setInterval(200);
@@ -401,6 +410,81 @@ void AppDelegate::Change_Cursor_To_Regular()
         preview->setCursor(Qt::ArrowCursor);
 }
 
-// Entry points whose work arrives with saving and sharing.
-void AppDelegate::OnToolbarSave() {}
-void AppDelegate::OnToolbarShare() {}
+// Save and Share ask the preview to render the picture into the working
+// folder and poll until it has: the file exists at the first tick after.
+void AppDelegate::requestRender()
+{
+    saveRequest.b_Save_Picture = true;
+    viewPreview()->update();
+}
+
+QTimer* AppDelegate::startPolling(int milliseconds, void (AppDelegate::*routine)())
+{
+    auto* timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, routine);
+    timer->start(milliseconds);
+    return timer;
+}
+
+void AppDelegate::OnToolbarSave()
+{
+    if (!b_Image_Loaded_OK)
+        return;
+    requestRender();
+    // An earlier save timer is not cancelled: it keeps polling, as it always
+    // has in this program.
+    timer_Save_Picture = startPolling(2000, &AppDelegate::Timer_Save_Picture_Routine);
+}
+
+void AppDelegate::Timer_Save_Picture_Routine()
+{
+    if (saveRequest.b_Save_Picture)
+        return;
+    if (timer_Save_Picture) { // only the latest timer stops
+        timer_Save_Picture->stop();
+        timer_Save_Picture->deleteLater();
+    }
+    const QString rendered = saveRequest.s_Saved_Take_Picture;
+    const QString chosen = chooseSavePath(rendered);
+    if (chosen.isEmpty())
+        return; // the picture stays in the working folder
+    if (QFileInfo(chosen) != QFileInfo(rendered)) {
+        QFile::remove(chosen); // the dialog has asked before replacing
+        if (!QFile::rename(rendered, chosen) && QFile::copy(rendered, chosen))
+            QFile::remove(rendered);
+    }
+    if (showAlert({"Success", "Image file saved successfully.", {"View Image File", "Close"}}) == 0)
+        openWithDefaultApplication(QUrl::fromLocalFile(chosen));
+}
+
+void AppDelegate::OnToolbarShare()
+{
+    if (!b_Image_Loaded_OK)
+        return;
+    requestRender();
+    if (timer_Share_Picture) {
+        timer_Share_Picture->stop();
+        timer_Share_Picture->deleteLater();
+    }
+    timer_Share_Picture = startPolling(1000, &AppDelegate::Timer_Share_Picture_Routine);
+}
+
+void AppDelegate::Timer_Share_Picture_Routine()
+{
+    if (saveRequest.b_Save_Picture)
+        return;
+    if (timer_Share_Picture) {
+        timer_Share_Picture->stop();
+        timer_Share_Picture->deleteLater();
+    }
+    auto* sheet = new Window_Share(*this, window_.get());
+    windowShare = sheet;
+    sheet->show();
+}
+
+void AppDelegate::Close_Share_Window()
+{
+    if (windowShare)
+        windowShare->close();
+    windowShare = nullptr;
+}

@@ -56,9 +56,13 @@ public:
     View_Picture* viewPreview() const;
 
     // How alerts are shown, how a photo file is chosen (an empty path when
-    // the user cancels) and how the process ends; tests replace them.
+    // the user cancels), where a saved picture goes (empty: cancelled), how a
+    // file is opened with its default application and how the process ends;
+    // tests replace them.
     AlertPresenter showAlert;
     std::function<QString(const QString& startFolder)> chooseFileToOpen;
+    std::function<QString(const QString& suggestedPath)> chooseSavePath;
+    std::function<void(const QUrl& url)> openWithDefaultApplication;
     std::function<void(int status)> endProcess;
 
     // Fixed at start.
@@ -85,6 +89,10 @@ public:
     QList<QPointer<QPushButton>> array_Buttons;
     // The one pending refill of the action table.
     QTimer timer_Reload_Toolbar_Arrays;
+    // The polling timers of Save and Share (the latest of each).
+    QPointer<QTimer> timer_Save_Picture;
+    QPointer<QTimer> timer_Share_Picture;
+    QPointer<QWidget> windowShare;
 
     // The effect panels; empty until first opened, dropped when closed.
     QPointer<QWidget> window_Face_Skin_Smooth;
@@ -126,6 +134,9 @@ public slots:
 
     void Reset_Toobar_Arrays();
     void Timer_Reload_Toolbar_Arrays_Routine();
+    void Timer_Save_Picture_Routine();
+    void Timer_Share_Picture_Routine();
+    void Close_Share_Window();
 
     // The preview shows the colour-picker cursor (while a cheek colour is
     // picked from the photo), or the arrow again.
@@ -138,6 +149,8 @@ private:
     void reloadTable();
     void placeBesideWindow(QWidget* panel);
     void colourPicked(int index);
+    QTimer* startPolling(int milliseconds, void (AppDelegate::*routine)());
+    void requestRender();
     QPushButton* rowButton(std::uint64_t category, int row, const QString& title);
     // The panels in the order they are closed and reset.
     std::array<QPointer<QWidget>*, 9> panelsInOrder();
