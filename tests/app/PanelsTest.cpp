@@ -1,5 +1,4 @@
-#include "AppDelegate.h"
-#include "EnglishLabels.h"
+#include "StartedDelegate.h"
 #include "ColourWell.h"
 #include "MainWindow.h"
 #include "ViewCircleCenter.h"
@@ -47,17 +46,8 @@ struct PaintCounter : QObject {
     int count = 0;
 };
 
-class PanelsTest : public ::testing::Test {
+class PanelsTest : public StartedDelegateTest {
 protected:
-    void SetUp() override
-    {
-        installEnglishLabelsOnce();
-        app = std::make_unique<AppDelegate>(documents.path());
-        app->showAlert = [](const Alert&) { return 0; };
-        app->endProcess = [](int) {};
-        ASSERT_TRUE(app->applicationDidFinishLaunching());
-    }
-
     void withPhoto()
     {
         app->photo = portrait();
@@ -79,8 +69,6 @@ protected:
         return titles;
     }
 
-    QTemporaryDir documents;
-    std::unique_ptr<AppDelegate> app;
 };
 
 } // namespace

@@ -1,5 +1,4 @@
-#include "AppDelegate.h"
-#include "EnglishLabels.h"
+#include "StartedDelegate.h"
 #include "MainWindow.h"
 #include "View_Picture.h"
 #include "Window_Share.h"
@@ -14,37 +13,27 @@
 
 namespace {
 
-class SaveShareTest : public ::testing::Test {
+class SaveShareTest : public StartedDelegateTest {
 protected:
     void SetUp() override
     {
-        installEnglishLabelsOnce();
-        app = std::make_unique<AppDelegate>(documents.path());
-        app->showAlert = [this](const Alert& alert) {
-            alerts.push_back(alert);
-            return 1; // "Close"
-        };
-        app->endProcess = [](int) {};
+        StartedDelegateTest::SetUp();
+        alertAnswer = 1; // "Close"
         app->chooseSavePath = [this](const QString& suggested) {
             suggestions << suggested;
             return nextSavePath;
         };
-        app->openWithDefaultApplication = [](const QUrl&) {};
-        ASSERT_TRUE(app->applicationDidFinishLaunching());
     }
 
     void openPortrait()
     {
-        app->chooseFileToOpen = [](const QString&) { return QString(BELLAVENOR_TEST_DATA) + "/portrait.png"; };
-        app->OnToolbarOpen();
+        open(portraitPath());
         ASSERT_TRUE(app->b_Image_Loaded_OK);
     }
 
     QStringList workingFolderFiles() const { return QDir(app->saveRequest.s_Output_Folder).entryList(QDir::Files); }
 
-    QTemporaryDir documents, chosenFolder;
-    std::unique_ptr<AppDelegate> app;
-    std::vector<Alert> alerts;
+    QTemporaryDir chosenFolder;
     QStringList suggestions;
     QString nextSavePath;
 };

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "AppDelegate.h"
+#include "EnglishLabels.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+// A started application in a temporary Documents folder whose alerts are
+// recorded (and answered with `alertAnswer`) instead of shown.
+class StartedDelegateTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        installEnglishLabelsOnce();
+        app = std::make_unique<AppDelegate>(documents.path());
+        app->showAlert = [this](const Alert& alert) {
+            alerts.push_back(alert);
+            return alertAnswer;
+        };
+        app->endProcess = [](int) {};
+        app->openWithDefaultApplication = [](const QUrl&) {};
+        ASSERT_TRUE(app->applicationDidFinishLaunching());
+    }
+
+    // Opens `path` through the Open action, the dialog answered with it.
+    void open(const QString& path)
+    {
+        app->chooseFileToOpen = [path](const QString&) { return path; };
+        app->OnToolbarOpen();
+    }
+
+    static QString portraitPath() { return QString(BELLAVENOR_TEST_DATA) + "/portrait.png"; }
+
+    QTemporaryDir documents;
+    std::unique_ptr<AppDelegate> app;
+    std::vector<Alert> alerts;
+    int alertAnswer = 0;
+};
