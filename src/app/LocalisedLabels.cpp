@@ -65,6 +65,14 @@ LocalisedLabels LocalisedLabels::load()
     return labels;
 }
 
+QStringList LocalisedLabels::all() const
+{
+    QStringList texts;
+    for (const LabelEntry& entry : kLabelTable)
+        texts.append(this->*entry.field);
+    return texts;
+}
+
 void LocalisedLabels::installTranslator(QObject* owner)
 {
     auto* translator = new QTranslator(owner);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class QObject;
 
@@ -50,6 +51,9 @@ struct LocalisedLabels {
 
     // Looks every label up with the translators installed now, in table order.
     static LocalisedLabels load();
+
+    // All 39 texts, in table order.
+    QStringList all() const;
 
     // Installs the translation for the system's language, falling back to
     // English, which always ships. Call before load().

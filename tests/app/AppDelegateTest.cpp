@@ -9,6 +9,7 @@
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QToolBar>
+#include <QTranslator>
 
 #include <gtest/gtest.h>
 
@@ -211,4 +212,19 @@ TEST_F(AppDelegateTest, NewPhotoResetUnticksOpenPanelsWithoutRunningTheirActions
     EXPECT_EQ(actionsRun, 0);
     EXPECT_FALSE(delegate->state.b_Color_Lips);
     EXPECT_EQ(delegate->state.f_Color_Lips_Transparency, 0.55f);
+}
+
+TEST(Translations, GermanTranslatesEveryLabel)
+{
+    QTranslator german;
+    ASSERT_TRUE(german.load(QLocale(QLocale::German), "bellavenor", "_", ":/i18n"));
+    QCoreApplication::installTranslator(&german);
+    const LocalisedLabels labels = LocalisedLabels::load();
+    QCoreApplication::removeTranslator(&german);
+
+    EXPECT_EQ(labels.s_IDD_OPEN, "Öffnen");
+    EXPECT_EQ(labels.s_IDD_SHARE, "Teilen");
+    ASSERT_EQ(labels.all().size(), 39);
+    for (const QString& text : labels.all())
+        EXPECT_FALSE(text.startsWith("IDD_")) << text.toStdString();
 }

@@ -44,10 +44,8 @@ for _ in $(seq 1 20); do [ -s "$target" ] && break; sleep 0.5; done
 kill "$pid" 2>/dev/null
 SCRIPT
 
-python3 - "$target" "$portrait" <<'PY' 2>/dev/null || file "$target" | grep -q "PNG image data, 512 x 512"
-import struct, sys
-with open(sys.argv[1], 'rb') as f:
-    head = f.read(24)
-assert head[:8] == b'\x89PNG\r\n\x1a\n' and struct.unpack('>II', head[16:24]) == (512, 512)
-PY
+# A PNG whose header says 512 x 512.
+header=$(od -An -tx1 -N24 "$target" | tr -d ' \n')
+[ "${header:0:16}" = 89504e470d0a1a0a ] && [ "${header:32:16}" = 0000020000000200 ] ||
+  { echo "no 512 x 512 PNG at $target"; exit 1; }
 echo "saved $target"

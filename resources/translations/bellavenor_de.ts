@@ -1,0 +1,188 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>Labels</name>
+    <message>
+        <source>IDD_OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>IDD_CANCEL</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>IDD_CLOSE</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>IDD_ABOUT</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>IDD_HELP</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>IDD_QUIT</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>IDD_APP_HOME_PAGE</source>
+        <translation>Bellavenor-Website</translation>
+    </message>
+    <message>
+        <source>IDD_COMPANY_PAGE</source>
+        <translation>Website der Hersteller</translation>
+    </message>
+    <message>
+        <source>IDD_PRIVACY_POLICY</source>
+        <translation>Datenschutzerklärung</translation>
+    </message>
+    <message>
+        <source>IDD_SUBMIT_TICKET</source>
+        <translation>Support-Anfrage stellen</translation>
+    </message>
+    <message>
+        <source>IDD_SMOOTH_SKIN</source>
+        <translation>Haut glätten</translation>
+    </message>
+    <message>
+        <source>IDD_WRINKLE_REMOVER</source>
+        <translation>Falten entfernen</translation>
+    </message>
+    <message>
+        <source>IDD_COLOR_EYES</source>
+        <translation>Augenfarbe</translation>
+    </message>
+    <message>
+        <source>IDD_WIDEN_EYES</source>
+        <translation>Augen vergrößern</translation>
+    </message>
+    <message>
+        <source>IDD_EYELID</source>
+        <translation>Lidschatten</translation>
+    </message>
+    <message>
+        <source>IDD_LIPS</source>
+        <translation>Lippen</translation>
+    </message>
+    <message>
+        <source>IDD_WHITE_TEETH</source>
+        <translation>Zähne aufhellen</translation>
+    </message>
+    <message>
+        <source>IDD_OPEN</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>IDD_FACE</source>
+        <translation>Gesicht</translation>
+    </message>
+    <message>
+        <source>IDD_SAVE</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>IDD_EYE</source>
+        <translation>Augen</translation>
+    </message>
+    <message>
+        <source>IDD_MOUTH</source>
+        <translation>Mund</translation>
+    </message>
+    <message>
+        <source>IDD_LEVEL</source>
+        <translation>Stärke</translation>
+    </message>
+    <message>
+        <source>IDD_RADIUS</source>
+        <translation>Radius</translation>
+    </message>
+    <message>
+        <source>IDD_COLOR</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>IDD_TRANSPARENCY</source>
+        <translation>Transparenz</translation>
+    </message>
+    <message>
+        <source>IDD_ADVANCED</source>
+        <translation>Erweitert</translation>
+    </message>
+    <message>
+        <source>IDD_COLOR_LIPS</source>
+        <translation>Lippenfarbe</translation>
+    </message>
+    <message>
+        <source>IDD_CHEEKS</source>
+        <translation>Rouge</translation>
+    </message>
+    <message>
+        <source>IDD_EDIT_SIZE_POSITION</source>
+        <translation>Größe und Lage bearbeiten</translation>
+    </message>
+    <message>
+        <source>IDD_EDIT_COLOR_AROUND</source>
+        <translation>Randfarbe</translation>
+    </message>
+    <message>
+        <source>IDD_EDIT_COLOR_MAKEUP</source>
+        <translation>Make-up-Farbe</translation>
+    </message>
+    <message>
+        <source>IDD_LEFT</source>
+        <translation>Links</translation>
+    </message>
+    <message>
+        <source>IDD_RIGHT</source>
+        <translation>Rechts</translation>
+    </message>
+    <message>
+        <source>IDD_BLUR</source>
+        <translation>Weichzeichnen</translation>
+    </message>
+    <message>
+        <source>IDD_DARKEN_EYES</source>
+        <translation>Augenschatten</translation>
+    </message>
+    <message>
+        <source>IDD_LINE_WIDTH</source>
+        <translation>Linienbreite</translation>
+    </message>
+    <message>
+        <source>IDD_RESET</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>IDD_SHARE</source>
+        <translation>Teilen</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+</context>
+<context>
+    <name>Window_Cheek</name>
+    <message>
+        <source>Pick</source>
+        <translation>Aufnehmen</translation>
+    </message>
+</context>
+<context>
+    <name>Window_Share</name>
+    <message>
+        <source>Add a text</source>
+        <translation>Text hinzufügen</translation>
+    </message>
+</context>
+</TS>
