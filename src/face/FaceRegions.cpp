@@ -167,6 +167,11 @@ CheekGeometry cheekOf(const PointList& triangle, float height)
 
 } // namespace
 
+QPainterPath outlineThrough(const PointList& photoPoints, double imageHeight)
+{
+    return outlineOf(photoPoints, float(imageHeight)).first;
+}
+
 QPointF rotate_point(float cx, float cy, float degrees, double px, double py)
 {
     const double radians = float(double(degrees) * M_PI / 180.0);

@@ -90,6 +90,11 @@ struct FaceRegions {
     void forEachField(Visitor&& visit) const;
 };
 
+// The closed image-space outline through photo points (y from the top):
+// each point flipped, in order, and back to the first. Every region path
+// but the face's is made this way.
+QPainterPath outlineThrough(const PointList& photoPoints, double imageHeight);
+
 // Rotates (px, py) about (cx, cy) by `degrees`. Centre and angle arrive in
 // single precision, the angle is turned into radians in single precision, the
 // rotation is done in double.

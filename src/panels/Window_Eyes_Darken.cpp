@@ -61,19 +61,7 @@ void Window_Eyes_Darken::OnReset()
     const double height = app.photo.imgSize.height();
     r.array_Eye_Darken_Left_Points = r.array_Eye_Left_Points;
     r.array_Eye_Darken_Right_Points = r.array_Eye_Right_Points;
-    auto outline = [height](const PointList& points) {
-        QPainterPath path;
-        for (qsizetype i = 0; i < points.size(); ++i) {
-            const QPointF p(points[i].x(), height - points[i].y());
-            i == 0 ? path.moveTo(p) : path.lineTo(p);
-        }
-        if (!points.isEmpty()) {
-            path.lineTo(points[0].x(), height - points[0].y());
-            path.closeSubpath();
-        }
-        return path;
-    };
-    r.path_Eye_Darken_Left = outline(r.array_Eye_Darken_Left_Points);
-    r.path_Eye_Darken_Right = outline(r.array_Eye_Darken_Right_Points);
+    r.path_Eye_Darken_Left = outlineThrough(r.array_Eye_Darken_Left_Points, height);
+    r.path_Eye_Darken_Right = outlineThrough(r.array_Eye_Darken_Right_Points, height);
     redraw();
 }
