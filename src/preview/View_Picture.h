@@ -46,7 +46,6 @@ public:
     // Where the photo was drawn by the last redraw, in view coordinates with
     // the origin at the bottom-left.
     QRectF rectDrawCamera() const { return rectDrawCamera_; }
-    const Handles& handles() const { return compositor_.handles(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
