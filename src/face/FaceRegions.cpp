@@ -1,5 +1,7 @@
 #include "FaceRegions.h"
 
+#include "SinglePrecision.h"
+
 #include <QtMath>
 
 #include <algorithm>
@@ -96,9 +98,9 @@ PointList foreheadArc(const FaceLandmarks& p)
 // the eyebrow's inner end on purpose.
 QPointF liftedLid(QPointF lid, QPointF brow, double xSign = 1.0)
 {
-    const float dx = float(0.25 * (brow.x() - lid.x()));
-    const float dy = float(0.25 * (brow.y() - lid.y()));
-    return {lid.x() + xSign * double(dx), lid.y() + double(dy)};
+    const double dx = single(0.25 * (brow.x() - lid.x()));
+    const double dy = single(0.25 * (brow.y() - lid.y()));
+    return {lid.x() + xSign * dx, lid.y() + dy};
 }
 
 PointList leftEyelid(const FaceLandmarks& p)
@@ -145,7 +147,7 @@ PathAndBox insideEyeOutline(const PointList& eye, const QRectF& fullEye, float h
     for (const QPointF& photoPoint : eye) {
         const QPointF p = outline.flipped(photoPoint);
         const QPointF pulled = p + (centre - p) / 6.0;
-        outline.addFlipped(QPointF(float(pulled.x()), float(pulled.y())));
+        outline.addFlipped(singlePoint(pulled.x(), pulled.y()));
     }
     return {outline.closed(), outline.bounds()};
 }
@@ -174,7 +176,7 @@ QPainterPath outlineThrough(const PointList& photoPoints, double imageHeight)
 
 QPointF rotate_point(float cx, float cy, float degrees, double px, double py)
 {
-    const double radians = float(double(degrees) * M_PI / 180.0);
+    const double radians = single(double(degrees) * M_PI / 180.0);
     const double dx = px - cx, dy = py - cy;
     return {cx + dx * std::cos(radians) - dy * std::sin(radians), cy + dx * std::sin(radians) + dy * std::cos(radians)};
 }

@@ -3,6 +3,7 @@
 #include "FilterPrimitives.h"
 #include "ImageSpace.h"
 #include "Picture.h"
+#include "SinglePrecision.h"
 #include "TRCIHighPassSkinSmoothing.h"
 
 #include <QPainter>
@@ -158,9 +159,9 @@ void finishEyeColour(QImage& working, const OpenedPhoto& photo)
 // aspect, so it stays the height up to rounding.
 QRectF widenedRect(const QRectF& r, std::uint64_t level)
 {
-    const float f = 1.0f + float(level) / 100.0f;
-    const float aspect = float(r.width() / r.height());
-    const float width = float(r.width() * f), height = float(r.width() / aspect);
+    const double f = single(1.0 + double(level) / 100.0);
+    const double aspect = single(r.width() / r.height());
+    const double width = r.width() * f, height = r.width() / aspect;
     return {r.x() - (width - r.width()) * 0.5, r.y() - (height - r.height()) * 0.5, width, height};
 }
 
@@ -189,7 +190,7 @@ void paintEyeShadow(QImage& working, const OpenedPhoto& photo, const EditingStat
 
 QPointF percentOf(QPointF imagePoint, QSizeF imgSize)
 {
-    return {float(imagePoint.x() * 100 / imgSize.width()), float(imagePoint.y() * 100 / imgSize.height())};
+    return singlePoint(imagePoint.x() * 100 / imgSize.width(), imagePoint.y() * 100 / imgSize.height());
 }
 
 // A handle: the small green square centred on an image-space point.

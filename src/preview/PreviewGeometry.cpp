@@ -1,11 +1,8 @@
 #include "PreviewGeometry.h"
 
-namespace {
+#include "SinglePrecision.h"
 
-double single(double v)
-{
-    return double(float(v));
-}
+namespace {
 
 QSizeF grown(double w, double h, double stepX, double stepY, double ratio, double areaWidth, double areaHeight)
 {

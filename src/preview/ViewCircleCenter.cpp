@@ -40,7 +40,7 @@ void ViewCircleCenter::mousePressEvent(QMouseEvent* event)
     mouseDownPos = event->position();
     if (!state_ || !state_->b_Apply_Cheeks || state_->b_Activated_Cheeks_Reposition)
         return;
-    centre() = QPointF(float(mouseDownPos.x() * 100 / width()), float(mouseDownPos.y() * 100 / height()));
+    centre() = QPointF(mouseDownPos.x() * 100 / width(), mouseDownPos.y() * 100 / height());
     update();
     if (redrawPreview_)
         redrawPreview_();

@@ -4,6 +4,7 @@
 #include "OpenedPhoto.h"
 #include "PictureSaver.h"
 #include "PreviewGeometry.h"
+#include "SinglePrecision.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -45,11 +46,6 @@ void View_Picture::paintEvent(QPaintEvent*)
 
 namespace {
 
-float single(double v)
-{
-    return float(v);
-}
-
 // The new area of a cheek while one of its handles is dragged to `m`
 // (photo pixels, y up), relative to the area `r` at mouse-down. The
 // right-up handle follows the right-bottom rule and the left-up handle
@@ -57,8 +53,8 @@ float single(double v)
 // are the program's own rules. Nothing is limited; sizes may go negative.
 QRectF draggedArea(const View_Picture::Dragging& d, const QRectF& r, QPointF m)
 {
-    const float x0 = float(r.x()), y0 = float(r.y()), w0 = float(r.width()), h0 = float(r.height());
-    const float mx = float(m.x()), my = float(m.y());
+    const double x0 = r.x(), y0 = r.y(), w0 = r.width(), h0 = r.height();
+    const double mx = m.x(), my = m.y();
     if (d.LB)
         return {mx, my, single(w0 + x0 - mx), single(h0 + y0 - my)};
     if (d.RB || d.RU)
@@ -88,12 +84,12 @@ QPointF View_Picture::viewPoint(const QMouseEvent* event) const
 QPointF View_Picture::percentOfPhoto(QPointF view) const
 {
     const QRectF& frame = rectDrawCamera_;
-    return {single((view.x() - frame.x()) * 100 / frame.width()), single((view.y() - frame.y()) * 100 / frame.height())};
+    return singlePoint((view.x() - frame.x()) * 100 / frame.width(), (view.y() - frame.y()) * 100 / frame.height());
 }
 
 QPointF View_Picture::pixelOf(QPointF percent) const
 {
-    return {single(photo_->imgSize.width() * percent.x() / 100), single(photo_->imgSize.height() * percent.y() / 100)};
+    return singlePoint(photo_->imgSize.width() * percent.x() / 100, photo_->imgSize.height() * percent.y() / 100);
 }
 
 // A handle is hit when the pointer is in the same one-percent cell of the

@@ -114,19 +114,37 @@ TEST(FaceRegions, EyelidsLiftTowardsTheBrowWithTheirDeliberateAsymmetry)
     EXPECT_EQ(r.array_Eye_Lid_Left.mid(5), (PointList{p[39], p[38], p[37]}));
 }
 
-TEST(FaceRegions, PointListsTakeTheirLandmarksInTheStatedOrder)
+// Landmark i of the synthetic face is (100 + 7i, 300 + 3(i mod 11)); every
+// list below is written out from that by hand.
+TEST(FaceRegions, EveryPointListHoldsItsPointsInTheStatedOrder)
 {
-    const FaceLandmarks p = syntheticLandmarks();
-    const FaceRegions r = build(p);
+    const FaceRegions r = build(syntheticLandmarks());
 
-    EXPECT_EQ(r.array_Nose_Points, (PointList{p[31], p[32], p[33], p[34], p[35], p[30]}));
-    EXPECT_EQ(r.array_Cheek_Left_Points, (PointList{p[2], p[30], p[40]}));
-    EXPECT_EQ(r.array_Cheek_Right_Points, (PointList{p[34], p[46], p[13]}));
-    EXPECT_EQ(r.array_Space_Between_Eye_Eyebrow_Right_Points,
-              (PointList{p[42], p[22], p[23], p[24], p[25], p[26], p[45], p[44], p[43]}));
+    EXPECT_EQ(r.array_Eye_Left_Points, (PointList{{352, 309}, {359, 312}, {366, 315}, {373, 318}, {380, 321}, {387, 324}}));
+    EXPECT_EQ(r.array_Eye_Right_Points, (PointList{{394, 327}, {401, 330}, {408, 300}, {415, 303}, {422, 306}, {429, 309}}));
+    EXPECT_EQ(r.array_Mouth_Points, (PointList{{436, 312}, {443, 315}, {450, 318}, {457, 321}, {464, 324}, {471, 327}, {478, 330}, {485, 300}, {492, 303}, {499, 306}, {506, 309}, {513, 312}}));
+    EXPECT_EQ(r.array_Inside_Mouth_Points, (PointList{{520, 315}, {527, 318}, {534, 321}, {541, 324}, {548, 327}, {555, 330}, {562, 300}, {569, 303}}));
+    EXPECT_EQ(r.array_Nose_Points, (PointList{{317, 327}, {324, 330}, {331, 300}, {338, 303}, {345, 306}, {310, 324}}));
+    EXPECT_EQ(r.array_Space_Between_Eye_Eyebrow_Left_Points, (PointList{{352, 309}, {219, 318}, {226, 321}, {233, 324}, {240, 327}, {247, 330}, {373, 318}, {366, 315}, {359, 312}}));
+    EXPECT_EQ(r.array_Space_Between_Eye_Eyebrow_Right_Points, (PointList{{394, 327}, {254, 300}, {261, 303}, {268, 306}, {275, 309}, {282, 312}, {415, 303}, {408, 300}, {401, 330}}));
+    EXPECT_EQ(r.array_Cheek_Left_Points, (PointList{{114, 306}, {310, 324}, {380, 321}}));
+    EXPECT_EQ(r.array_Cheek_Right_Points, (PointList{{338, 303}, {422, 306}, {191, 306}}));
     EXPECT_EQ(r.array_Eye_Darken_Left_Points, r.array_Eye_Left_Points);
-    EXPECT_EQ(r.array_Inside_Mouth_Points.size(), 8);
-    EXPECT_EQ(r.array_Inside_Mouth_Points.first(), p[60]);
+    EXPECT_EQ(r.array_Eye_Darken_Right_Points, r.array_Eye_Right_Points);
+    // Lid points a quarter of the way to the brow (L2 and L3 move away from
+    // it horizontally; the left lid skips brow point 19, the right one 24).
+    EXPECT_EQ(r.array_Eye_Lid_Left, (PointList{{352, 309}, {318.75, 311.25}, {325.75, 314.25}, {397.5, 318},
+                                               {404.5, 321}, {373, 318}, {366, 315}, {359, 312}}));
+    EXPECT_EQ(r.array_Eye_Lid_Right, (PointList{{394, 327}, {359, 320.25}, {366, 323.25}, {374.75, 302.25},
+                                                {381.75, 305.25}, {415, 303}, {408, 300}, {401, 330}}));
+    // The jaw, then the forehead arc over the tilted jaw line P0 (100, 300)
+    // to P16 (212, 315): radius 56 about (156, 307.5), rounded up.
+    EXPECT_EQ(r.array_Face_Points,
+              (PointList{{100, 300}, {107, 303}, {114, 306}, {121, 309}, {128, 312}, {135, 315}, {142, 318},
+                         {149, 321}, {156, 324}, {163, 327}, {170, 330}, {177, 300}, {184, 303}, {191, 306},
+                         {198, 309}, {205, 312}, {212, 315}, {103, 283}, {107, 273}, {113, 265}, {120, 257},
+                         {129, 251}, {138, 247}, {148, 245}, {159, 244}, {169, 245}, {179, 249}, {188, 254},
+                         {196, 260}, {203, 268}, {208, 277}, {211, 287}, {213, 298}, {212, 308}}));
 }
 
 TEST(FaceRegions, CheekRectangleHoldsTheMaximumCornerInItsSize)
@@ -157,6 +175,24 @@ TEST(FaceRegions, InsideEyeIsPulledASixthTowardsTheEyeRectangleCentre)
     EXPECT_EQ(r.rect_Eye_Left.width(), 50);
     EXPECT_NEAR(r.rect_Eye_Left.y(), 490 + 10.0 / 6, 1e-4);
     EXPECT_NEAR(r.rect_Eye_Left.height(), 20 - 20.0 / 6, 1e-4);
+}
+
+TEST(FaceRegions, InsideEyePointsAreRoundedToSinglePrecision)
+{
+    FaceLandmarks p = syntheticLandmarks();
+    const QList<QPointF> eye{{190, 500}, {210, 490}, {230, 490}, {249, 500}, {230, 511}, {210, 511}};
+    for (int i = 0; i < 6; ++i)
+        p[36 + i] = eye[i];
+    // Flipped, the eye spans x 190-249 and y 489-510: centre (219.5, 499.5).
+    // 190 + 29.5 / 6 = 194.91666… is held as the float 194.91667175….
+    const QList<QPointF> inside = vertices(build(p).path_Inside_Eye_Left);
+    const QList<QPointF> expected{{194.9166717529297, 499.9166564941406}, {211.5833282470703, 508.25},
+                                  {228.25, 508.25},
+                                  {244.0833282470703, 499.9166564941406},
+                                  {228.25, 490.75},
+                                  {211.5833282470703, 490.75},
+                                  {194.9166717529297, 499.9166564941406}};
+    EXPECT_EQ(inside, expected);
 }
 
 TEST(FaceRegions, BoundingBoxMinimumStartsAt10000)

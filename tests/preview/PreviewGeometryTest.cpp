@@ -19,3 +19,22 @@ TEST(PercentConversions, RoundTripThroughPercent)
     EXPECT_EQ(Return_Rect_In_View_Coordinates(percent, QSizeF(200, 100)), QRectF(50, 25, 100, 50));
     EXPECT_EQ(Return_Point_In_View_Coordinates(QPointF(20, 80), QSizeF(500, 250)), QPointF(100, 200));
 }
+
+// Values that single precision cannot hold exactly: the roundings must
+// survive the optimiser.
+TEST(BestFitFrame, SizeThatIsNoMultipleOfTheStepGrowsAndKeepsItsRoundedOrigin)
+{
+    const QRectF frame = return_Best_Fit_Frame(640, 480, 800, 600);
+    EXPECT_DOUBLE_EQ(frame.width(), 793.6000022888184) << "twelve steps of 12.8 as a float";
+    EXPECT_DOUBLE_EQ(frame.height(), 595.1999839782719) << "the width through the float ratio 4/3";
+    EXPECT_EQ(frame.x(), 3.1999988555908203);
+    EXPECT_EQ(frame.y(), 2.400007963180542) << "2.40000801… rounded to single precision";
+}
+
+TEST(PercentConversions, ResultsAreRoundedToSinglePrecision)
+{
+    EXPECT_EQ(Return_Point_In_View_Coordinates(QPointF(33.3, 66.7), QSizeF(1001, 777)),
+              QPointF(333.3330078125, 518.2589721679688));
+    EXPECT_EQ(Return_Rect_In_Percentage(QRectF(1, 2, 3, 4), QSizeF(3, 7)),
+              QRectF(33.33333206176758, 28.571428298950195, 100, 57.14285659790039));
+}
