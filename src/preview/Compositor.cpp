@@ -297,8 +297,11 @@ const QImage& Compositor::cheekLayer(Cached& cache, const RgbaColor& outer, cons
     // Two circles: the outer colour on the circle of radius 510 about the
     // layer's middle, the make-up colour on a circle of radius 5 at the
     // make-up centre. Nothing is painted beyond either circle.
+    // The centre counts y from the top of the area; the gradient is laid out
+    // in the layer's y-up image space, the picture has y down.
     QImage layer = makePicture({kCheekLayerSize, kCheekLayerSize});
-    const QPointF middle(512, 512), makeUp(centre.x() * 1024 / 100, (100 - centre.y()) * 1024 / 100);
+    const QPointF middle(512, 512);
+    const QPointF makeUp = picturePointOf({centre.x() * 1024 / 100, (100 - centre.y()) * 1024 / 100}, kCheekLayerSize);
     {
         QPainter p(&layer);
         p.setRenderHint(QPainter::Antialiasing);
@@ -381,17 +384,20 @@ void Compositor::paintCheeks(const OpenedPhoto& photo, const EditingState& s)
                            s.pt_MakeUp_Center_Right, s.f_Cheeks_Blur_Level_Right);
         }
     });
-    const QImage& left = cheekLeft_.picture;
-    const QImage& right = cheekRight_.picture;
+    // Each side is finished, handles included, before the next is laid over
+    // it: where the areas overlap, the right blush covers the left handles.
     ImagePainter p(working_, photo.imgSize.height());
-    p.setOpacity(std::clamp(1.0 - double(s.f_Color_Cheeks_Transparency), 0.0, 1.0));
-    p.drawInto(photo.regions.rect_Cheek_Left_Area_To_Paint, left);
-    p.drawInto(photo.regions.rect_Cheek_Right_Area_To_Paint, right);
-    p.setOpacity(1);
-    if (!s.b_Activated_Cheeks_Reposition)
-        return;
-    paintCheekHandles(p, photo.regions.rect_Cheek_Left_Area_To_Paint, photo.imgSize, handles_.pointPercenteLeft,
-                      handles_.rectPointLeft);
-    paintCheekHandles(p, photo.regions.rect_Cheek_Right_Area_To_Paint, photo.imgSize, handles_.pointPercenteRight,
-                      handles_.rectPointRight);
+    const double opacity = std::clamp(1.0 - double(s.f_Color_Cheeks_Transparency), 0.0, 1.0);
+    const auto finishSide = [&](const QImage& blush, const QRectF& area, std::array<QPointF, 4>& percent,
+                                std::array<QRectF, 4>& squares) {
+        p.setOpacity(opacity);
+        p.drawInto(area, blush);
+        p.setOpacity(1);
+        if (s.b_Activated_Cheeks_Reposition)
+            paintCheekHandles(p, area, photo.imgSize, percent, squares);
+    };
+    finishSide(cheekLeft_.picture, photo.regions.rect_Cheek_Left_Area_To_Paint, handles_.pointPercenteLeft,
+               handles_.rectPointLeft);
+    finishSide(cheekRight_.picture, photo.regions.rect_Cheek_Right_Area_To_Paint, handles_.pointPercenteRight,
+               handles_.rectPointRight);
 }

@@ -252,6 +252,8 @@ TEST_F(PanelsTest, CircleClickSetsTheBlushCentreOnlyWhileCheeksApplyWithoutRepos
     EXPECT_EQ(state.pt_MakeUp_Center_Right, QPointF(30, 70)) << "percent, y from the top";
     EXPECT_EQ(state.pt_MakeUp_Center_Left, QPointF(20, 20));
     EXPECT_EQ(redraws, 1);
+    const QImage shown = circle.grab().toImage();
+    EXPECT_EQ(shown.pixelColor(31, 71), QColor(Qt::red)) << "the marker sits where the click was";
 
     state.b_Activated_Cheeks_Reposition = true;
     QTest::mouseClick(&circle, Qt::LeftButton, {}, QPoint(60, 60));
