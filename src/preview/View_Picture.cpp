@@ -111,6 +111,8 @@ void View_Picture::hitCheekHandles(QPointF percent, Dragging& flags, const std::
 
 void View_Picture::mousePressEvent(QMouseEvent* event)
 {
+    if (event->button() != Qt::LeftButton)
+        return; // gestures, handles and picking are the left button's
     b_Mouse_Down = true;
     if (!photo_ || photo_->isEmpty() || !repositioning())
         return;
@@ -137,7 +139,7 @@ void View_Picture::mousePressEvent(QMouseEvent* event)
     }
 }
 
-void View_Picture::dragCheeks(QPointF pixel)
+bool View_Picture::dragCheeks(QPointF pixel)
 {
     FaceRegions& r = photo_->regions;
     const auto holds = [](const Dragging& d) { return d.LB || d.RB || d.RU || d.LU || d.Crop; };
@@ -145,9 +147,10 @@ void View_Picture::dragCheeks(QPointF pixel)
         r.rect_Cheek_Left_Area_To_Paint = draggedArea(draggingLeft, rect_Cheek_Left_Area_To_Paint_Mouse_Down, pixel);
     if (holds(draggingRight))
         r.rect_Cheek_Right_Area_To_Paint = draggedArea(draggingRight, rect_Cheek_Right_Area_To_Paint_Mouse_Down, pixel);
+    return holds(draggingLeft) || holds(draggingRight);
 }
 
-void View_Picture::dragUnderEyePoints(QPointF pixel)
+bool View_Picture::dragUnderEyePoints(QPointF pixel)
 {
     // The points are kept with y from the top of the photo.
     const QPointF point(pixel.x(), photo_->imgSize.height() - pixel.y());
@@ -155,11 +158,13 @@ void View_Picture::dragUnderEyePoints(QPointF pixel)
         for (size_t i = 6; i-- > 0;)
             if (d.point[i] && qsizetype(i) < points.size()) {
                 points[qsizetype(i)] = point;
-                return;
+                return true;
             }
+        return false;
     };
-    replaceHighest(draggingLeft, photo_->regions.array_Eye_Darken_Left_Points);
-    replaceHighest(draggingRight, photo_->regions.array_Eye_Darken_Right_Points);
+    const bool left = replaceHighest(draggingLeft, photo_->regions.array_Eye_Darken_Left_Points);
+    const bool right = replaceHighest(draggingRight, photo_->regions.array_Eye_Darken_Right_Points);
+    return left || right;
 }
 
 void View_Picture::mouseMoveEvent(QMouseEvent* event)
@@ -182,12 +187,15 @@ void View_Picture::mouseMoveEvent(QMouseEvent* event)
             draggingRight.Crop = true;
         return;
     }
+    // Only a drag that moved something rebuilds the picture.
     const QPointF pixel = pixelOf(percent);
+    bool moved = false;
     if (state_->b_Activated_Cheeks_Reposition)
-        dragCheeks(pixel);
+        moved = dragCheeks(pixel);
     if (state_->b_Activated_Darken_Eyes_Reposition)
-        dragUnderEyePoints(pixel);
-    update();
+        moved = dragUnderEyePoints(pixel) || moved;
+    if (moved)
+        update();
 }
 
 void View_Picture::pickColour(QPointF percent)
@@ -211,6 +219,8 @@ void View_Picture::pickColour(QPointF percent)
 
 void View_Picture::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (event->button() != Qt::LeftButton)
+        return;
     b_Mouse_Down = false;
     draggingLeft = draggingRight = {};
     mouseDownPos = viewPoint(event);

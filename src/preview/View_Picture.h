@@ -58,8 +58,9 @@ private:
     QPointF percentOfPhoto(QPointF view) const;
     QPointF pixelOf(QPointF percent) const;
     void hitCheekHandles(QPointF percent, Dragging& flags, const std::array<QPointF, 4>& corners);
-    void dragCheeks(QPointF pixel);
-    void dragUnderEyePoints(QPointF pixel);
+    // Each moves what the gesture holds and says whether anything moved.
+    bool dragCheeks(QPointF pixel);
+    bool dragUnderEyePoints(QPointF pixel);
     void pickColour(QPointF percent);
     bool repositioning() const;
 

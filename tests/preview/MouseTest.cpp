@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+#include <functional>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -29,13 +31,34 @@ protected:
 
     static QPoint at(QPointF imagePoint) { return QPoint(int(imagePoint.x()), int(512 - imagePoint.y())); }
 
-    void press(QPoint p) { QTest::mousePress(&view, Qt::LeftButton, {}, p); }
-    void drag(QPoint p)
+    void press(QPoint p, Qt::MouseButton button = Qt::LeftButton) { QTest::mousePress(&view, button, {}, p); }
+    void drag(QPoint p, Qt::MouseButton held = Qt::LeftButton)
     {
-        QMouseEvent move(QEvent::MouseMove, p, view.mapToGlobal(p), Qt::NoButton, Qt::LeftButton, {});
+        QMouseEvent move(QEvent::MouseMove, p, view.mapToGlobal(p), Qt::NoButton, held, {});
         QCoreApplication::sendEvent(&view, &move);
     }
-    void release(QPoint p) { QTest::mouseRelease(&view, Qt::LeftButton, {}, p); }
+    void release(QPoint p, Qt::MouseButton button = Qt::LeftButton) { QTest::mouseRelease(&view, button, {}, p); }
+
+    // Shows the view and counts its redraws from now on.
+    int paintsDuring(const std::function<void()>& gesture)
+    {
+        view.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view));
+        QCoreApplication::processEvents();
+        struct Counter : QObject {
+            int paints = 0;
+            bool eventFilter(QObject*, QEvent* event) override
+            {
+                paints += event->type() == QEvent::Paint;
+                return false;
+            }
+        } counter;
+        view.installEventFilter(&counter);
+        gesture();
+        QCoreApplication::processEvents();
+        view.removeEventFilter(&counter);
+        return counter.paints;
+    }
 
     OpenedPhoto photo;
     EditingState state;
@@ -51,8 +74,12 @@ TEST_F(MouseTest, NothingChangesWithBothModesOff)
     redraw();
     const FaceRegions before = photo.regions;
     const QPoint corner = at(before.rect_Cheek_Left_Area_To_Paint.topLeft());
-    press(corner);
-    drag(corner + QPoint(40, 40));
+    const int paints = paintsDuring([&] {
+        press(corner);
+        for (int step = 1; step <= 5; ++step)
+            drag(corner + QPoint(8 * step, 8 * step));
+    });
+    EXPECT_EQ(paints, 0) << "a drag with both modes off does not rebuild the picture";
     release(corner + QPoint(40, 40));
     EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, before.rect_Cheek_Left_Area_To_Paint);
     EXPECT_EQ(photo.regions.array_Eye_Darken_Left_Points, before.array_Eye_Darken_Left_Points);
@@ -75,6 +102,44 @@ TEST_F(MouseTest, RightTopHandleFollowsTheRightBottomRule)
     EXPECT_NEAR(area.width(), 50, 1.1);
     EXPECT_NEAR(area.height(), 0, 1.1) << "the bottom edge moves to the mouse";
     EXPECT_EQ(photo.regions.rect_Cheek_Right_Area_To_Paint, QRectF(300, 300, 50, 50));
+}
+
+TEST_F(MouseTest, LeftTopHandleMovesTheTopEdgeWhileTheOriginStays)
+{
+    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
+    photo.regions.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
+    redraw();
+
+    press(at({100, 150})); // the left-top corner
+    drag(at({100, 150}));
+    EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50)) << "held still: unchanged";
+
+    drag(at({90, 170}));
+    EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 60, 70))
+        << "the top follows the mouse; the width grows as for the left edge, the origin stays";
+    release(at({90, 170}));
+}
+
+TEST_F(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
+{
+    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
+    photo.regions.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
+    redraw();
+    press(at({100.5, 100.5}), Qt::RightButton); // on the left-bottom handle
+    drag(at({60, 60}), Qt::RightButton);
+    release(at({60, 60}), Qt::RightButton);
+    EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50));
+
+    state.b_Cheeks_Picking_Color = true;
+    state.i_Picking_Color_Index = 2;
+    QTest::mouseClick(&view, Qt::RightButton, {}, at({200, 200}));
+    EXPECT_TRUE(state.b_Cheeks_Picking_Color) << "the pick waits for a left click";
+    EXPECT_EQ(state.color_Color_Cheeks_2, EditingState{}.color_Color_Cheeks_2);
+    EXPECT_TRUE(picked.empty());
+
+    QTest::mouseClick(&view, Qt::LeftButton, {}, at({200, 200}));
+    EXPECT_FALSE(state.b_Cheeks_Picking_Color);
+    EXPECT_EQ(picked, std::vector<int>{2});
 }
 
 TEST_F(MouseTest, ClickOnePercentAwayMissesAndLeftBottomPastTheRightEdgeGoesNegative)
