@@ -36,8 +36,8 @@ struct EditingState {
     RgbaColor color_Eyeshadow{0, 0, 1, 1};
     float f_Color_Eyeshadow_Transparency = 0.2f;
     float f_Eyeshadow_Blur_Level = 7.0f;
-    // Starts at 0, so switching the effect on changes nothing until the
-    // slider moves.
+    // The ring is drawn with alpha 1 - transparency: at the starting 0 it is
+    // opaque black (before its blur), at 1 invisible.
     float f_Darken_Eyes_Transparency = 0.0f;
     float f_Darken_Eyes_Line_Width = 1.0f;
     float f_Darken_Eyes_Blur_Level = 1.0f;

@@ -203,6 +203,22 @@ TEST_F(PanelsTest, UntickingCheekApplyEndsRepositioningAndGreysTheColours)
     EXPECT_EQ(cheek->ui().slider_Blur_Left->value(), 4);
 }
 
+TEST_F(PanelsTest, CheekPanelOpenedWhileRepositioningKeepsItsColourControlsDisabled)
+{
+    withPhoto();
+    app->state.b_Apply_Cheeks = app->state.b_Activated_Cheeks_Reposition = true;
+    app->On_Face_Cheek();
+    const Ui::Window_Cheek& ui = panel<Window_Cheek>(app->window_Cheek)->ui();
+    EXPECT_TRUE(ui.checkActivateCheekReposition->isChecked());
+    EXPECT_TRUE(ui.checkActivateCheekReposition->isEnabled());
+    for (QWidget* colour : std::initializer_list<QWidget*>{ui.btn_Pick_Color_1, ui.color_1, ui.btn_Pick_Color_1_Right,
+                                                           ui.color_1_Right, ui.btn_Pick_Color_2, ui.color_2,
+                                                           ui.slider_Transparency})
+        EXPECT_FALSE(colour->isEnabled()) << colour->objectName().toStdString();
+    EXPECT_TRUE(ui.slider_Blur_Right->isEnabled());
+    EXPECT_TRUE(app->state.b_Activated_Cheeks_Reposition);
+}
+
 TEST_F(PanelsTest, PickButtonsArmThePickAndHideThePanel)
 {
     withPhoto();

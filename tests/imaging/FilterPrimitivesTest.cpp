@@ -113,6 +113,18 @@ TEST(TonalConversions, BlackAndWhiteIsGreyHarderAndBrighter)
     EXPECT_EQ(bytesAt(imageBlackAndWhite(opaque({1, 1}, Qt::black)), 0, 0), (Bytes{0, 0, 0, 255}));
 }
 
+TEST(TonalConversions, BlackAndWhiteWeighsRedGreenAndBlueByRec709)
+{
+    // ((Y - 0.5) × 1.1 + 0.5) × 2^0.7 with Y = 0.2126, 0.7152, 0.0722.
+    const auto grey = [](QColor colour) { return bytesAt(imageBlackAndWhite(opaque({1, 1}, colour)), 0, 0)[0]; };
+    EXPECT_EQ(grey(Qt::red), 76);
+    EXPECT_EQ(grey(Qt::green), 255) << "1.197, clamped";
+    EXPECT_EQ(grey(Qt::blue), 12);
+    QImage halfRed = makePicture({1, 1});
+    setBytes(halfRed, 0, 0, {128, 0, 0, 128});
+    EXPECT_NEAR(bytesAt(imageBlackAndWhite(halfRed), 0, 0)[0], 38, 1) << "the same grey, premultiplied";
+}
+
 TEST(TonalConversions, WhitenTeethKeepsHalfTheColourAndBrightens)
 {
     const Bytes px = bytesAt(Whiten_Teeth(opaque({1, 1}, QColor(150, 120, 60))), 0, 0);

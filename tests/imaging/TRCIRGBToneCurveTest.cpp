@@ -49,6 +49,37 @@ TEST(ToneCurveSpline, SamplesEveryLevelAndEndsOnTheLastPoint)
     EXPECT_EQ(samples.last(), QPointF(255, 255));
 }
 
+TEST(ToneCurveSpline, FourPointsByHand)
+{
+    // Equal spacing h = 85; the inner right sides are -105/85 and +105/85, so
+    // s2 = -s1 and (2h/3 - h/6) s1 = -105/85: s1 = -210/85².
+    const QList<QPointF> points{{0, 0}, {85, 120}, {170, 135}, {255, 255}};
+    const double s1 = -210.0 / (85.0 * 85.0);
+    const std::vector<double> s = TRCIRGBToneCurve::secondDerivative(points);
+    ASSERT_EQ(s.size(), 4u);
+    EXPECT_DOUBLE_EQ(s[0], 0);
+    EXPECT_NEAR(s[1], s1, 1e-12);
+    EXPECT_NEAR(s[2], -s1, 1e-12);
+    EXPECT_DOUBLE_EQ(s[3], 0);
+
+    const QList<QPointF> samples = TRCIRGBToneCurve::splineCurve(points);
+    ASSERT_EQ(samples.size(), 256);
+    // Level 127 lies in the middle segment at t = 42/85.
+    const double t = 42.0 / 85.0, a = 1 - t;
+    const double middle = a * 120 + t * 135 + 85.0 * 85.0 / 6 * ((a * a * a - a) * s1 + (t * t * t - t) * -s1);
+    EXPECT_NEAR(samples[127].y(), middle, 1e-9);
+    EXPECT_NEAR(samples[127].y(), 127.5147, 1e-4);
+    EXPECT_NEAR(samples[42].y(), 72.3658, 1e-4) << "bulges above the chord in the first segment";
+    EXPECT_NEAR(samples[200].y(), 164.1879, 1e-4) << "and below it in the last";
+    EXPECT_EQ(samples[170], QPointF(170, 135));
+
+    const PreparedCurve curve =
+        TRCIRGBToneCurve::getPreparedSplineCurve({{0, 0}, {1.0 / 3, 120.0 / 255}, {2.0 / 3, 135.0 / 255}, {1, 1}});
+    EXPECT_EQ(levelThrough(curve, 42), 72);
+    EXPECT_EQ(levelThrough(curve, 127), 127);
+    EXPECT_EQ(levelThrough(curve, 200), 164);
+}
+
 TEST(ToneCurveSpline, SkinLiftMapsThroughItsPointsSmoothlyAndInRange)
 {
     const PreparedCurve curve = TRCIRGBToneCurve::getPreparedSplineCurve(kSkinLift);

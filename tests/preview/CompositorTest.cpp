@@ -148,19 +148,98 @@ TEST(Compositor, LipsColourNeverShowsInsideAnOpenMouth)
     EXPECT_NE(picture.pixelColor(onLip.toPoint()), portrait().img_Basic.pixelColor(onLip.toPoint()));
 }
 
-TEST(Compositor, CachedStepsGiveWhatAFreshCompositorGives)
+TEST(Compositor, EveryInputOfACachedStepChangedOnItsOwnGivesWhatAFreshCompositorGives)
 {
+    using Change = void (*)(EditingState&);
+    const std::pair<const char*, Change> changes[] = {
+        {"skin level", [](EditingState& s) { s.u_Face_Skin_Smooth_Level = 4; }},
+        {"skin radius", [](EditingState& s) { s.u_Face_Skin_Smooth_Radius = 3; }},
+        {"wrinkle level", [](EditingState& s) { s.u_Remove_Wrinkles_Level = 2; }},
+        {"left cheek blur", [](EditingState& s) { s.f_Cheeks_Blur_Level_Left = 9; }},
+        {"right cheek blur", [](EditingState& s) { s.f_Cheeks_Blur_Level_Right = 1; }},
+        {"left outer colour", [](EditingState& s) { s.color_Color_Cheeks_1 = {0.1f, 0.2f, 0.9f, 1}; }},
+        {"right outer colour", [](EditingState& s) { s.color_Color_Cheeks_1_Right = {0.9f, 0.9f, 0.1f, 1}; }},
+        {"make-up colour", [](EditingState& s) { s.color_Color_Cheeks_2 = {0.2f, 0.9f, 0.3f, 1}; }},
+        {"left make-up centre", [](EditingState& s) { s.pt_MakeUp_Center_Left = {70, 65}; }},
+        {"right make-up centre", [](EditingState& s) { s.pt_MakeUp_Center_Right = {35, 90}; }},
+        {"skin smoothing off", [](EditingState& s) { s.b_Face_Skin_Smooth = false; }},
+    };
+    EditingState all;
+    all.b_Face_Skin_Smooth = all.b_Remove_Wrinkles = all.b_Apply_Cheeks = true;
+    all.f_Color_Cheeks_Transparency = 0.1f; // the blush shows strongly
     Compositor kept;
+    const QImage before = kept.compose(portrait(), all).copy();
+    for (const auto& [name, change] : changes) {
+        EditingState state = all;
+        change(state);
+        const QImage after = kept.compose(portrait(), state).copy();
+        EXPECT_FALSE(changedArea(after, before).isEmpty()) << name << " shows";
+        EXPECT_TRUE(changedArea(after, composed(state)).isEmpty()) << name;
+        kept.compose(portrait(), all); // back, so each change is on its own
+    }
+}
+
+TEST(Compositor, UnderEyeTransparencyOneIsInvisibleZeroIsOpaqueBlack)
+{
     EditingState state;
-    state.b_Face_Skin_Smooth = state.b_Remove_Wrinkles = state.b_Apply_Cheeks = true;
-    kept.compose(portrait(), state);
-    state.u_Face_Skin_Smooth_Level = 4;
-    state.u_Remove_Wrinkles_Level = 2;
-    state.color_Color_Cheeks_2 = {0.2f, 0.9f, 0.3f, 1};
-    state.pt_MakeUp_Center_Right = {60, 40};
-    EXPECT_TRUE(changedArea(kept.compose(portrait(), state), composed(state)).isEmpty());
-    state.b_Face_Skin_Smooth = false;
-    EXPECT_TRUE(changedArea(kept.compose(portrait(), state), composed(state)).isEmpty());
+    state.b_Eyes_Darken = true;
+    state.f_Darken_Eyes_Transparency = 1;
+    EXPECT_TRUE(changedArea(composed(state), portrait().img_Basic).isEmpty());
+
+    state.f_Darken_Eyes_Transparency = 0; // the default
+    state.f_Darken_Eyes_Blur_Level = 0;
+    state.f_Darken_Eyes_Line_Width = 4;
+    const QImage picture = composed(state);
+    const QPoint onRing = portrait().regions.array_Eye_Darken_Left_Points[1].toPoint(); // y from the top
+    const QColor ink = picture.pixelColor(onRing);
+    EXPECT_LT(ink.red() + ink.green() + ink.blue(), 20) << "the ring passes through its points in black";
+}
+
+TEST(Compositor, WidenedEyesReachBeyondTheirRectangleOnBothSidesWithWrinkleRemovalOnToo)
+{
+    EditingState state;
+    state.b_Remove_Wrinkles = true;
+    const QImage unwidened = composed(state);
+    state.b_Widen_Eyes = true;
+    state.u_Widen_Eyes_Level = 40;
+    const QImage widened = composed(state);
+    for (const QRectF& eye : {portrait().regions.rect_Full_Eye_Left, portrait().regions.rect_Full_Eye_Right}) {
+        const QRect inPhoto = inPicture(eye, 0);
+        const int reach = int(eye.width() * 0.2) - 1; // 40 % wider, half on each side
+        const QRect leftStrip(inPhoto.left() - reach, inPhoto.top(), reach - 1, inPhoto.height());
+        const QRect rightStrip(inPhoto.right() + 2, inPhoto.top(), reach - 1, inPhoto.height());
+        EXPECT_FALSE(changedArea(widened.copy(leftStrip), unwidened.copy(leftStrip)).isEmpty());
+        EXPECT_FALSE(changedArea(widened.copy(rightStrip), unwidened.copy(rightStrip)).isEmpty());
+        const QRect beyond(inPhoto.left() - int(std::ceil(eye.width() * 0.2)) - 3, inPhoto.top(), 2,
+                           inPhoto.height());
+        EXPECT_TRUE(changedArea(widened.copy(beyond), unwidened.copy(beyond)).isEmpty()) << "and no further";
+    }
+}
+
+TEST(Compositor, EyeLipsAndShadowColoursEachGoToTheirOwnRegion)
+{
+    EditingState state;
+    state.b_Color_Eyes = state.b_Color_Lips = state.b_Eye_Eyeshadow = true;
+    state.color_Color_Eyes = {1, 0, 0, 1};
+    state.color_Color_Lips = {0, 1, 0, 1};
+    state.color_Eyeshadow = {0.2f, 0.4f, 1, 1};
+    state.f_Color_Eyes_Transparency = state.f_Color_Lips_Transparency = state.f_Color_Eyeshadow_Transparency = 1;
+    state.f_Eyeshadow_Blur_Level = 0;
+    const QImage picture = composed(state);
+    const FaceLandmarks& p = portrait().facePointsRelativeToImageSize;
+    const FaceRegions& r = portrait().regions;
+
+    const QColor lips = picture.pixelColor(((p[57] + p[66]) / 2).toPoint());
+    EXPECT_EQ(lips, QColor(0, 255, 0)) << "lips in the lips colour";
+    const QColor lid = picture.pixelColor(((r.array_Eye_Lid_Left[2] + p[37]) / 2).toPoint());
+    EXPECT_EQ(lid, QColor::fromRgbF(0.2f, 0.4f, 1)) << "the lid in the shadow colour";
+    // The iris keeps the eye colour where the grey eye is dark.
+    int red = 0;
+    const QRect eye = inPicture(r.rect_Eye_Left, 0);
+    for (int y = eye.top(); y <= eye.bottom(); ++y)
+        for (int x = eye.left(); x <= eye.right(); ++x)
+            red += picture.pixelColor(x, y) == QColor(255, 0, 0);
+    EXPECT_GT(red, 3) << "the iris in the eye colour";
 }
 
 TEST(Compositor, BlushCentreCountsItsYFromTheTopOfThePaintArea)

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 TEST(EditingState, StartsWithTheExactDefaults)
 {
     const EditingState s;
@@ -36,20 +38,25 @@ TEST(EditingState, StartsWithTheExactDefaults)
     EXPECT_EQ(s.i_Picking_Color_Index, 0);
 }
 
-TEST(EditingState, ResetSwitchesEveryEffectOffButKeepsSettingsAndModes)
+namespace {
+
+// Moves every field away from its default: switches and modes on, numbers
+// up, colours and points to values no default has.
+struct AwayFromDefault {
+    void operator()(const char*, bool& v) { v = !v; }
+    void operator()(const char*, std::uint64_t& v) { v += 7; }
+    void operator()(const char*, std::int32_t& v) { v = 2; }
+    void operator()(const char*, float& v) { v += 0.37f; }
+    void operator()(const char*, RgbaColor& v) { v = {v.g * 0.5f + 0.1f, 0.6f, v.r * 0.3f + 0.2f, 0.5f}; }
+    void operator()(const char*, QPointF& v) { v += QPointF(3, 4); }
+};
+
+} // namespace
+
+TEST(EditingState, ResetSwitchesEveryEffectOffAndKeepsEveryOtherField)
 {
     EditingState s;
-    for (bool* effect : {&s.b_Face_Skin_Smooth, &s.b_Remove_Wrinkles, &s.b_Color_Eyes, &s.b_Widen_Eyes,
-                         &s.b_Eye_Eyeshadow, &s.b_Eyes_Darken, &s.b_Apply_Cheeks, &s.b_Color_Lips,
-                         &s.b_Whiten_Teeth})
-        *effect = true;
-    s.color_Color_Eyes = {0.1f, 0.6f, 0.3f, 1};
-    s.f_Color_Lips_Transparency = 0.55f;
-    s.u_Face_Skin_Smooth_Level = 3;
-    s.f_Eyeshadow_Blur_Level = 2.5f;
-    s.pt_MakeUp_Center_Right = {33, 66};
-    s.b_Activated_Cheeks_Reposition = true;
-    s.i_Picking_Color_Index = 3;
+    s.forEachField(AwayFromDefault());
     EditingState expected = s;
 
     s.Reset_Variables();
@@ -58,6 +65,6 @@ TEST(EditingState, ResetSwitchesEveryEffectOffButKeepsSettingsAndModes)
     expected.b_Widen_Eyes = expected.b_Eye_Eyeshadow = expected.b_Eyes_Darken = false;
     expected.b_Apply_Cheeks = expected.b_Color_Lips = expected.b_Whiten_Teeth = false;
     EXPECT_TRUE(s == expected) << "only the nine switches may change";
-    EXPECT_EQ(s.color_Color_Eyes, (RgbaColor{0.1f, 0.6f, 0.3f, 1}));
     EXPECT_TRUE(s.b_Activated_Cheeks_Reposition) << "an interaction mode survives a new photo";
+    EXPECT_EQ(s.u_Face_Skin_Smooth_Level, 17u);
 }
