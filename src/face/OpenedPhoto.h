@@ -15,7 +15,7 @@
 struct OpenedPhoto {
     QString path;
     QImage img_Basic;
-    QSizeF imgSize; // the largest width and height in the file
+    QSizeF imgSize; // img_Basic's size: the largest width and height in the file
     FaceLandmarks facePointsRelativeToImageSize;
     PointList facePointsInPercentRelativeToImage;
     // The regions; array_Face_Points is already in percent of the photo.

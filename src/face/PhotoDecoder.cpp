@@ -44,11 +44,35 @@ QSize uprightSize(const QImageReader& reader)
     return reader.transformation() & QImageIOHandler::TransformationRotate90 ? stored.transposed() : stored;
 }
 
-QSizeF largestSizeOverAllImages(const QByteArray& bytes, QSize first)
+
+QString tooLarge(const QString& path, QSize size)
+{
+    return QString("The picture %1 is %2 × %3 pixels; Bellavenor opens pictures of up to %4 megapixels.")
+        .arg(quoted(path))
+        .arg(size.width())
+        .arg(size.height())
+        .arg(kMaxPhotoPixels / 1'000'000);
+}
+
+qint64 area(QSize size)
+{
+    return qint64(std::max(size.width(), 0)) * std::max(size.height(), 0);
+}
+
+// The pages of a file as their headers describe them, before any pixel is
+// read: which one is the photo (the largest; a multi-page file often starts
+// with a thumbnail) and the largest width and largest height over all.
+struct PageSurvey {
+    int photoPage = 0;
+    QSize photoSize;
+    QSize measure;
+    QString refusal;
+};
+
+PageSurvey surveyPages(const QString& path, const QByteArray& bytes)
 {
     MemoryReader file(bytes);
-    float width = float(first.width());
-    float height = float(first.height());
+    PageSurvey survey;
     // Jumping by number: stepping to the next image loses its place in a
     // memory buffer for TIFF.
     const int count = std::clamp(file.reader.imageCount(), 1, kMaxImagesMeasured);
@@ -56,25 +80,19 @@ QSizeF largestSizeOverAllImages(const QByteArray& bytes, QSize first)
         if (i > 0 && !file.reader.jumpToImage(i))
             break;
         const QSize size = uprightSize(file.reader);
-        width = std::max(width, float(size.width()));
-        height = std::max(height, float(size.height()));
+        if (area(size) > kMaxPhotoPixels) {
+            survey.refusal = tooLarge(path, size);
+            return survey;
+        }
+        if (area(size) > area(survey.photoSize)) {
+            survey.photoPage = i;
+            survey.photoSize = size;
+        }
+        survey.measure = survey.measure.expandedTo(size);
     }
-    return {width, height};
-}
-
-QString refusalBeforeDecoding(const QString& path, QImageReader& reader)
-{
-    if (!reader.canRead())
-        return QString("The file %1 is not a picture Bellavenor can read (BMP, JPEG, PNG, GIF or TIFF).")
-            .arg(quoted(path));
-    const QSize size = uprightSize(reader);
-    if (qint64(size.width()) * size.height() > kMaxPhotoPixels)
-        return QString("The picture %1 is %2 × %3 pixels; Bellavenor opens pictures of up to %4 megapixels.")
-            .arg(quoted(path))
-            .arg(size.width())
-            .arg(size.height())
-            .arg(kMaxPhotoPixels / 1'000'000);
-    return {};
+    if (area(survey.measure) > kMaxPhotoPixels)
+        survey.refusal = tooLarge(path, survey.measure);
+    return survey;
 }
 
 QString readWholeFile(const QString& path, QByteArray& bytes)
@@ -94,22 +112,36 @@ QString readWholeFile(const QString& path, QByteArray& bytes)
 
 } // namespace
 
+// The photo is the largest page, held at the file's measure (the largest
+// width and the largest height over all pages), so that the picture shown,
+// the picture the face is found on and the size the regions are flipped by
+// are one and the same. Only a file whose pages differ in shape has its
+// photo stretched.
 DecodedPhoto decodePhoto(const QString& path)
 {
     DecodedPhoto photo;
     QByteArray bytes;
     if (photo.error = readWholeFile(path, bytes); !photo.ok())
         return photo;
+    if (!MemoryReader(bytes).reader.canRead()) {
+        photo.error = QString("The file %1 is not a picture Bellavenor can read (BMP, JPEG, PNG, GIF or TIFF).")
+                          .arg(quoted(path));
+        return photo;
+    }
+    const PageSurvey survey = surveyPages(path, bytes);
+    if (photo.error = survey.refusal; !photo.ok())
+        return photo;
 
     MemoryReader file(bytes);
-    if (photo.error = refusalBeforeDecoding(path, file.reader); !photo.ok())
-        return photo;
+    if (survey.photoPage > 0)
+        file.reader.jumpToImage(survey.photoPage);
     const QImage image = file.reader.read();
     if (image.isNull()) {
         photo.error = QString("The picture %1 could not be decoded: %2.").arg(quoted(path), file.reader.errorString());
         return photo;
     }
-    photo.img_Basic = toPicture(image);
-    photo.imgSize = largestSizeOverAllImages(bytes, image.size());
+    const QSize measure = survey.measure.expandedTo(image.size());
+    photo.img_Basic = image.size() == measure ? toPicture(image) : Stretch_Image(image, measure);
+    photo.imgSize = measure;
     return photo;
 }

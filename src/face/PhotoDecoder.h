@@ -10,9 +10,13 @@ inline constexpr qint64 kMaxPhotoPixels = 120'000'000;
 
 // A photo as read from its file, once, for both face detection and display.
 struct DecodedPhoto {
-    QImage img_Basic; // picture form, upright (the file's orientation tag applied)
+    // Picture form, upright (the file's orientation tag applied): the largest
+    // image of the file, at imgSize.
+    QImage img_Basic;
     // The largest width and the largest height over all images in the file
     // (a multi-page TIFF, an animated GIF); for a single picture its own size.
+    // Always img_Basic's size, so the face found on it and the regions
+    // flipped by it agree.
     QSizeF imgSize;
     QString error; // says what went wrong and names the file; empty on success
 
@@ -20,5 +24,6 @@ struct DecodedPhoto {
 };
 
 // Reads a BMP, JPEG, PNG, GIF or TIFF file. Never throws: a missing, empty,
-// truncated, unsupported or oversized file comes back with an error.
+// truncated, unsupported or oversized file (any of its images over the
+// pixel limit) comes back with an error before its pixels are read.
 DecodedPhoto decodePhoto(const QString& path);

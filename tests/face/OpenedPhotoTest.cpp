@@ -1,7 +1,9 @@
 #include "FaceFixtures.h"
 #include "ImageSpace.h"
 #include "OpenedPhoto.h"
+#include "TiffPages.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -156,4 +158,22 @@ TEST(OpenAndAnalyse, CarriesThePercentFormsAndRefusesWithTheUsersMessages)
     const OpenResult missing = openAndAnalyse(folder.filePath("gone.jpg"));
     EXPECT_EQ(missing.outcome, OpenResult::Failed);
     EXPECT_TRUE(missing.message.contains("gone.jpg"));
+}
+
+TEST(OpenAndAnalyse, TiffStartingWithAThumbnailIsAnalysedOnThePhoto)
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("with-thumbnail.tif");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(tiffOfPages({{portraitPicture().scaled(96, 96)}, {portraitPicture()}}));
+    file.close();
+
+    const OpenResult opened = openAndAnalyse(path);
+
+    ASSERT_EQ(opened.outcome, OpenResult::Opened) << opened.message.toStdString();
+    EXPECT_EQ(opened.photo.imgSize, QSizeF(512, 512));
+    EXPECT_EQ(opened.photo.facePointsRelativeToImageSize, portrait().facePointsRelativeToImageSize);
+    EXPECT_EQ(opened.photo.regions.rect_Lips, portrait().regions.rect_Lips) << "lips where the lips are";
+    EXPECT_EQ(opened.photo.images.image_Lips_Black_White, portrait().images.image_Lips_Black_White);
 }

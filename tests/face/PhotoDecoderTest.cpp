@@ -1,6 +1,7 @@
 #include "DLibWrapper.h"
 #include "FaceFixtures.h"
 #include "PhotoDecoder.h"
+#include "TiffPages.h"
 
 #include <QFile>
 #include <QImageWriter>
@@ -97,12 +98,41 @@ TEST_F(PhotoDecoderTest, JpegStoredSidewaysIsTurnedUprightByItsOrientationTag)
     EXPECT_EQ(DLibWrapper::Detect_Facial_Points(photo.img_Basic).code, 0);
 }
 
-TEST_F(PhotoDecoderTest, FileIsMeasuredByItsLargestWidthAndLargestHeight)
+TEST_F(PhotoDecoderTest, ThumbnailOnTheFirstPageGivesWayToThePhoto)
 {
-    const DecodedPhoto photo = decodePhoto(testDataPath("two-pages.tif"));
-    ASSERT_TRUE(photo.ok()) << photo.error.toStdString();
-    EXPECT_EQ(photo.img_Basic.size(), QSize(20, 30)) << "the first page is the photo";
-    EXPECT_EQ(photo.imgSize, QSizeF(40, 30));
+    const QImage photo = portraitPicture();
+    const QString path = write("with-thumbnail.tif", tiffOfPages({{photo.scaled(64, 64)}, {photo}}));
+
+    const DecodedPhoto decoded = decodePhoto(path);
+
+    ASSERT_TRUE(decoded.ok()) << decoded.error.toStdString();
+    EXPECT_EQ(decoded.img_Basic.size(), QSize(512, 512)) << "the largest page is the photo";
+    EXPECT_EQ(decoded.imgSize, QSizeF(512, 512)) << "and its measure";
+    EXPECT_EQ(decoded.img_Basic.pixelColor(200, 120), photo.pixelColor(200, 120));
+}
+
+TEST_F(PhotoDecoderTest, PhotoIsStretchedToTheLargestWidthAndLargestHeightOfItsPages)
+{
+    // 20 × 30 and 40 × 10: the larger page is the photo, measured 40 × 30.
+    QImage tall = makePicture({20, 30}), wide = makePicture({40, 10});
+    tall.fill(Qt::red);
+    wide.fill(Qt::blue);
+    const DecodedPhoto decoded = decodePhoto(write("two-pages.tif", tiffOfPages({{tall}, {wide}})));
+
+    ASSERT_TRUE(decoded.ok()) << decoded.error.toStdString();
+    EXPECT_EQ(decoded.imgSize, QSizeF(40, 30));
+    EXPECT_EQ(decoded.img_Basic.size(), QSize(40, 30)) << "the picture is the measure: masks and photo agree";
+    EXPECT_EQ(decoded.img_Basic.pixelColor(39, 0), QColor(Qt::red));
+}
+
+TEST_F(PhotoDecoderTest, PageClaimingTooManyPixelsRefusesTheFileBeforeAnyPixelIsRead)
+{
+    QImage speck = makePicture({1, 1});
+    speck.fill(Qt::gray);
+    const QString path =
+        write("giant-page.tif", tiffOfPages({{portraitPicture()}, {speck, QSize(100000, 100000)}}));
+
+    expectCleanRefusal(decodePhoto(path), "giant-page.tif");
 }
 
 TEST_F(PhotoDecoderTest, BadFilesAreRefusedWithAMessageNamingThem)
