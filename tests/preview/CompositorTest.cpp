@@ -3,9 +3,11 @@
 #include "OpenedPhoto.h"
 #include "PictureSaver.h"
 #include "PreviewGeometry.h"
+#include "TRCIHighPassSkinSmoothing.h"
 #include "View_Picture.h"
 
 #include <QDir>
+#include <QPainter>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -79,6 +81,57 @@ QRectF boundsOf(const PointList& points) // photo pixels, y down
     for (const QPointF& p : points)
         bounds |= QRectF(p, QSizeF(1, 1));
     return bounds;
+}
+
+double lumaAt(const QImage& picture, int x, int y)
+{
+    const QColor c = picture.pixelColor(x, y);
+    return 0.2126 * c.red() + 0.7152 * c.green() + 0.0722 * c.blue();
+}
+
+// Where a picture-space shape covers the photo, as a white-on-black mask.
+QImage maskOf(const QPainterPath& shape, const QPen& pen = Qt::NoPen)
+{
+    QImage mask(portrait().img_Basic.size(), QImage::Format_Grayscale8);
+    mask.fill(Qt::black);
+    QPainter painter(&mask);
+    painter.setPen(pen);
+    painter.setBrush(pen.style() == Qt::NoPen ? QBrush(Qt::white) : QBrush(Qt::NoBrush));
+    painter.drawPath(shape);
+    return mask;
+}
+
+// Mean of fn(x, y) over the white pixels of `mask`, one pixel in from the edge.
+template <typename Fn>
+double meanOver(const QImage& mask, Fn&& fn)
+{
+    double sum = 0;
+    int count = 0;
+    for (int y = 1; y < mask.height() - 1; ++y)
+        for (int x = 1; x < mask.width() - 1; ++x)
+            if (mask.pixelColor(x, y).red() > 127) {
+                sum += fn(x, y);
+                ++count;
+            }
+    return sum / count;
+}
+
+// Fine detail: the mean distance of a pixel's luminance from the mean of its
+// 3 × 3 neighbourhood. Grain and pores raise it, smooth skin lowers it.
+double fineDetail(const QImage& picture, const QImage& mask)
+{
+    return meanOver(mask, [&](int x, int y) {
+        double neighbourhood = 0;
+        for (int dy = -1; dy <= 1; ++dy)
+            for (int dx = -1; dx <= 1; ++dx)
+                neighbourhood += lumaAt(picture, x + dx, y + dy);
+        return std::abs(lumaAt(picture, x, y) - neighbourhood / 9);
+    });
+}
+
+QPainterPath inPicture(const QPainterPath& imagePath)
+{
+    return imageSpaceToPicture(portrait().imgSize.height()).map(imagePath);
 }
 
 struct EffectCase {
@@ -177,6 +230,50 @@ TEST(Compositor, EveryInputOfACachedStepChangedOnItsOwnGivesWhatAFreshCompositor
         EXPECT_TRUE(changedArea(after, composed(state)).isEmpty()) << name;
         kept.compose(portrait(), all); // back, so each change is on its own
     }
+}
+
+TEST(Compositor, SkinSmoothingLeavesCheeksSmootherAndGentlyBrighterWithHairStillCrisp)
+{
+    const FaceRegions& r = portrait().regions;
+    const QImage cheeks = maskOf(inPicture(r.path_Cheek_Left) + inPicture(r.path_Cheek_Right));
+    const QImage hair = maskOf([] { QPainterPath p; p.addRect(165, 25, 120, 45); return p; }());
+    const QImage& photo = portrait().img_Basic;
+    for (std::uint64_t level : {5, 10}) {
+        EditingState state;
+        state.b_Face_Skin_Smooth = true;
+        state.u_Face_Skin_Smooth_Level = level;
+        const QImage smoothed = composed(state);
+        EXPECT_LT(fineDetail(smoothed, cheeks), 0.95 * fineDetail(photo, cheeks)) << "level " << level;
+        const double lift = meanOver(cheeks, [&](int x, int y) { return lumaAt(smoothed, x, y) - lumaAt(photo, x, y); });
+        EXPECT_GT(lift, 1.0) << "level " << level;
+        EXPECT_LT(lift, 1.5 * double(level)) << "level " << level << ": moderately";
+        EXPECT_GT(fineDetail(smoothed, hair), 0.9 * fineDetail(photo, hair)) << "level " << level;
+    }
+}
+
+TEST(Compositor, SkinSmoothingDrawsNoRimBesideLipsAndEyes)
+{
+    // The skin just outside the eye and lip holes of the face picture must be
+    // lifted as it is when the whole photo, holes filled, is smoothed.
+    const FaceRegions& r = portrait().regions;
+    const QPainterPath holes = inPicture(r.path_Lips) + inPicture(r.path_Eye_Left) + inPicture(r.path_Eye_Right);
+    const QImage outline = maskOf(holes, QPen(Qt::white, 5));
+    const QImage inside = maskOf(holes);
+    QImage ring = outline;
+    for (int y = 0; y < ring.height(); ++y)
+        for (int x = 0; x < ring.width(); ++x)
+            if (inside.pixelColor(x, y).red() > 0)
+                ring.setPixelColor(x, y, Qt::black);
+    const QImage& photo = portrait().img_Basic;
+    EditingState state;
+    state.b_Face_Skin_Smooth = true;
+    const QImage withHoles = composed(state);
+    const QImage whole = trc_Face_Smooth(photo, state.u_Face_Skin_Smooth_Level, state.u_Face_Skin_Smooth_Radius);
+    const auto liftOf = [&](const QImage& smoothed) {
+        return meanOver(ring, [&](int x, int y) { return lumaAt(smoothed, x, y) - lumaAt(photo, x, y); });
+    };
+    EXPECT_LT(liftOf(withHoles), 1.08 * liftOf(whole));
+    EXPECT_GT(liftOf(withHoles), 0.9 * liftOf(whole));
 }
 
 TEST(Compositor, UnderEyeTransparencyOneIsInvisibleZeroIsOpaqueBlack)
