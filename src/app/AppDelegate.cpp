@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -444,17 +445,33 @@ void AppDelegate::Timer_Save_Picture_Routine()
         timer_Save_Picture->stop();
         timer_Save_Picture->deleteLater();
     }
+    if (reportedRenderFailure())
+        return;
     const QString rendered = saveRequest.s_Saved_Take_Picture;
     const QString chosen = chooseSavePath(rendered);
     if (chosen.isEmpty())
         return; // the picture stays in the working folder
-    if (QFileInfo(chosen) != QFileInfo(rendered)) {
-        QFile::remove(chosen); // the dialog has asked before replacing
-        if (!QFile::rename(rendered, chosen) && QFile::copy(rendered, chosen))
-            QFile::remove(rendered);
+    // The dialog has asked before replacing; the old file is replaced in one
+    // step or not at all.
+    if (const QString reason = moveReplacing(rendered, chosen); !reason.isEmpty()) {
+        showAlert({"Error",
+                   QString("The picture could not be saved to \"%1\": %2. It is still in the working folder: \"%3\".")
+                       .arg(QDir::toNativeSeparators(chosen), reason, QDir::toNativeSeparators(rendered)),
+                   {"Close"}});
+        return;
     }
     if (showAlert({"Success", "Image file saved successfully.", {"View Image File", "Close"}}) == 0)
         openWithDefaultApplication(QUrl::fromLocalFile(chosen));
+}
+
+// A render that failed (full disk, no memory) is said so, instead of
+// offering a file that is not there.
+bool AppDelegate::reportedRenderFailure()
+{
+    if (saveRequest.failure.isEmpty())
+        return false;
+    showAlert({"Error", saveRequest.failure, {"Close"}});
+    return true;
 }
 
 void AppDelegate::OnToolbarShare()
@@ -477,6 +494,8 @@ void AppDelegate::Timer_Share_Picture_Routine()
         timer_Share_Picture->stop();
         timer_Share_Picture->deleteLater();
     }
+    if (reportedRenderFailure())
+        return;
     auto* sheet = new Window_Share(*this, window_.get());
     windowShare = sheet;
     sheet->show();

@@ -151,6 +151,7 @@ private:
     void colourPicked(int index);
     QTimer* startPolling(int milliseconds, void (AppDelegate::*routine)());
     void requestRender();
+    bool reportedRenderFailure();
     QPushButton* rowButton(std::uint64_t category, int row, const QString& title);
     // The panels in the order they are closed and reset.
     std::array<QPointer<QWidget>*, 9> panelsInOrder();

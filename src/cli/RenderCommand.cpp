@@ -6,7 +6,6 @@
 #include "PictureSaver.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QJsonDocument>
 
 #include <cstdio>
@@ -42,22 +41,6 @@ bool parse(const QStringList& arguments, RenderArguments& parsed)
     return !parsed.photo.isEmpty() && !parsed.output.isEmpty();
 }
 
-bool readSettings(const QString& path, EditingState& state, QString& error)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = QString("The settings file \"%1\" could not be read.").arg(path);
-        return false;
-    }
-    QJsonParseError parseError;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parseError);
-    if (!document.isObject()) {
-        error = QString("The settings file \"%1\" is not a JSON object: %2.").arg(path, parseError.errorString());
-        return false;
-    }
-    return readJson(document.object(), state, error);
-}
-
 // Prints "stage: N ms" on stderr when asked.
 struct StageClock {
     bool enabled;
@@ -84,7 +67,7 @@ int runRender(const QStringList& arguments)
         return fail(kCliUsage, "usage: bellavenor-cli render PHOTO [--settings FILE.json] -o OUT.png [--timings]");
     EditingState state;
     QString error;
-    if (!args.settings.isEmpty() && !readSettings(args.settings, state, error))
+    if (!args.settings.isEmpty() && !readSettingsFile(args.settings, state, error))
         return fail(kCliUsage, error);
 
     StageClock clock{args.timings, {}};
@@ -101,10 +84,12 @@ int runRender(const QStringList& arguments)
                                                                  : kCliUnreadable,
                     opened.message);
     Compositor compositor;
-    const QImage& picture = compositor.compose(opened.photo, state);
+    const QImage* picture = compositor.tryCompose(opened.photo, state, error);
     clock.lap("compose");
-    if (!writePng(picture, args.output))
-        return fail(kCliUnreadable, QString("The picture could not be written to \"%1\".").arg(args.output));
+    if (!picture)
+        return fail(kCliUnreadable, QString("The picture could not be rendered: %1.").arg(error));
+    if (const QString reason = writePng(*picture, args.output); !reason.isEmpty())
+        return fail(kCliUnreadable, QString("The picture could not be written to \"%1\": %2.").arg(args.output, reason));
     clock.lap("encode");
     return kCliOk;
 }

@@ -1,6 +1,7 @@
 #include "DLibWrapper.h"
 
 #include "DataFolder.h"
+#include "Picture.h"
 
 #include <QFileInfo>
 #include <QtDebug>
@@ -64,6 +65,7 @@ DetectionResult detect(LandmarkModel& model, const QImage& photo)
     // strongest gradient over the three channels, which it would not do on
     // four. The pixels are wrapped, not copied again.
     const QImage rgb = photo.convertToFormat(QImage::Format_RGB888);
+    requireAllocated(rgb, photo.size());
     const cv::Mat pixels(rgb.height(), rgb.width(), CV_8UC3, const_cast<uchar*>(rgb.constBits()),
                          size_t(rgb.bytesPerLine()));
     const dlib::cv_image<dlib::rgb_pixel> image(pixels);

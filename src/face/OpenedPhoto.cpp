@@ -3,12 +3,19 @@
 #include "DLibWrapper.h"
 #include "PhotoDecoder.h"
 
-OpenResult openAndAnalyse(const QString& path)
+#include <QFileInfo>
+
+#include <exception>
+#include <new>
+
+namespace {
+
+QString fileNameOf(const QString& path)
 {
-    return analysePhoto(path, decodePhoto(path));
+    return "\"" + QFileInfo(path).fileName() + "\"";
 }
 
-OpenResult analysePhoto(const QString& path, DecodedPhoto decoded)
+OpenResult analyseDecoded(const QString& path, DecodedPhoto decoded)
 {
     OpenResult result;
     if (!decoded.ok()) {
@@ -42,4 +49,29 @@ OpenResult analysePhoto(const QString& path, DecodedPhoto decoded)
     photo.regions.array_Face_Points = toPercentOfImage(photo.regions.array_Face_Points, photo.imgSize);
     result.outcome = OpenResult::Opened;
     return result;
+}
+
+} // namespace
+
+OpenResult guardedOpen(const QString& path, const std::function<OpenResult()>& stage)
+{
+    OpenResult refused;
+    try {
+        return stage();
+    } catch (const std::bad_alloc&) {
+        refused.message = QString("There is not enough memory to open %1.").arg(fileNameOf(path));
+    } catch (const std::exception& failure) {
+        refused.message = QString("The picture %1 could not be analysed: %2").arg(fileNameOf(path), failure.what());
+    }
+    return refused;
+}
+
+OpenResult openAndAnalyse(const QString& path)
+{
+    return guardedOpen(path, [&] { return analyseDecoded(path, decodePhoto(path)); });
+}
+
+OpenResult analysePhoto(const QString& path, DecodedPhoto decoded)
+{
+    return guardedOpen(path, [&] { return analyseDecoded(path, std::move(decoded)); });
 }

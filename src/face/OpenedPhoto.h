@@ -9,6 +9,8 @@
 #include <QSizeF>
 #include <QString>
 
+#include <functional>
+
 // Everything derived from one opened photo: made in one piece by
 // openAndAnalyse and swapped in whole, so a refused photo leaves nothing
 // half-changed.
@@ -33,8 +35,13 @@ struct OpenResult {
 };
 
 // Reads the photo, finds exactly one face and derives all its regions and
-// region pictures. Never throws and never touches a photo already open.
+// region pictures. Never throws (running out of memory is a refusal too)
+// and never touches a photo already open.
 OpenResult openAndAnalyse(const QString& path);
 
 // The same for a photo already decoded from `path`.
 OpenResult analysePhoto(const QString& path, DecodedPhoto decoded);
+
+// Runs a stage of an open so that no exception leaves it: running out of
+// memory and a failing library call come back as a refusal naming the file.
+OpenResult guardedOpen(const QString& path, const std::function<OpenResult()>& stage);

@@ -1,13 +1,14 @@
 #include "PhotoDecoder.h"
 
 #include "Picture.h"
+#include "RegularFile.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -95,33 +96,16 @@ PageSurvey surveyPages(const QString& path, const QByteArray& bytes)
     return survey;
 }
 
-QString readWholeFile(const QString& path, QByteArray& bytes)
-{
-    QFile file(path);
-    if (!file.exists())
-        return QString("The file %1 does not exist.").arg(quoted(path));
-    if (file.size() > kMaxFileBytes)
-        return QString("The file %1 is larger than 1 GB.").arg(quoted(path));
-    if (!file.open(QIODevice::ReadOnly))
-        return QString("The file %1 could not be opened: %2.").arg(quoted(path), file.errorString());
-    bytes = file.readAll();
-    if (bytes.isEmpty())
-        return QString("The file %1 is empty.").arg(quoted(path));
-    return {};
-}
-
-} // namespace
-
 // The photo is the largest page, held at the file's measure (the largest
 // width and the largest height over all pages), so that the picture shown,
 // the picture the face is found on and the size the regions are flipped by
 // are one and the same. Only a file whose pages differ in shape has its
 // photo stretched.
-DecodedPhoto decodePhoto(const QString& path)
+DecodedPhoto readPhoto(const QString& path)
 {
     DecodedPhoto photo;
     QByteArray bytes;
-    if (photo.error = readWholeFile(path, bytes); !photo.ok())
+    if (photo.error = readRegularFile(path, kMaxFileBytes, bytes); !photo.ok())
         return photo;
     if (!MemoryReader(bytes).reader.canRead()) {
         photo.error = QString("The file %1 is not a picture Bellavenor can read (BMP, JPEG, PNG, GIF or TIFF).")
@@ -144,4 +128,17 @@ DecodedPhoto decodePhoto(const QString& path)
     photo.img_Basic = image.size() == measure ? toPicture(image) : Stretch_Image(image, measure);
     photo.imgSize = measure;
     return photo;
+}
+
+} // namespace
+
+DecodedPhoto decodePhoto(const QString& path)
+{
+    try {
+        return readPhoto(path);
+    } catch (const std::bad_alloc&) {
+        DecodedPhoto refused;
+        refused.error = QString("There is not enough memory to open %1.").arg(quoted(path));
+        return refused;
+    }
 }

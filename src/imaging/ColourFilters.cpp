@@ -69,7 +69,7 @@ void toneMap(const QImage& src, QImage& dst, const ToneSettings& t)
     const float gain = std::exp2(t.exposureEV);
     const ToneCoefficients k = toneCoefficients(t, gain);
     // The opaque pass overwrites colour, so in place the input is kept aside.
-    const QImage input = &src == &dst ? src.copy() : src;
+    const QImage input = &src == &dst ? copied(src) : src;
     mapRows(input, dst, [&](const quint32* in, quint32* out, qsizetype count, qsizetype) {
         toneMapOpaque(in, out, count, k);
         for (qsizetype i = 0; i < count; ++i) {

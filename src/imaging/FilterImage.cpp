@@ -13,7 +13,7 @@ FilterImage FilterImage::croppedTo(const QRect& rect) const
     const QRect kept = extent.intersected(rect);
     if (kept.isEmpty())
         return {};
-    return {image.copy(kept.translated(-extent.topLeft())), kept};
+    return {copied(image, kept.translated(-extent.topLeft())), kept};
 }
 
 QImage imageFromCIImage(const FilterImage& filterImage)

@@ -2,18 +2,36 @@
 
 #include <QtMath>
 
+#include <new>
+
+void requireAllocated(const QImage& picture, QSize size)
+{
+    if (picture.isNull() && !size.isEmpty())
+        throw std::bad_alloc();
+}
+
 QImage makePicture(QSize size)
 {
     QImage picture(size, kPictureFormat);
+    requireAllocated(picture, size);
     picture.fill(Qt::transparent);
     return picture;
+}
+
+QImage copied(const QImage& picture, const QRect& area)
+{
+    const QImage copy = area.isNull() ? picture.copy() : picture.copy(area);
+    requireAllocated(copy, area.isNull() ? picture.size() : area.size());
+    return copy;
 }
 
 QImage toPicture(const QImage& image)
 {
     if (image.isNull() || image.format() == kPictureFormat)
         return image;
-    return image.convertToFormat(kPictureFormat);
+    QImage picture = image.convertToFormat(kPictureFormat);
+    requireAllocated(picture, image.size());
+    return picture;
 }
 
 QImage Stretch_Image(const QImage& image, QSizeF size)
@@ -21,7 +39,9 @@ QImage Stretch_Image(const QImage& image, QSizeF size)
     const QSize pixels = size.toSize();
     if (image.isNull() || pixels.isEmpty())
         return {};
-    return toPicture(image).scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QImage stretched = toPicture(image).scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    requireAllocated(stretched, pixels);
+    return stretched;
 }
 
 QImage Scale_Image_Width_By_Percentage(const QImage& image, float percentage)

@@ -8,8 +8,18 @@
 // alpha, 4 × width bytes per row with no padding.
 constexpr QImage::Format kPictureFormat = QImage::Format_RGBA8888_Premultiplied;
 
-// A transparent picture (all bytes zero) of the given size.
+// A transparent picture (all bytes zero) of the given size. Like every
+// allocation of a picture here, it throws std::bad_alloc when the memory is
+// not there (QImage itself would hand back a null picture that later code
+// would write through).
 QImage makePicture(QSize size);
+
+// Throws std::bad_alloc when `picture` should have been made at `size` but
+// is null: the memory for it was not there.
+void requireAllocated(const QImage& picture, QSize size);
+
+// A deep copy of `picture`, or of its part inside `area` when one is given.
+QImage copied(const QImage& picture, const QRect& area = {});
 
 // The same pixels in picture form. Shares the data when the image already
 // is in that form; a null image stays null.
@@ -29,6 +39,8 @@ QImage Scale_Image_Width_By_Percentage(const QImage& image, float percentage);
 // callers that redraw often pass the same picture again and allocate once.
 inline void ensurePicture(QImage& dst, QSize size)
 {
-    if (dst.size() != size || dst.format() != kPictureFormat || !dst.isDetached())
+    if (dst.size() != size || dst.format() != kPictureFormat || !dst.isDetached()) {
         dst = QImage(size, kPictureFormat);
+        requireAllocated(dst, size);
+    }
 }

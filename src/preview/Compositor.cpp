@@ -13,6 +13,8 @@
 
 #include <cmath>
 #include <cstring>
+#include <exception>
+#include <new>
 
 namespace {
 
@@ -262,7 +264,7 @@ const QImage& Compositor::smoothedBase(const OpenedPhoto& photo, const EditingSt
     if (base_.picture.isNull() || base_.photoKey != photo.img_Basic.cacheKey() || base_.level != level
         || base_.radius != radius) {
         // The photo over opaque black, then the smoothed picture over all of it.
-        base_ = {photo.img_Basic.cacheKey(), level, radius, 0, {}, {}, {}, toPicture(photo.img_Basic).copy()};
+        base_ = {photo.img_Basic.cacheKey(), level, radius, 0, {}, {}, {}, copied(toPicture(photo.img_Basic))};
         if (!isOpaque(base_.picture)) {
             base_.picture.fill(Qt::black);
             drawOver(base_.picture, photo.img_Basic);
@@ -301,7 +303,10 @@ const QImage& Compositor::cheekLayer(Cached& cache, const RgbaColor& outer, cons
     // in the layer's y-up image space, the picture has y down.
     QImage layer = makePicture({kCheekLayerSize, kCheekLayerSize});
     const QPointF middle(512, 512);
-    const QPointF makeUp = picturePointOf({centre.x() * 1024 / 100, (100 - centre.y()) * 1024 / 100}, kCheekLayerSize);
+    // Settings files and the circle control give 0 to 100; anything else
+    // would only send the gradient's focus to infinity.
+    const QPointF inArea(std::clamp(centre.x(), 0.0, 100.0), std::clamp(centre.y(), 0.0, 100.0));
+    const QPointF makeUp = picturePointOf({inArea.x() * 1024 / 100, (100 - inArea.y()) * 1024 / 100}, kCheekLayerSize);
     {
         QPainter p(&layer);
         p.setRenderHint(QPainter::Antialiasing);
@@ -369,6 +374,19 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const EditingState& 
                              handles_.pointPercenteEyeRight, handles_.rectPointEyeRight);
     }
     return working_;
+}
+
+const QImage* Compositor::tryCompose(const OpenedPhoto& photo, const EditingState& state, QString& failure)
+{
+    try {
+        return &compose(photo, state);
+    } catch (const std::bad_alloc&) {
+        failure = "there is not enough memory for a picture of this size";
+    } catch (const std::exception& error) {
+        failure = QString::fromLocal8Bit(error.what());
+    }
+    *this = Compositor();
+    return nullptr;
 }
 
 void Compositor::paintCheeks(const OpenedPhoto& photo, const EditingState& s)

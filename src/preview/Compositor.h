@@ -28,7 +28,13 @@ struct Handles {
 class Compositor {
 public:
     // The working picture; valid until the next call. Null without a photo.
+    // Throws std::bad_alloc or cv::Exception when the memory runs out.
     const QImage& compose(const OpenedPhoto& photo, const EditingState& state);
+
+    // The same, never throwing: null when the picture could not be made,
+    // with the reason in `failure`. What was kept is dropped then, so the
+    // next call starts afresh.
+    const QImage* tryCompose(const OpenedPhoto& photo, const EditingState& state, QString& failure);
 
     const Handles& handles() const { return handles_; }
 

@@ -12,3 +12,11 @@ void EditingState::Reset_Variables()
     b_Apply_Cheeks = false;
     b_Eyes_Darken = false;
 }
+
+const SettingRange* settingRange(std::string_view field)
+{
+    for (const SettingRange& range : kSettingRanges)
+        if (field == range.field)
+            return &range;
+    return nullptr;
+}

@@ -4,6 +4,7 @@
 #include <QtGui/qrgbafloat.h>
 
 #include <cstdint>
+#include <string_view>
 
 // A colour as four components in 0..1, kept exactly as set: orange is
 // (1, 0.5, 0, 1), not an 8- or 16-bit approximation of it.
@@ -69,6 +70,38 @@ struct EditingState {
     template <typename Visitor>
     void forEachField(Visitor&& visit);
 };
+
+// The values the panels' controls can give each numeric setting, in the
+// units the state stores (the slider ends after their scaling); a point's
+// range holds for both coordinates, a colour's components are 0 to 1. A
+// settings file outside these is refused.
+struct SettingRange {
+    const char* field;
+    double min, max;
+};
+
+inline constexpr SettingRange kSettingRanges[] = {
+    {"u_Face_Skin_Smooth_Level", 0, 20},
+    {"u_Face_Skin_Smooth_Radius", 1, 30},
+    {"u_Remove_Wrinkles_Level", 0, 20},
+    {"u_Widen_Eyes_Level", 0, 30},
+    {"f_Color_Eyes_Transparency", 0, 1},
+    {"f_Color_Lips_Transparency", 0, 1},
+    {"f_Color_Eyeshadow_Transparency", 0, 1},
+    {"f_Eyeshadow_Blur_Level", 0, 15},
+    {"f_Darken_Eyes_Transparency", 0, 1},
+    {"f_Darken_Eyes_Line_Width", 1, 10},
+    {"f_Darken_Eyes_Blur_Level", 0, 5},
+    {"f_Color_Cheeks_Transparency", 0, 1},
+    {"f_Cheeks_Blur_Level_Left", 0, 100},
+    {"f_Cheeks_Blur_Level_Right", 0, 100},
+    {"pt_MakeUp_Center_Left", 0, 100},
+    {"pt_MakeUp_Center_Right", 0, 100},
+    {"i_Picking_Color_Index", 0, 3},
+};
+
+// The range of a setting by its field name; none for switches and colours.
+const SettingRange* settingRange(std::string_view field);
 
 template <typename Visitor>
 void EditingState::forEachField(Visitor&& visit)

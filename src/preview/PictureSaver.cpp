@@ -1,17 +1,50 @@
 #include "PictureSaver.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QImageWriter>
 #include <QSaveFile>
 
 #include <unicode/locid.h>
 #include <unicode/smpdtfmt.h>
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
 namespace {
 
 // A moderate compression: Qt's default takes several seconds on 12
 // megapixels, which would freeze the window during Save.
 constexpr int kPngQuality = 50;
+
+QString quoted(const QString& path)
+{
+    return "\"" + QDir::toNativeSeparators(path) + "\"";
+}
+
+// The copy half of a move across file systems.
+QString copyReplacing(const QString& from, const QString& to)
+{
+    QFile source(from);
+    if (!source.open(QIODevice::ReadOnly))
+        return source.errorString();
+    QSaveFile target(to);
+    if (!target.open(QIODevice::WriteOnly))
+        return target.errorString();
+    while (!source.atEnd()) {
+        const QByteArray chunk = source.read(1 << 20);
+        if (chunk.isEmpty() || target.write(chunk) != chunk.size()) {
+            const QString reason = chunk.isEmpty() ? source.errorString() : target.errorString();
+            target.cancelWriting();
+            return reason;
+        }
+    }
+    if (!target.commit()) // flushes to disk, then renames over the old file
+        return target.errorString();
+    return {};
+}
 
 } // namespace
 
@@ -30,28 +63,51 @@ QString renderedPictureName(const QDateTime& when)
     return QString::fromStdString(utf8) + ".png";
 }
 
-bool writePng(const QImage& picture, const QString& path)
+QString writePng(const QImage& picture, const QString& path)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        return false;
+        return file.errorString();
     QImageWriter writer(&file, "png");
     writer.setQuality(kPngQuality);
-    return writer.write(picture) && file.commit();
+    if (!writer.write(picture)) {
+        const QString reason = file.error() != QFileDevice::NoError ? file.errorString() : writer.errorString();
+        file.cancelWriting();
+        return reason;
+    }
+    if (!file.commit())
+        return file.errorString();
+    return {};
 }
 
-QString writeRenderedPicture(const QImage& picture, const QString& folder, const QDateTime& when)
-{
-    const QString path = QDir(folder).filePath(renderedPictureName(when));
-    writePng(picture, path);
-    return path;
-}
-
-void fulfil(SaveRequest& request, const QImage& composed)
+void fulfil(SaveRequest& request, const QImage* composed, const QString& composeFailure)
 {
     if (!request.b_Save_Picture)
         return;
     request.s_Saved_Take_Picture.clear();
-    request.s_Saved_Take_Picture = writeRenderedPicture(composed, request.s_Output_Folder, QDateTime::currentDateTime());
+    const QString path = QDir(request.s_Output_Folder).filePath(renderedPictureName(QDateTime::currentDateTime()));
+    request.s_Saved_Take_Picture = path;
+    if (!composed)
+        request.failure = QString("The picture could not be rendered: %1").arg(composeFailure);
+    else if (const QString reason = writePng(*composed, path); !reason.isEmpty())
+        request.failure = QString("The picture could not be written to %1: %2").arg(quoted(path), reason);
+    else
+        request.failure.clear();
     request.b_Save_Picture = false;
+}
+
+QString moveReplacing(const QString& from, const QString& to)
+{
+    if (QFileInfo(from) == QFileInfo(to))
+        return {};
+    if (!QFileInfo(from).isFile())
+        return "the rendered picture is no longer in the working folder";
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
+        return {};
+    if (errno != EXDEV)
+        return QString::fromLocal8Bit(std::strerror(errno));
+    if (const QString reason = copyReplacing(from, to); !reason.isEmpty())
+        return reason;
+    QFile::remove(from);
+    return {};
 }

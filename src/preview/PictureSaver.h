@@ -7,11 +7,13 @@
 // The handshake between Save or Share and the preview: the shell sets
 // b_Save_Picture and asks for a redraw; the redraw writes the retouched
 // picture into s_Output_Folder, stores its path in s_Saved_Take_Picture and
-// clears the flag, whether or not the write worked.
+// clears the flag. When the picture could not be made or written, `failure`
+// says why and names the path; the shell must then not report success.
 struct SaveRequest {
     bool b_Save_Picture = false;
     QString s_Output_Folder;
     QString s_Saved_Take_Picture;
+    QString failure;
 };
 
 // The file name of a picture rendered at `when`: the pattern
@@ -20,13 +22,17 @@ struct SaveRequest {
 QString renderedPictureName(const QDateTime& when);
 
 // Writes `picture` as PNG to `path` through a temporary file renamed into
-// place, so a failed write leaves no half file. False when it failed.
-bool writePng(const QImage& picture, const QString& path);
+// place, so a failed write leaves no half file and an existing file
+// untouched. Returns why it failed, or an empty string.
+QString writePng(const QImage& picture, const QString& path);
 
-// Writes `picture` as PNG into `folder` under the name for `when`, through a
-// temporary file renamed into place. Returns the path meant; a failed write
-// is not reported.
-QString writeRenderedPicture(const QImage& picture, const QString& folder, const QDateTime& when);
+// Performs a pending save request: `composed` is the retouched picture, or
+// null when it could not be made, for the reason `composeFailure`.
+void fulfil(SaveRequest& request, const QImage* composed, const QString& composeFailure = {});
 
-// Performs a pending save request with the composed picture.
-void fulfil(SaveRequest& request, const QImage& composed);
+// Moves the file `from` to `to`, replacing what is there in one step: on
+// the same file system by a rename over it; on another by a copy into a
+// temporary file beside `to`, flushed to disk, then renamed over it. Either
+// the whole new file is at `to` and `from` is gone, or nothing changed at
+// either place. Returns why it failed, or an empty string.
+QString moveReplacing(const QString& from, const QString& to);

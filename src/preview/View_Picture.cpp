@@ -31,17 +31,33 @@ void View_Picture::paintEvent(QPaintEvent*)
     painter.fillRect(rect(), Qt::black);
     if (!photo_ || !state_ || photo_->isEmpty())
         return;
-    const QImage& working = compositor_.compose(*photo_, *state_);
+    QString failure;
+    const QImage* working = compositor_.tryCompose(*photo_, *state_, failure);
     rectDrawCamera_ = return_Best_Fit_Frame(photo_->imgSize.width(), photo_->imgSize.height(), width(), height());
+    if (working)
+        showFitted(*working);
+    // A redraw that failed (the memory ran out) leaves the last good picture.
+    painter.drawImage(QPointF(0, 0), shown_);
+    if (saveRequest_)
+        fulfil(*saveRequest_, working, failure);
+}
+
+void View_Picture::showFitted(const QImage& working)
+{
+    const qreal ratio = devicePixelRatioF();
+    const QSize pixels = (QSizeF(size()) * ratio).toSize();
+    if (shown_.size() != pixels)
+        shown_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+    shown_.setDevicePixelRatio(ratio);
+    shown_.fill(Qt::black);
     // The working picture is opaque and covers the photo completely, so the
     // photo itself need not be drawn under it. The frame is centred, so it
     // is the same rectangle with y counted from the top.
     const QRectF onScreen(rectDrawCamera_.x(), height() - rectDrawCamera_.y() - rectDrawCamera_.height(),
                           rectDrawCamera_.width(), rectDrawCamera_.height());
+    QPainter painter(&shown_);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(onScreen, working);
-    if (saveRequest_)
-        fulfil(*saveRequest_, working);
 }
 
 namespace {

@@ -54,6 +54,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    void showFitted(const QImage& working);
     QPointF viewPoint(const QMouseEvent* event) const;
     QPointF percentOfPhoto(QPointF view) const;
     QPointF pixelOf(QPointF percent) const;
@@ -69,4 +70,5 @@ private:
     SaveRequest* saveRequest_ = nullptr;
     Compositor compositor_;
     QRectF rectDrawCamera_;
+    QImage shown_; // the last picture drawn, fitted into the view
 };

@@ -16,6 +16,7 @@
 
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QSlider>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -217,6 +218,45 @@ TEST_F(PanelsTest, CheekPanelOpenedWhileRepositioningKeepsItsColourControlsDisab
         EXPECT_FALSE(colour->isEnabled()) << colour->objectName().toStdString();
     EXPECT_TRUE(ui.slider_Blur_Right->isEnabled());
     EXPECT_TRUE(app->state.b_Activated_Cheeks_Reposition);
+}
+
+TEST_F(PanelsTest, SlidersReachExactlyTheRangesSettingsFilesAreHeldTo)
+{
+    withPhoto();
+    struct SliderOf {
+        void (AppDelegate::*open)();
+        QPointer<QWidget> AppDelegate::*panel;
+        const char* slider;
+        const char* field;
+        double scale; // state = slider value × scale
+    };
+    const SliderOf sliders[] = {
+        {&AppDelegate::On_Face_Smooth_Skin, &AppDelegate::window_Face_Skin_Smooth, "slider_Level", "u_Face_Skin_Smooth_Level", 1},
+        {&AppDelegate::On_Face_Smooth_Skin, &AppDelegate::window_Face_Skin_Smooth, "slider_Ratio", "u_Face_Skin_Smooth_Radius", 1},
+        {&AppDelegate::On_Face_Wrinkle_Remover, &AppDelegate::window_Remove_Wrinkles, "slider_Level", "u_Remove_Wrinkles_Level", 1},
+        {&AppDelegate::On_Eye_Size, &AppDelegate::window_Widen_Eyes, "slider_Level", "u_Widen_Eyes_Level", 1},
+        {&AppDelegate::On_Eye_Color, &AppDelegate::window_Eyes_Color, "slider_Transparency", "f_Color_Eyes_Transparency", 0.01},
+        {&AppDelegate::On_Mouth_Lips, &AppDelegate::window_Lips_Color, "slider_Transparency", "f_Color_Lips_Transparency", 0.01},
+        {&AppDelegate::On_Eye_Brush, &AppDelegate::window_Eye_Shadow, "slider_Transparency", "f_Color_Eyeshadow_Transparency", 0.01},
+        {&AppDelegate::On_Eye_Brush, &AppDelegate::window_Eye_Shadow, "slider_Blur", "f_Eyeshadow_Blur_Level", 0.01},
+        {&AppDelegate::On_Eyes_Darken, &AppDelegate::window_Eyes_Darken, "slider_Transparency", "f_Darken_Eyes_Transparency", 0.01},
+        {&AppDelegate::On_Eyes_Darken, &AppDelegate::window_Eyes_Darken, "slider_Line_Width", "f_Darken_Eyes_Line_Width", 1},
+        {&AppDelegate::On_Eyes_Darken, &AppDelegate::window_Eyes_Darken, "slider_Blur", "f_Darken_Eyes_Blur_Level", 0.01},
+        {&AppDelegate::On_Face_Cheek, &AppDelegate::window_Cheek, "slider_Transparency", "f_Color_Cheeks_Transparency", 0.01},
+        {&AppDelegate::On_Face_Cheek, &AppDelegate::window_Cheek, "slider_Blur_Left", "f_Cheeks_Blur_Level_Left", 1},
+        {&AppDelegate::On_Face_Cheek, &AppDelegate::window_Cheek, "slider_Blur_Right", "f_Cheeks_Blur_Level_Right", 1},
+    };
+    for (const SliderOf& s : sliders) {
+        (app.get()->*s.open)();
+        QWidget* panel = app.get()->*s.panel;
+        ASSERT_NE(panel, nullptr) << s.field;
+        const auto* slider = panel->findChild<QSlider*>(s.slider);
+        ASSERT_NE(slider, nullptr) << s.slider;
+        const SettingRange* range = settingRange(s.field);
+        ASSERT_NE(range, nullptr) << s.field;
+        EXPECT_DOUBLE_EQ(slider->minimum() * s.scale, range->min) << s.field;
+        EXPECT_DOUBLE_EQ(slider->maximum() * s.scale, range->max) << s.field;
+    }
 }
 
 TEST_F(PanelsTest, PickButtonsArmThePickAndHideThePanel)

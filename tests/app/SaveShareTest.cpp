@@ -97,3 +97,57 @@ TEST_F(SaveShareTest, ShareShowsTheSheetWithItsTargetsAndCloseEndsIt)
     sheet->ui().btnClose->click();
     EXPECT_TRUE(app->windowShare.isNull());
 }
+
+TEST_F(SaveShareTest, RenderThatFailedIsReportedInsteadOfASaveDialog)
+{
+    openPortrait();
+    // The working folder has been replaced by a plain file.
+    const QString folder = QDir::cleanPath(app->saveRequest.s_Output_Folder);
+    ASSERT_TRUE(QDir(folder).removeRecursively());
+    QFile blocker(folder);
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+
+    app->OnToolbarSave();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !alerts.empty(); }, 5000));
+
+    EXPECT_EQ(alerts[0].message, "Error");
+    EXPECT_TRUE(alerts[0].informativeText.contains(folder)) << alerts[0].informativeText.toStdString();
+    EXPECT_EQ(alerts[0].buttons, QStringList{"Close"});
+    EXPECT_TRUE(suggestions.isEmpty()) << "no dialog for a picture that is not there";
+}
+
+TEST_F(SaveShareTest, MoveThatFailedIsReportedAndThePictureStaysInTheWorkingFolder)
+{
+    openPortrait();
+    nextSavePath = chosenFolder.filePath("no-such-folder/mine.png");
+    app->OnToolbarSave();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !alerts.empty(); }, 5000));
+
+    EXPECT_EQ(alerts[0].message, "Error");
+    EXPECT_TRUE(alerts[0].informativeText.contains(nextSavePath)) << alerts[0].informativeText.toStdString();
+    EXPECT_TRUE(alerts[0].informativeText.contains(app->saveRequest.s_Saved_Take_Picture));
+    EXPECT_EQ(workingFolderFiles().size(), 1);
+}
+
+TEST_F(SaveShareTest, DialogOfALeftoverSaveTimerCannotCostAFile)
+{
+    openPortrait();
+    const QString kept = chosenFolder.filePath("kept.png");
+    QFile old(kept);
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("the user's other picture");
+    old.close();
+    QStringList answers{chosenFolder.filePath("mine.png"), kept};
+    app->chooseSavePath = [&](const QString&) { return answers.isEmpty() ? QString() : answers.takeFirst(); };
+
+    app->OnToolbarSave();
+    app->OnToolbarSave(); // the first timer is left running, as it always was
+    ASSERT_TRUE(QTest::qWaitFor([&] { return alerts.size() >= 2; }, 8000));
+
+    EXPECT_EQ(alerts[0].message, "Success");
+    EXPECT_EQ(alerts[1].message, "Error") << "the picture was moved already";
+    QFile check(kept);
+    ASSERT_TRUE(check.open(QIODevice::ReadOnly));
+    EXPECT_EQ(check.readAll(), "the user's other picture");
+}

@@ -67,6 +67,14 @@ TEST_F(RenderCommandTest, SettingsErrorsNameTheField)
     EXPECT_NE(run.status, 0);
     EXPECT_TRUE(run.err.contains("f_Color_Lips_Transparency"));
     EXPECT_FALSE(QFile::exists(out));
+
+    run = runCli({"render", portrait(), "--settings", settingsFile(R"({"f_Cheeks_Blur_Level_Left": 100000})"), "-o", out});
+    EXPECT_NE(run.status, 0);
+    EXPECT_TRUE(run.err.contains("\"f_Cheeks_Blur_Level_Left\" must lie between 0 and 100")) << run.err.toStdString();
+    run = runCli({"render", portrait(), "--settings", "/dev/zero", "-o", out});
+    EXPECT_NE(run.status, 0);
+    EXPECT_TRUE(run.err.contains("not a regular file")) << run.err.toStdString();
+    EXPECT_FALSE(QFile::exists(out));
 }
 
 TEST_F(RenderCommandTest, SettingsCommandPrintsTheDefaults)

@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <opencv2/core.hpp>
+
+#include <new>
+
 namespace {
 
 // The portrait opened once for every test here.
@@ -36,6 +40,11 @@ int alphaAt(const QImage& picture, QPointF photoPoint)
     return picture.pixelColor(photoPoint.toPoint()).alpha();
 }
 
+int alphaAt(const MaskedArea& masked, QPointF photoPoint)
+{
+    return masked.pixelColor(photoPoint.toPoint()).alpha();
+}
+
 // Places on the portrait, in photo pixels (top-left origin).
 struct Landmarks {
     QPointF leftEye, rightEye, lips, insideMouth, nose, cheek, corner;
@@ -59,8 +68,7 @@ TEST(RegionImages, FaceSkinHasEyesLipsAndNoseCutAway)
 {
     const OpenedPhoto& photo = portrait();
     const Landmarks at = places(photo);
-    const QImage& skin = photo.images.image_Face_Skin;
-    ASSERT_EQ(skin.size(), QSize(512, 512));
+    const MaskedArea& skin = photo.images.image_Face_Skin;
     EXPECT_EQ(alphaAt(skin, at.leftEye), 0);
     EXPECT_EQ(alphaAt(skin, at.rightEye), 0);
     EXPECT_EQ(alphaAt(skin, at.lips), 0);
@@ -176,4 +184,18 @@ TEST(OpenAndAnalyse, TiffStartingWithAThumbnailIsAnalysedOnThePhoto)
     EXPECT_EQ(opened.photo.facePointsRelativeToImageSize, portrait().facePointsRelativeToImageSize);
     EXPECT_EQ(opened.photo.regions.rect_Lips, portrait().regions.rect_Lips) << "lips where the lips are";
     EXPECT_EQ(opened.photo.images.image_Lips_Black_White, portrait().images.image_Lips_Black_White);
+}
+
+TEST(OpenAndAnalyse, RunningOutOfMemoryOrALibraryFailureIsARefusalNamingTheFile)
+{
+    const OpenResult noMemory = guardedOpen("/photos/big.jpg", []() -> OpenResult { throw std::bad_alloc(); });
+    EXPECT_EQ(noMemory.outcome, OpenResult::Failed);
+    EXPECT_EQ(noMemory.message, "There is not enough memory to open \"big.jpg\".");
+    EXPECT_TRUE(noMemory.photo.isEmpty());
+
+    const OpenResult failed = guardedOpen("/photos/odd.tif", []() -> OpenResult {
+        throw cv::Exception(cv::Error::StsNoMem, "Failed to allocate", "resize", "resize.cpp", 1);
+    });
+    EXPECT_EQ(failed.outcome, OpenResult::Failed);
+    EXPECT_TRUE(failed.message.startsWith("The picture \"odd.tif\" could not be analysed")) << failed.message.toStdString();
 }

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 namespace {
 
 class PhotoDecoderTest : public ::testing::Test {
@@ -143,6 +145,19 @@ TEST_F(PhotoDecoderTest, BadFilesAreRefusedWithAMessageNamingThem)
     expectCleanRefusal(decodePhoto(write("notes.jpg", "Shopping: eggs, milk, bread.\n")), "notes.jpg");
     expectCleanRefusal(decodePhoto(write("huge.bmp", bmpHeaderClaiming(100000, 100000))), "huge.bmp");
     expectCleanRefusal(decodePhoto(write("header-only.png", png.left(60))), "header-only.png");
+}
+
+TEST_F(PhotoDecoderTest, PipesDevicesAndFoldersAreRefusedBeforeTheyAreRead)
+{
+    // A pipe without a writer would block the open for ever, a device like
+    // /dev/zero would stream without end.
+    const QString pipe = folder.filePath("photo.jpg");
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    expectCleanRefusal(decodePhoto(pipe), "photo.jpg");
+    const DecodedPhoto zero = decodePhoto("/dev/zero");
+    expectCleanRefusal(zero, "zero");
+    EXPECT_TRUE(zero.error.contains("not a regular file")) << zero.error.toStdString();
+    expectCleanRefusal(decodePhoto(folder.path()), QFileInfo(folder.path()).fileName());
 }
 
 TEST_F(PhotoDecoderTest, TruncatedFileGivesAPictureOrARefusalNeverACrash)

@@ -390,6 +390,48 @@ TEST(Compositor, CheekHandlesAreDrawnIntoThePictureWhileRepositioning)
     EXPECT_NEAR(compositor.handles().pointPercenteLeft[0].y(), area.y() * 100 / 512, 1e-4);
 }
 
+TEST(Compositor, PictureThatCannotBeMadeIsAFailureAndTheNextOneIsWhole)
+{
+    // No panel reaches such a blur; a settings file is refused it. Here it
+    // stands for any step that runs out of memory.
+    EditingState impossible;
+    impossible.b_Apply_Cheeks = impossible.b_Face_Skin_Smooth = true;
+    impossible.f_Cheeks_Blur_Level_Left = 1e7f;
+    Compositor compositor;
+    QString failure;
+    EXPECT_EQ(compositor.tryCompose(portrait(), impossible, failure), nullptr);
+    EXPECT_TRUE(failure.contains("memory")) << failure.toStdString();
+
+    EditingState fine = impossible;
+    fine.f_Cheeks_Blur_Level_Left = 4;
+    const QImage* picture = compositor.tryCompose(portrait(), fine, failure);
+    ASSERT_NE(picture, nullptr);
+    EXPECT_TRUE(changedArea(*picture, composed(fine)).isEmpty());
+}
+
+TEST(SavedPicture, RedrawThatFailsShowsTheLastGoodPictureAndSavesNothing)
+{
+    QTemporaryDir folder;
+    OpenedPhoto photo = portrait();
+    EditingState state;
+    state.b_Color_Lips = true;
+    SaveRequest request;
+    View_Picture view;
+    view.resize(300, 200);
+    view.setSources(&photo, &state, &request);
+    const QImage good = view.grab().toImage();
+
+    state.b_Apply_Cheeks = true;
+    state.f_Cheeks_Blur_Level_Right = 1e7f;
+    request = {true, folder.path(), {}, {}};
+    const QImage afterFailure = view.grab().toImage();
+
+    EXPECT_EQ(afterFailure, good) << "the last good picture stays";
+    EXPECT_FALSE(request.b_Save_Picture);
+    EXPECT_TRUE(request.failure.startsWith("The picture could not be rendered")) << request.failure.toStdString();
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+}
+
 TEST(SavedPicture, NameUsesTheWeekBasedYear)
 {
     EXPECT_EQ(renderedPictureName(QDateTime(QDate(2024, 12, 31), QTime(10, 20, 30))), "2025-12-31-10-20-30.png");
@@ -400,7 +442,7 @@ TEST(SavedPicture, RedrawWritesTheFullSizePictureOnlyWithAPhoto)
 {
     QTemporaryDir folder;
     EditingState state;
-    SaveRequest request{true, folder.path(), {}};
+    SaveRequest request{true, folder.path(), {}, {}};
     OpenedPhoto none;
     View_Picture view;
     view.resize(300, 200);

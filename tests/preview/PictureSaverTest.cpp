@@ -1,0 +1,158 @@
+#include "Picture.h"
+#include "PictureSaver.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <random>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace {
+
+// A full disk, for this process: writes past `bytes` fail (EFBIG) instead
+// of ending the process.
+class FullDiskAfter {
+public:
+    explicit FullDiskAfter(rlim_t bytes)
+    {
+        previousSignal_ = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &previous_);
+        const rlimit limited{bytes, previous_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~FullDiskAfter()
+    {
+        setrlimit(RLIMIT_FSIZE, &previous_);
+        std::signal(SIGXFSZ, previousSignal_);
+    }
+
+private:
+    rlimit previous_{};
+    void (*previousSignal_)(int) = nullptr;
+};
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+// A picture PNG cannot squeeze: a few hundred kilobytes as a file.
+QImage noisyPicture()
+{
+    QImage picture = makePicture({300, 300});
+    std::mt19937 random(3);
+    auto* words = reinterpret_cast<quint32*>(picture.bits());
+    for (int i = 0; i < 300 * 300; ++i)
+        words[i] = random() | 0xff000000u;
+    return picture;
+}
+
+dev_t deviceOf(const QString& path)
+{
+    struct stat info {};
+    return stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_dev : 0;
+}
+
+} // namespace
+
+TEST(PictureSaver, WriteOnAFullDiskFailsAndLeavesTheOldFileWhole)
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("picture.png");
+    writeFile(path, "the user's old picture");
+    QString reason;
+    {
+        FullDiskAfter full(64 * 1024);
+        reason = writePng(noisyPicture(), path);
+    }
+    EXPECT_FALSE(reason.isEmpty());
+    EXPECT_EQ(contentOf(path), "the user's old picture");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"picture.png"}) << "no half file left";
+}
+
+TEST(PictureSaver, RenderIntoAFolderThatIsAFileFailsNamingThePath)
+{
+    QTemporaryDir folder;
+    const QString notAFolder = folder.filePath("Bellavenro");
+    writeFile(notAFolder, "a file where the working folder should be");
+    SaveRequest request{true, notAFolder, {}, {}};
+    const QImage picture = noisyPicture();
+
+    fulfil(request, &picture);
+
+    EXPECT_FALSE(request.b_Save_Picture);
+    EXPECT_TRUE(request.failure.contains(request.s_Saved_Take_Picture)) << request.failure.toStdString();
+    fulfil(request, &picture); // no request pending: nothing happens
+    SaveRequest unmade{true, folder.path(), {}, {}};
+    fulfil(unmade, nullptr, "there is not enough memory");
+    EXPECT_EQ(unmade.failure, "The picture could not be rendered: there is not enough memory");
+    EXPECT_FALSE(QFile::exists(unmade.s_Saved_Take_Picture));
+}
+
+TEST(PictureSaver, MoveReplacesAnExistingFileInOneStep)
+{
+    QTemporaryDir folder;
+    const QString rendered = folder.filePath("2026-01-02-03-04-05.png"), chosen = folder.filePath("mine.png");
+    writeFile(rendered, "new picture");
+    writeFile(chosen, "old picture");
+
+    EXPECT_EQ(moveReplacing(rendered, chosen), "");
+    EXPECT_EQ(contentOf(chosen), "new picture");
+    EXPECT_FALSE(QFile::exists(rendered));
+
+    // A second dialog of a timer left running finds the picture gone: the
+    // file now at the chosen place stays as it is.
+    writeFile(chosen, "kept");
+    EXPECT_FALSE(moveReplacing(rendered, chosen).isEmpty());
+    EXPECT_EQ(contentOf(chosen), "kept");
+}
+
+TEST(PictureSaver, MoveThatCannotHappenLeavesThePictureWhereItWas)
+{
+    QTemporaryDir folder;
+    const QString rendered = folder.filePath("rendered.png");
+    writeFile(rendered, "new picture");
+    writeFile(folder.filePath("plain"), "a file, not a folder");
+
+    EXPECT_FALSE(moveReplacing(rendered, folder.filePath("plain/mine.png")).isEmpty());
+    EXPECT_FALSE(moveReplacing(rendered, folder.filePath("missing/mine.png")).isEmpty());
+    EXPECT_EQ(contentOf(rendered), "new picture");
+}
+
+TEST(PictureSaver, MoveToAnotherFileSystemOnAFullDiskLeavesTheOldFileWhole)
+{
+    QTemporaryDir here;
+    QTemporaryDir there(QDir::tempPath() == "/dev/shm" ? "/tmp/bellavenor-XXXXXX" : "/dev/shm/bellavenor-XXXXXX");
+    if (!there.isValid() || deviceOf(here.path()) == deviceOf(there.path()))
+        GTEST_SKIP() << "needs two file systems (the temporary folder and /dev/shm)";
+    const QString rendered = here.filePath("rendered.png"), chosen = there.filePath("mine.png");
+    const QByteArray picture(300 * 1024, 'p');
+    writeFile(rendered, picture);
+    writeFile(chosen, "old picture");
+    QString reason;
+    {
+        FullDiskAfter full(100 * 1024);
+        reason = moveReplacing(rendered, chosen);
+    }
+    EXPECT_FALSE(reason.isEmpty());
+    EXPECT_EQ(contentOf(chosen), "old picture") << "never a truncated picture at the chosen place";
+    EXPECT_EQ(contentOf(rendered), picture) << "the picture stays in the working folder";
+    EXPECT_EQ(QDir(there.path()).entryList(QDir::Files), QStringList{"mine.png"});
+
+    EXPECT_EQ(moveReplacing(rendered, chosen), "") << "with room, the copy goes through";
+    EXPECT_EQ(contentOf(chosen), picture);
+    EXPECT_FALSE(QFile::exists(rendered));
+}
