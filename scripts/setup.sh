@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages Bellavenor builds and runs with (only those
 # still missing), then configures and builds a Release tree in build/.
+# With --packages-only it stops after the packages.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 
@@ -16,16 +17,9 @@ packages=(
   xvfb xauth xdotool desktop-file-utils appstream
 )
 
-missing=()
-for p in "${packages[@]}"; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
-done
-if ((${#missing[@]})); then
-  sudo=""; [ "$(id -u)" -eq 0 ] || sudo="sudo"
-  echo "Installing ${#missing[@]} Debian packages: ${missing[*]}"
-  $sudo apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
-fi
+source "$root/scripts/install-packages.sh"
+install_packages "${packages[@]}"
+[ "${1:-}" = "--packages-only" ] && exit 0
 
 cmake -S "$root" -B "$root/build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
 cmake --build "$root/build" --parallel "$(nproc)"

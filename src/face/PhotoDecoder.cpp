@@ -101,12 +101,9 @@ PageSurvey surveyPages(const QString& path, const QByteArray& bytes)
 // the picture the face is found on and the size the regions are flipped by
 // are one and the same. Only a file whose pages differ in shape has its
 // photo stretched.
-DecodedPhoto readPhoto(const QString& path)
+DecodedPhoto readPhoto(const QByteArray& bytes, const QString& path)
 {
     DecodedPhoto photo;
-    QByteArray bytes;
-    if (photo.error = readRegularFile(path, kMaxFileBytes, bytes); !photo.ok())
-        return photo;
     if (!MemoryReader(bytes).reader.canRead()) {
         photo.error = QString("The file %1 is not a picture Bellavenor can read (BMP, JPEG, PNG, GIF or TIFF).")
                           .arg(quoted(path));
@@ -132,13 +129,22 @@ DecodedPhoto readPhoto(const QString& path)
 
 } // namespace
 
-DecodedPhoto decodePhoto(const QString& path)
+DecodedPhoto decodePhotoData(const QByteArray& bytes, const QString& path)
 {
     try {
-        return readPhoto(path);
+        return readPhoto(bytes, path);
     } catch (const std::bad_alloc&) {
         DecodedPhoto refused;
         refused.error = QString("There is not enough memory to open %1.").arg(quoted(path));
         return refused;
     }
+}
+
+DecodedPhoto decodePhoto(const QString& path)
+{
+    QByteArray bytes;
+    DecodedPhoto unread;
+    if (unread.error = readRegularFile(path, kMaxFileBytes, bytes); !unread.ok())
+        return unread;
+    return decodePhotoData(bytes, path);
 }

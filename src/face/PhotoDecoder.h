@@ -27,3 +27,6 @@ struct DecodedPhoto {
 // truncated, unsupported or oversized file (any of its images over the
 // pixel limit) comes back with an error before its pixels are read.
 DecodedPhoto decodePhoto(const QString& path);
+
+// The same for the bytes of a file already read; `path` names it in messages.
+DecodedPhoto decodePhotoData(const QByteArray& bytes, const QString& path);

@@ -1,0 +1,44 @@
+// Writes the starting corpora of the fuzz targets: the test portrait in
+// every format the decoder reads, small, and settings files.
+#include "../face/TiffPages.h"
+#include "EditingStateJson.h"
+
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QImage>
+#include <QJsonDocument>
+
+#include <cstdio>
+
+namespace {
+
+void write(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(bytes);
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QGuiApplication application(argc, argv);
+    if (argc != 4) {
+        std::fprintf(stderr, "usage: make_fuzz_seeds PORTRAIT DECODER_DIR SETTINGS_DIR\n");
+        return 2;
+    }
+    const QImage portrait = QImage(argv[1]).scaled(48, 48);
+    const QDir photos(argv[2]), settings(argv[3]);
+    for (const char* format : {"png", "jpg", "bmp", "tif"})
+        portrait.save(photos.filePath(QString("portrait.%1").arg(format)), format);
+    write(photos.filePath("two-pages.tif"), tiffOfPages({{portrait.scaled(8, 8)}, {portrait}}));
+    write(settings.filePath("defaults.json"), QJsonDocument(toJson(EditingState{})).toJson());
+    EditingState everything;
+    everything.b_Apply_Cheeks = everything.b_Face_Skin_Smooth = everything.b_Color_Lips = true;
+    everything.pt_MakeUp_Center_Left = {30, 70};
+    everything.color_Color_Lips = {0.75f, 0.2f, 0.3f, 0.5f};
+    write(settings.filePath("changed.json"), QJsonDocument(toJson(everything)).toJson(QJsonDocument::Compact));
+    return 0;
+}
