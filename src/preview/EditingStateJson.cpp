@@ -2,6 +2,7 @@
 
 #include "RegularFile.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -180,13 +181,16 @@ bool readSettingsFile(const QString& path, EditingState& state, QString& error)
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &parseError);
     if (!document.isObject()) {
-        error = QString("The settings file \"%1\" is not a JSON object: %2.").arg(path, parseError.errorString());
+        error = QString("The settings file \"%1\" is not a JSON object: %2.")
+                    .arg(QFileInfo(path).fileName(), parseError.errorString());
         return false;
     }
     // Read into a copy: a refused file changes nothing.
     EditingState read = state;
-    if (!readJson(document.object(), read, error))
+    if (!readJson(document.object(), read, error)) {
+        error = QString("In the settings file \"%1\": %2").arg(QFileInfo(path).fileName(), error);
         return false;
+    }
     state = read;
     return true;
 }
