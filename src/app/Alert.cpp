@@ -6,7 +6,9 @@
 int presentAlertModally(const Alert& alert, QWidget* parent)
 {
     QMessageBox box(parent);
-    box.setIcon(QMessageBox::Warning);
+    // The one good news the program gives is "Success"; everything else it
+    // says in an alert is a problem.
+    box.setIcon(alert.message == "Success" ? QMessageBox::Information : QMessageBox::Warning);
     box.setText(alert.message);
     box.setInformativeText(alert.informativeText);
     QList<QAbstractButton*> buttons;

@@ -36,8 +36,9 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
 {
     showAlert = [this](const Alert& alert) { return presentAlertModally(alert, window_.get()); };
     chooseFileToOpen = [this](const QString& startFolder) {
-        QFileDialog dialog(window_.get(), QString(), startFolder,
-                           "Pictures (*.bmp *.jpg *.gif *.png *.jpeg *.tif *.tiff)");
+        QFileDialog dialog(window_.get());
+        dialog.setNameFilter("Pictures (*.bmp *.jpg *.gif *.png *.jpeg *.tif *.tiff)");
+        dialog.setDirectory(startFolder); // a folder only: the name field stays empty
         dialog.setFileMode(QFileDialog::ExistingFile);
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
     };
@@ -102,6 +103,7 @@ void AppDelegate::awakeFromNib()
 {
     const Ui::MainWindow& ui = window_->ui();
     connect(window_.get(), &MainWindow::windowWillClose, this, &AppDelegate::Terminate_App);
+    connect(window_.get(), &MainWindow::photoDropped, this, &AppDelegate::openPhoto);
     connect(ui.actionOpen, &QAction::triggered, this, &AppDelegate::OnMenuOpen);
     connect(ui.actionSave, &QAction::triggered, this, &AppDelegate::OnMenuSave);
     connect(ui.toolbarItemShare, &QAction::triggered, this, &AppDelegate::OnToolbarShare);
@@ -252,14 +254,34 @@ void AppDelegate::OnToolbarAdvanced()
     selectCategory(3, "Advanced");
 }
 
+// The open dialog starts in the last photo's folder, else in the pictures
+// folder where there is one, else at home.
+QString AppDelegate::openDialogFolder() const
+{
+    if (!lastOpenFolder_.isEmpty())
+        return lastOpenFolder_;
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return QFileInfo(pictures).isDir() ? pictures : QDir::homePath();
+}
+
 void AppDelegate::OnToolbarOpen()
 {
-    const QString startFolder = lastOpenFolder_.isEmpty()
-                                    ? QStandardPaths::writableLocation(QStandardPaths::PicturesLocation)
-                                    : lastOpenFolder_;
-    const QString path = chooseFileToOpen(startFolder);
-    if (path.isEmpty())
-        return;
+    const QString path = chooseFileToOpen(openDialogFolder());
+    if (!path.isEmpty())
+        openPhoto(path);
+}
+
+void AppDelegate::openGivenAtStart(const QStringList& arguments)
+{
+    for (const QString& argument : arguments)
+        if (!argument.startsWith('-')) {
+            QTimer::singleShot(0, this, [this, argument] { openPhoto(argument); });
+            return;
+        }
+}
+
+void AppDelegate::openPhoto(const QString& path)
+{
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     OpenResult opened = openAndAnalyse(path);
     QGuiApplication::restoreOverrideCursor();
@@ -298,16 +320,40 @@ void AppDelegate::openPanel(QPointer<QWidget>& panel)
 }
 
 // A new panel opens beside the main window where the screen has room, so it
-// does not cover the picture it changes.
+// does not cover the picture it changes; otherwise inside the window's right
+// edge, below its title bar and toolbar. It goes below the panels already
+// open, so none covers another, and cascades when the column is full.
 void AppDelegate::placeBesideWindow(QWidget* panel)
 {
-    const QRect frame = window_->frameGeometry();
-    const QRect screen = window_->screen()->availableGeometry();
+    constexpr int kGap = 8;
     panel->adjustSize();
-    QPoint place = frame.topRight() + QPoint(8, 0);
-    if (place.x() + panel->width() > screen.right())
-        place.setX(screen.right() - panel->width());
-    panel->move(place);
+    const QRect screen = window_->screen()->availableGeometry();
+    const QRect frame = window_->frameGeometry();
+    const QSize size = panel->size();
+    const QPoint contentTop = window_->centralWidget()->mapToGlobal(QPoint(0, 0));
+    QPoint first(frame.right() + kGap, frame.top());
+    if (first.x() + size.width() > screen.right())
+        first = QPoint(frame.right() - size.width() - 2 * kGap, contentTop.y() + kGap);
+    QRect place(first, size);
+    int open = 0;
+    for (bool moved = true; moved;) {
+        moved = false;
+        for (QPointer<QWidget>* other : panelsInOrder()) {
+            if (!*other || *other == panel || !(*other)->isVisible())
+                continue;
+            const QRect taken = (*other)->frameGeometry();
+            if (taken.intersects(place)) {
+                place.moveTop(taken.bottom() + kGap);
+                moved = true;
+                ++open;
+            }
+        }
+        if (place.bottom() > screen.bottom()) { // the column is full: cascade
+            place.moveTopLeft(first + QPoint(3 * kGap, 3 * kGap) * open);
+            break;
+        }
+    }
+    panel->move(place.topLeft());
 }
 
 void AppDelegate::On_Face_Smooth_Skin() { openPanel<Window_Face_Skin_Smooth>(window_Face_Skin_Smooth); }

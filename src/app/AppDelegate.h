@@ -47,6 +47,15 @@ public:
     // status 0. Nothing is saved.
     void Terminate_App();
 
+    // Opens the photo given on the command line (the first argument that is
+    // no option) once the event loop runs, through the same open action as
+    // the dialog: how a file manager opens a picture with the program.
+    void openGivenAtStart(const QStringList& arguments);
+
+    // The open action for a chosen, dropped or given path: analyses it and
+    // swaps it in, or shows the refusal and keeps the photo open before.
+    void openPhoto(const QString& path);
+
     // Switches every effect off and unticks the Apply box of every open panel;
     // settings stay. Called when a new photo has been accepted.
     void Reset_Variables();
@@ -148,6 +157,7 @@ private:
     void openPanel(QPointer<QWidget>& panel);
     void reloadTable();
     void placeBesideWindow(QWidget* panel);
+    QString openDialogFolder() const;
     void colourPicked(int index);
     QTimer* startPolling(int milliseconds, void (AppDelegate::*routine)());
     void requestRender();

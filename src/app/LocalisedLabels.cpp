@@ -1,6 +1,7 @@
 #include "LocalisedLabels.h"
 
 #include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
 
@@ -73,10 +74,14 @@ QStringList LocalisedLabels::all() const
     return texts;
 }
 
-void LocalisedLabels::installTranslator(QObject* owner)
+void LocalisedLabels::installTranslator(QObject* owner, const QLocale& locale)
 {
     auto* translator = new QTranslator(owner);
-    if (translator->load(QLocale(), "bellavenor", "_", ":/i18n")
-        || translator->load("bellavenor_en", ":/i18n"))
+    if (translator->load(locale, "bellavenor", "_", ":/i18n") || translator->load("bellavenor_en", ":/i18n"))
         QCoreApplication::installTranslator(translator);
+    // Qt's own dialogs (open, save, colour, the buttons of message boxes)
+    // speak the same language; Debian ships their translations with Qt.
+    auto* qtTexts = new QTranslator(owner);
+    if (qtTexts->load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(qtTexts);
 }

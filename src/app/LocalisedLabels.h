@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QString>
 #include <QStringList>
 
@@ -55,7 +56,8 @@ struct LocalisedLabels {
     // All 39 texts, in table order.
     QStringList all() const;
 
-    // Installs the translation for the system's language, falling back to
-    // English, which always ships. Call before load().
-    static void installTranslator(QObject* owner);
+    // Installs the program's translation for `locale` (the system's language
+    // unless said), falling back to English, which always ships, and Qt's
+    // own translation for its dialogs. Call before load().
+    static void installTranslator(QObject* owner, const QLocale& locale = QLocale());
 };

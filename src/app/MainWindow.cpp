@@ -4,12 +4,16 @@
 
 #include <QActionGroup>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
 
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
     , ui_(std::make_unique<Ui::MainWindow>())
 {
     ui_->setupUi(this);
+    setAcceptDrops(true);
     ui_->actionOpen->setShortcut(QKeySequence::Open);
     ui_->actionSave->setShortcut(QKeySequence::Save);
     ui_->menuItemQuit->setShortcut(QKeySequence::Quit);
@@ -29,4 +33,31 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     emit windowWillClose();
     event->accept();
+}
+
+namespace {
+
+QString firstLocalFile(const QMimeData* data)
+{
+    for (const QUrl& url : data->urls())
+        if (url.isLocalFile())
+            return url.toLocalFile();
+    return {};
+}
+
+} // namespace
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!firstLocalFile(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const QString path = firstLocalFile(event->mimeData());
+    if (path.isEmpty())
+        return;
+    event->acceptProposedAction();
+    emit photoDropped(path);
 }

@@ -22,9 +22,13 @@ public:
 
 signals:
     void windowWillClose();
+    // A file was dropped onto the window: the first local file's path.
+    void photoDropped(const QString& path);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     std::unique_ptr<Ui::MainWindow> ui_;

@@ -15,5 +15,6 @@ int main(int argc, char* argv[])
     AppDelegate delegate;
     if (!delegate.applicationDidFinishLaunching())
         return 0;
+    delegate.openGivenAtStart(QApplication::arguments().mid(1));
     return QApplication::exec();
 }

@@ -68,7 +68,7 @@ int runRender(const QStringList& arguments)
     EditingState state;
     QString error;
     if (!args.settings.isEmpty() && !readSettingsFile(args.settings, state, error))
-        return fail(kCliUsage, error);
+        return fail(kCliUnreadable, error);
 
     StageClock clock{args.timings, {}};
     clock.timer.start();

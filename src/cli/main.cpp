@@ -6,13 +6,30 @@
 
 namespace {
 
-// stderr carries the program's own log lines and its one-line messages;
-// Qt's chatter about the environment and decoders' warnings would only
-// confuse scripts reading it.
+constexpr const char* kUsage =
+    "usage: bellavenor-cli analyse PHOTO\n"
+    "       bellavenor-cli render PHOTO [--settings FILE.json] -o OUT.png [--timings]\n"
+    "       bellavenor-cli settings\n"
+    "       bellavenor-cli --help | --version\n"
+    "--verbose (anywhere) also prints the engine's log: the 68 landmark points.\n"
+    "Exit status: 0 done, 1 no face, 2 several faces, 3 unreadable photo or settings file,\n"
+    "64 wrong command line.\n";
+
+bool verbose = false;
+
+// stderr carries the one-line messages a script reads; the engine's log
+// lines (the landmark points) only when asked for. Qt's chatter about the
+// environment and decoders' warnings would only confuse scripts.
 void keepOwnLogLines(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    if (type == QtInfoMsg && qstrcmp(context.category, "default") == 0)
+    if (verbose && type == QtInfoMsg && qstrcmp(context.category, "default") == 0)
         std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+int usageError(const QString& problem)
+{
+    std::fprintf(stderr, "bellavenor-cli: %s\n%s", qPrintable(problem), kUsage);
+    return kCliUsage;
 }
 
 } // namespace
@@ -26,15 +43,23 @@ int main(int argc, char* argv[])
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
     QStringList arguments = QGuiApplication::arguments().mid(1);
-    const QString command = arguments.isEmpty() ? QString() : arguments.takeFirst();
+    verbose = arguments.removeAll("--verbose") > 0;
+    if (arguments.isEmpty())
+        return usageError("no command given");
+    const QString command = arguments.takeFirst();
+    if (command == "--help" || command == "-h") {
+        std::fputs(kUsage, stdout);
+        return kCliOk;
+    }
+    if (command == "--version") {
+        std::printf("bellavenor-cli %s\n", BELLAVENOR_VERSION);
+        return kCliOk;
+    }
     if (command == "analyse")
         return runAnalyse(arguments);
     if (command == "render")
         return runRender(arguments);
-    if (command == "settings" && arguments.isEmpty())
-        return runSettings();
-    std::fprintf(stderr, "usage: bellavenor-cli analyse PHOTO\n"
-                         "       bellavenor-cli render PHOTO [--settings FILE.json] -o OUT.png [--timings]\n"
-                         "       bellavenor-cli settings\n");
-    return kCliUsage;
+    if (command == "settings")
+        return arguments.isEmpty() ? runSettings() : usageError("settings takes no arguments");
+    return usageError(QString("unknown command \"%1\"").arg(command));
 }

@@ -1,21 +1,50 @@
 #include "EffectPanel.h"
 
 #include "AppDelegate.h"
+#include "MainWindow.h"
 #include "ColourWell.h"
 #include "View_Picture.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QEvent>
+#include <QFontMetrics>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QSlider>
 
+#include <algorithm>
 #include <cmath>
 
+namespace {
+
+// What a window manager puts beside a title: its buttons and margins.
+constexpr int kTitleBarDecorations = 110;
+
+} // namespace
+
+// A tool window of the main window: it stays above it and is hidden and
+// shown with it.
 EffectPanel::EffectPanel(AppDelegate& app)
-    : QWidget(nullptr, Qt::Tool)
+    : QWidget(app.window(), Qt::Tool)
     , app(app)
 {
     setAttribute(Qt::WA_DeleteOnClose);
+}
+
+int EffectPanel::widthForTitle(const QString& title)
+{
+    QFont titleFont = QApplication::font();
+    titleFont.setBold(true);
+    return QFontMetrics(titleFont).horizontalAdvance(title) + kTitleBarDecorations;
+}
+
+// The panel is never narrower than its title, or the title bar shows "…".
+void EffectPanel::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::WindowTitleChange)
+        setMinimumWidth(std::max(minimumSizeHint().width(), widthForTitle(windowTitle())));
+    QWidget::changeEvent(event);
 }
 
 EditingState& EffectPanel::state()

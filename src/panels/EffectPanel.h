@@ -23,7 +23,11 @@ class EffectPanel : public QWidget {
 public:
     explicit EffectPanel(AppDelegate& app);
 
+    // The width a window needs to show `title` whole in its title bar.
+    static int widthForTitle(const QString& title);
+
 protected:
+    void changeEvent(QEvent* event) override;
     EditingState& state();
     void redraw();
 

@@ -3,7 +3,11 @@
 #include "MainWindow.h"
 #include "ui_MainWindow.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
+#include <QMessageBox>
+#include <QTimer>
 #include <QFile>
 #include <QMenuBar>
 #include <QTableWidget>
@@ -214,6 +218,21 @@ TEST_F(AppDelegateTest, NewPhotoResetUnticksOpenPanelsWithoutRunningTheirActions
     EXPECT_EQ(delegate->state.f_Color_Lips_Transparency, 0.55f);
 }
 
+TEST(Translations, GermanReachesQtsOwnDialogsToo)
+{
+    QObject owner;
+    LocalisedLabels::installTranslator(&owner, QLocale(QLocale::German));
+    const QString cancel = QCoreApplication::translate("QPlatformTheme", "Cancel");
+    const QString lookIn = QCoreApplication::translate("QFileDialog", "Look in:");
+    const QString iconLabels = LocalisedLabels::load().s_IDD_OPEN;
+    for (QTranslator* translator : owner.findChildren<QTranslator*>())
+        QCoreApplication::removeTranslator(translator);
+
+    EXPECT_EQ(cancel, "Abbrechen") << "message-box and dialog buttons";
+    EXPECT_EQ(lookIn, "Suchen in:") << "the file dialogs";
+    EXPECT_EQ(iconLabels, "Öffnen");
+}
+
 TEST(Translations, GermanTranslatesEveryLabel)
 {
     QTranslator german;
@@ -227,4 +246,23 @@ TEST(Translations, GermanTranslatesEveryLabel)
     ASSERT_EQ(labels.all().size(), 39);
     for (const QString& text : labels.all())
         EXPECT_FALSE(text.startsWith("IDD_")) << text.toStdString();
+}
+
+TEST(Alert, SuccessCarriesTheInformationIconAndErrorTheWarningOne)
+{
+    const auto iconOf = [](const Alert& alert) {
+        QMessageBox::Icon shown = QMessageBox::NoIcon;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box)
+                return;
+            shown = box->icon();
+            box->buttons().first()->click();
+        });
+        presentAlertModally(alert, nullptr);
+        return shown;
+    };
+    EXPECT_EQ(iconOf({"Success", "Image file saved successfully.", {"View Image File", "Close"}}),
+              QMessageBox::Information);
+    EXPECT_EQ(iconOf({"Error", "No face was found on the picture.", {"Close"}}), QMessageBox::Warning);
 }

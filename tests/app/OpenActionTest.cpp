@@ -3,8 +3,13 @@
 #include "View_Picture.h"
 
 #include <QCheckBox>
+#include <QDir>
+#include <QDropEvent>
+#include <QFile>
+#include <QMimeData>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -133,4 +138,41 @@ TEST_F(OpenActionTest, CancelChangesNothingAndTheDialogStartsWhereTheLastPhotoWa
     open(QString());
     EXPECT_EQ(startFolders.last(), QString(BELLAVENOR_TEST_DATA));
     EXPECT_TRUE(app->b_Image_Loaded_OK);
+}
+
+TEST_F(OpenActionTest, FirstDialogStartsInThePicturesFolderOrAtHome)
+{
+    QTemporaryDir home;
+    const QByteArray oldHome = qgetenv("HOME"), oldConfig = qgetenv("XDG_CONFIG_HOME");
+    qputenv("HOME", QFile::encodeName(home.path()));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.filePath(".config")));
+    open(QString());
+    ASSERT_TRUE(QDir(home.path()).mkdir("Pictures"));
+    open(QString());
+    qputenv("HOME", oldHome);
+    qputenv("XDG_CONFIG_HOME", oldConfig);
+
+    EXPECT_EQ(startFolders, (QStringList{home.path(), home.filePath("Pictures")}))
+        << "a folder that does not exist would end up as a file name in the dialog";
+}
+
+TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
+{
+    app->openGivenAtStart({"--some-option", portraitPath()});
+    EXPECT_FALSE(app->b_Image_Loaded_OK) << "once the window is up, not before";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return app->b_Image_Loaded_OK; }, 5000));
+    EXPECT_EQ(app->photo.path, portraitPath());
+
+    const QString twoFaces = twoFacesPath();
+    QMimeData dropped;
+    dropped.setUrls({QUrl::fromLocalFile(twoFaces)});
+    QDragEnterEvent enter(QPoint(300, 200), Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(app->window(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(300, 200), Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(app->window(), &drop);
+
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_EQ(alerts[0].informativeText, "More than one face was found on the picture.") << "the same refusal";
+    EXPECT_EQ(app->photo.path, portraitPath()) << "and the photo open before stays";
 }

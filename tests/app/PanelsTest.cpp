@@ -1,5 +1,6 @@
 #include "StartedDelegate.h"
 #include "ColourWell.h"
+#include "EffectPanel.h"
 #include "MainWindow.h"
 #include "ViewCircleCenter.h"
 #include "Window_Cheek.h"
@@ -20,6 +21,7 @@
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTranslator>
 
 #include <gtest/gtest.h>
 
@@ -123,6 +125,69 @@ TEST_F(PanelsTest, RowButtonsOpenTheirPanelOnceAPhotoIsOpen)
     ASSERT_NE(first, nullptr);
     cheeks->click();
     EXPECT_EQ(app->window_Cheek.data(), first) << "one panel per effect";
+}
+
+TEST_F(PanelsTest, PanelsAreToolWindowsOfTheMainWindowAndDoNotCoverEachOther)
+{
+    withPhoto();
+    app->window()->show();
+    app->On_Face_Cheek();
+    app->On_Mouth_Lips();
+    app->On_Eye_Color();
+    const QList<QWidget*> panels{app->window_Cheek, app->window_Lips_Color, app->window_Eyes_Color};
+    for (QWidget* panel : panels) {
+        EXPECT_EQ(panel->parentWidget(), app->window()) << "stays above the main window, hides with it";
+        EXPECT_EQ(panel->windowType(), Qt::Tool);
+    }
+    for (qsizetype i = 0; i < panels.size(); ++i)
+        for (qsizetype j = i + 1; j < panels.size(); ++j)
+            EXPECT_FALSE(panels[i]->frameGeometry().intersects(panels[j]->frameGeometry()))
+                << panels[i]->windowTitle().toStdString() << " and " << panels[j]->windowTitle().toStdString();
+
+    const QPoint lipsPlace = app->window_Lips_Color->pos();
+    app->window_Lips_Color->move(lipsPlace + QPoint(30, 40)); // the user moved it
+    app->On_Mouth_Lips(); // brought to the front again
+    EXPECT_EQ(app->window_Lips_Color->pos(), lipsPlace + QPoint(30, 40)) << "keeps its place";
+}
+
+TEST_F(PanelsTest, EveryPanelIsWideEnoughForItsTitleInEnglishAndGerman)
+{
+    withPhoto();
+    const auto openAll = [&] {
+        app->On_Face_Smooth_Skin();
+        app->On_Face_Wrinkle_Remover();
+        app->On_Face_Cheek();
+        app->On_Eye_Color();
+        app->On_Eye_Size();
+        app->On_Eye_Brush();
+        app->On_Eyes_Darken();
+        app->On_Mouth_Lips();
+        app->On_Mouth_Teeth();
+    };
+    const auto expectTitlesFit = [&](const char* language) {
+        for (QWidget* panel : {app->window_Face_Skin_Smooth.data(), app->window_Remove_Wrinkles.data(),
+                               app->window_Cheek.data(), app->window_Eyes_Color.data(), app->window_Widen_Eyes.data(),
+                               app->window_Eye_Shadow.data(), app->window_Eyes_Darken.data(),
+                               app->window_Lips_Color.data(), app->window_Whiten_Teeth.data()}) {
+            ASSERT_NE(panel, nullptr);
+            EXPECT_GE(panel->width(), EffectPanel::widthForTitle(panel->windowTitle()))
+                << language << ": " << panel->windowTitle().toStdString();
+            EXPECT_GE(panel->width(), panel->minimumSizeHint().width());
+        }
+    };
+    openAll();
+    expectTitlesFit("English");
+    EXPECT_GE(app->window_Whiten_Teeth->width(), 126 + 60) << "the panel that showed \"…\"";
+
+    QTranslator german;
+    ASSERT_TRUE(german.load(QLocale(QLocale::German), "bellavenor", "_", ":/i18n"));
+    QCoreApplication::installTranslator(&german);
+    app->labels = LocalisedLabels::load();
+    app->Terminate_App(); // closes every panel; the test's delegate does not end the process
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    openAll();
+    expectTitlesFit("German");
+    QCoreApplication::removeTranslator(&german);
 }
 
 TEST_F(PanelsTest, SlidersWriteAndShowTheirScaling)

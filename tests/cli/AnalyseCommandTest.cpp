@@ -55,3 +55,26 @@ TEST(AnalyseCommand, UnreadableFileEndsWithOneLineOnStderr)
     EXPECT_TRUE(run.err.trimmed().contains("notes.jpg"));
     EXPECT_EQ(run.err.trimmed().count('\n'), 0);
 }
+
+TEST(CommandLine, HelpVersionUnknownWordsAndTheLogOnlyWhenAsked)
+{
+    for (const char* help : {"--help", "-h"}) {
+        const CliRun run = runCli({help});
+        EXPECT_EQ(run.status, 0);
+        EXPECT_TRUE(run.out.startsWith("usage: bellavenor-cli analyse PHOTO")) << help;
+        EXPECT_TRUE(run.err.isEmpty());
+    }
+    const CliRun version = runCli({"--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_TRUE(version.out.startsWith("bellavenor-cli ")) << version.out.toStdString();
+
+    const CliRun unknown = runCli({"analyze", "photo.jpg"});
+    EXPECT_EQ(unknown.status, 64);
+    EXPECT_TRUE(unknown.err.startsWith("bellavenor-cli: unknown command \"analyze\"")) << unknown.err.toStdString();
+
+    const QString portrait = QString(BELLAVENOR_TEST_DATA) + "/portrait.png";
+    EXPECT_FALSE(runCli({"analyse", portrait}).err.contains("Point 0 => "));
+    const CliRun verbose = runCli({"analyse", portrait, "--verbose"});
+    EXPECT_EQ(verbose.status, 0);
+    EXPECT_EQ(verbose.err.count("Point "), 68);
+}

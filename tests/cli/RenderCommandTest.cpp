@@ -60,7 +60,8 @@ TEST_F(RenderCommandTest, SettingsErrorsNameTheField)
 {
     const QString out = folder.filePath("out.png");
     CliRun run = runCli({"render", portrait(), "--settings", settingsFile(R"({"b_Colour_Lips": true})"), "-o", out});
-    EXPECT_NE(run.status, 0);
+    EXPECT_EQ(run.status, 3) << "a settings file that cannot be used is an unreadable file";
+    EXPECT_EQ(run.err.count('\n'), 1) << "one line, no log";
     EXPECT_TRUE(run.err.contains("b_Colour_Lips"));
 
     run = runCli({"render", portrait(), "--settings", settingsFile(R"({"f_Color_Lips_Transparency": "high"})"), "-o", out});
@@ -72,7 +73,7 @@ TEST_F(RenderCommandTest, SettingsErrorsNameTheField)
     EXPECT_NE(run.status, 0);
     EXPECT_TRUE(run.err.contains("\"f_Cheeks_Blur_Level_Left\" must lie between 0 and 100")) << run.err.toStdString();
     run = runCli({"render", portrait(), "--settings", "/dev/zero", "-o", out});
-    EXPECT_NE(run.status, 0);
+    EXPECT_EQ(run.status, 3);
     EXPECT_TRUE(run.err.contains("not a regular file")) << run.err.toStdString();
     EXPECT_FALSE(QFile::exists(out));
 }
