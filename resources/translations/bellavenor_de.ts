@@ -172,6 +172,13 @@
     </message>
 </context>
 <context>
+    <name>AppDelegate</name>
+    <message>
+        <source>Pictures</source>
+        <translation>Bilder</translation>
+    </message>
+</context>
+<context>
     <name>Window_Cheek</name>
     <message>
         <source>Pick</source>

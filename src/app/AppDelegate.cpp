@@ -37,7 +37,7 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
     showAlert = [this](const Alert& alert) { return presentAlertModally(alert, window_.get()); };
     chooseFileToOpen = [this](const QString& startFolder) {
         QFileDialog dialog(window_.get());
-        dialog.setNameFilter("Pictures (*.bmp *.jpg *.gif *.png *.jpeg *.tif *.tiff)");
+        dialog.setNameFilter(tr("Pictures") + " (*.bmp *.jpg *.gif *.png *.jpeg *.tif *.tiff)");
         dialog.setDirectory(startFolder); // a folder only: the name field stays empty
         dialog.setFileMode(QFileDialog::ExistingFile);
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();

@@ -26,7 +26,7 @@ constexpr int kTitleBarDecorations = 110;
 // A tool window of the main window: it stays above it and is hidden and
 // shown with it.
 EffectPanel::EffectPanel(AppDelegate& app)
-    : QWidget(app.window(), Qt::Tool)
+    : QWidget(app.window(), Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint)
     , app(app)
 {
     setAttribute(Qt::WA_DeleteOnClose);
