@@ -1,5 +1,6 @@
 #include "FaceRegions.h"
 
+#include "ImageSpace.h"
 #include "SinglePrecision.h"
 
 #include <QtMath>
@@ -24,7 +25,7 @@ public:
     {
     }
 
-    QPointF flipped(QPointF photoPoint) const { return {photoPoint.x(), double(height_) - photoPoint.y()}; }
+    QPointF flippedPoint(QPointF photoPoint) const { return flipped(photoPoint, double(height_)); }
 
     void addFlipped(QPointF p)
     {
@@ -42,7 +43,7 @@ public:
     void addPhotoPoints(const PointList& points)
     {
         for (const QPointF& p : points)
-            addFlipped(flipped(p));
+            addFlipped(flippedPoint(p));
     }
 
     QPainterPath closed() const
@@ -131,9 +132,9 @@ PathAndBox faceOutline(const PointList& face, float height)
 {
     Outline outline(height);
     for (int i = 0; i <= 16; ++i)
-        outline.addFlipped(outline.flipped(face[i]));
+        outline.addFlipped(outline.flippedPoint(face[i]));
     for (int i = 33; i >= 17; --i)
-        outline.addFlipped(outline.flipped(face[i]));
+        outline.addFlipped(outline.flippedPoint(face[i]));
     return {outline.closed(), outline.bounds()};
 }
 
@@ -145,7 +146,7 @@ PathAndBox insideEyeOutline(const PointList& eye, const QRectF& fullEye, float h
                          float(fullEye.y()) + 0.5f * float(fullEye.height()));
     Outline outline(height);
     for (const QPointF& photoPoint : eye) {
-        const QPointF p = outline.flipped(photoPoint);
+        const QPointF p = outline.flippedPoint(photoPoint);
         const QPointF pulled = p + (centre - p) / 6.0;
         outline.addFlipped(singlePoint(pulled.x(), pulled.y()));
     }

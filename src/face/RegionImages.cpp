@@ -41,7 +41,7 @@ QImage drawMask(QRect area, double imageHeight, Qt::GlobalColor background, std:
 QRect areaAround(const QRectF& rect, double imageHeight, QSize photoSize)
 {
     const int m = kSamplingMargin;
-    return pictureRectOf(rect, imageHeight).toAlignedRect().adjusted(-m, -m, m, m).intersected(QRect({}, photoSize));
+    return flipped(rect, imageHeight).toAlignedRect().adjusted(-m, -m, m, m).intersected(QRect({}, photoSize));
 }
 
 QImage cutFromArea(const MaskedArea& masked, const QRectF& rect, double imageHeight)
@@ -54,7 +54,7 @@ QImage cutFromArea(const MaskedArea& masked, const QRectF& rect, double imageHei
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.drawImage(QRectF(QPointF(0, 0), QSizeF(size)), masked.picture,
-                      pictureRectOf(rect, imageHeight).translated(-masked.area.topLeft()));
+                      flipped(rect, imageHeight).translated(-masked.area.topLeft()));
     return cut;
 }
 

@@ -43,12 +43,12 @@ struct ImagePainter : QPainter {
     void drawInto(const QRectF& imageRect, const QImage& image)
     {
         if (!image.isNull() && imageRect.width() > 0 && imageRect.height() > 0)
-            drawImage(pictureRectOf(imageRect, height), image);
+            drawImage(flipped(imageRect, height), image);
     }
 
     void fillImagePath(const QPainterPath& path, const QColor& colour)
     {
-        fillPath(imageSpaceToPicture(height).map(path), colour);
+        fillPath(flipped(path, height), colour);
     }
 
     double height;
@@ -108,9 +108,8 @@ void paintLipsColour(ImagePainter& p, const OpenedPhoto& photo, const EditingSta
 void darkenEyes(QImage& working, const OpenedPhoto& photo, const EditingState& s)
 {
     const double height = photo.imgSize.height();
-    const QTransform toPicture = imageSpaceToPicture(height);
-    const QPainterPath left = toPicture.map(underEyeCurve(photo.regions.array_Eye_Darken_Left_Points, height, true));
-    const QPainterPath right = toPicture.map(underEyeCurve(photo.regions.array_Eye_Darken_Right_Points, height, false));
+    const QPainterPath left = flipped(underEyeCurve(photo.regions.array_Eye_Darken_Left_Points, height, true), height);
+    const QPainterPath right = flipped(underEyeCurve(photo.regions.array_Eye_Darken_Right_Points, height, false), height);
     const QColor ink = QColor::fromRgbF(0, 0, 0, std::clamp(1.0f - s.f_Darken_Eyes_Transparency, 0.0f, 1.0f));
     blurredLayerOver(working, left.boundingRect() | right.boundingRect(), s.f_Darken_Eyes_Blur_Level,
                      s.f_Darken_Eyes_Line_Width, [&](QPainter& layer) {
@@ -138,7 +137,7 @@ QImage eyeWithBrightPartsRestored(const QImage& working, const QImage& greyEye, 
     if (greyEye.isNull())
         return {};
     QImage area = makePicture(greyEye.size());
-    QPainter(&area).drawImage(QRectF(QPointF(0, 0), QSizeF(area.size())), working, pictureRectOf(rect, height));
+    QPainter(&area).drawImage(QRectF(QPointF(0, 0), QSizeF(area.size())), working, flipped(rect, height));
     return imageReplaceGreenWithOriginal(imageReplaceWhiteWithTransparent(greyEye), area, colouredEye);
 }
 
@@ -179,9 +178,9 @@ void widenEyes(QImage& working, const OpenedPhoto& photo, const EditingState& s)
 
 void paintEyeShadow(QImage& working, const OpenedPhoto& photo, const EditingState& s)
 {
-    const QTransform toPicture = imageSpaceToPicture(photo.imgSize.height());
-    const QPainterPath left = toPicture.map(photo.regions.path_Eye_Lid_Left);
-    const QPainterPath right = toPicture.map(photo.regions.path_Eye_Lid_Right);
+    const double height = photo.imgSize.height();
+    const QPainterPath left = flipped(photo.regions.path_Eye_Lid_Left, height);
+    const QPainterPath right = flipped(photo.regions.path_Eye_Lid_Right, height);
     const QColor colour = colourOf(s.color_Eyeshadow, s.f_Color_Eyeshadow_Transparency);
     blurredLayerOver(working, left.boundingRect() | right.boundingRect(), s.f_Eyeshadow_Blur_Level, 0,
                      [&](QPainter& layer) {
@@ -209,7 +208,7 @@ void paintCheekHandles(ImagePainter& p, const QRectF& area, QSizeF imgSize, std:
     outline.addRect(area);
     p.setPen(QPen(Qt::blue, 1));
     p.setBrush(Qt::NoBrush);
-    p.drawPath(imageSpaceToPicture(p.height).map(outline));
+    p.drawPath(flipped(outline, p.height));
     const std::array<QPointF, 4> corners{area.topLeft(), area.topRight(), area.bottomLeft(), area.bottomRight()};
     for (size_t i = 0; i < 4; ++i) { // image space: "top" is the lower y
         percent[i] = percentOf(corners[i], imgSize);
@@ -224,7 +223,7 @@ void paintUnderEyeHandles(ImagePainter& p, const PointList& points, QSizeF imgSi
                           std::array<QRectF, 6>& squares)
 {
     for (size_t i = 0; i < 6 && i < size_t(points.size()); ++i) {
-        const QPointF point(points[qsizetype(i)].x(), imgSize.height() - points[qsizetype(i)].y());
+        const QPointF point = flipped(points[qsizetype(i)], imgSize.height());
         percent[i] = percentOf(point, imgSize);
         squares[i] = handleSquare(point, imgSize);
         QPainterPath square;
@@ -241,8 +240,7 @@ QPainterPath underEyeCurve(const PointList& points, double imageHeight, bool lef
     if (points.size() < 6)
         return path;
     const std::array<QPointF, 6>& offsets = leftSide ? kUnderEyeLeft : kUnderEyeRight;
-    auto flipped = [&](QPointF p) { return QPointF(p.x(), imageHeight - p.y()); };
-    path.moveTo(flipped(points[0]));
+    path.moveTo(flipped(points[0], imageHeight));
     for (int k = 1; k <= 6; ++k) {
         const QPointF from = points[k - 1], to = points[k % 6];
         const float w = float(std::abs(to.x() - from.x())), h = float(std::abs(to.y() - from.y()));
@@ -250,7 +248,7 @@ QPainterPath underEyeCurve(const PointList& points, double imageHeight, bool lef
         const QPointF offset = offsets[size_t(k - 1)];
         const QPointF control(minX + 0.5f * w + float(offset.x()) * w / 100.0f,
                               float(imageHeight) - (minY + 0.5f * h + float(offset.y()) * h / 100.0f));
-        path.cubicTo(control, control, flipped(to));
+        path.cubicTo(control, control, flipped(to, imageHeight));
     }
     path.closeSubpath();
     return path;
@@ -306,7 +304,7 @@ const QImage& Compositor::cheekLayer(Cached& cache, const RgbaColor& outer, cons
     // Settings files and the circle control give 0 to 100; anything else
     // would only send the gradient's focus to infinity.
     const QPointF inArea(std::clamp(centre.x(), 0.0, 100.0), std::clamp(centre.y(), 0.0, 100.0));
-    const QPointF makeUp = picturePointOf({inArea.x() * 1024 / 100, (100 - inArea.y()) * 1024 / 100}, kCheekLayerSize);
+    const QPointF makeUp = flipped({inArea.x() * 1024 / 100, (100 - inArea.y()) * 1024 / 100}, kCheekLayerSize);
     {
         QPainter p(&layer);
         p.setRenderHint(QPainter::Antialiasing);

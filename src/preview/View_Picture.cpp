@@ -1,6 +1,7 @@
 #include "View_Picture.h"
 
 #include "EditingState.h"
+#include "ImageSpace.h"
 #include "OpenedPhoto.h"
 #include "PictureSaver.h"
 #include "PreviewGeometry.h"
@@ -53,8 +54,7 @@ void View_Picture::showFitted(const QImage& working)
     // The working picture is opaque and covers the photo completely, so the
     // photo itself need not be drawn under it. The frame is centred, so it
     // is the same rectangle with y counted from the top.
-    const QRectF onScreen(rectDrawCamera_.x(), height() - rectDrawCamera_.y() - rectDrawCamera_.height(),
-                          rectDrawCamera_.width(), rectDrawCamera_.height());
+    const QRectF onScreen = flipped(rectDrawCamera_, height());
     QPainter painter(&shown_);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(onScreen, working);
@@ -94,7 +94,7 @@ bool View_Picture::repositioning() const
 
 QPointF View_Picture::viewPoint(const QMouseEvent* event) const
 {
-    return {event->position().x(), height() - event->position().y()}; // y up, as rectDrawCamera
+    return flipped(event->position(), height()); // y up, as rectDrawCamera
 }
 
 QPointF View_Picture::percentOfPhoto(QPointF view) const
@@ -169,7 +169,7 @@ bool View_Picture::dragCheeks(QPointF pixel)
 bool View_Picture::dragUnderEyePoints(QPointF pixel)
 {
     // The points are kept with y from the top of the photo.
-    const QPointF point(pixel.x(), photo_->imgSize.height() - pixel.y());
+    const QPointF point = flipped(pixel, photo_->imgSize.height());
     const auto replaceHighest = [&](const Dragging& d, PointList& points) {
         for (size_t i = 6; i-- > 0;)
             if (d.point[i] && qsizetype(i) < points.size()) {

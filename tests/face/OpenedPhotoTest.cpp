@@ -115,7 +115,7 @@ TEST(RegionImages, CutsHaveTheirRectanglesSizeAndHoldThatPartOfThePhotoUpright)
 
     // Every opaque pixel of the face-skin cut is the photo's pixel at the
     // same place of the rectangle, counted from its top.
-    const QRectF inPhoto = pictureRectOf(r.rect_Face_Skin, photo.imgSize.height());
+    const QRectF inPhoto = flipped(r.rect_Face_Skin, photo.imgSize.height());
     int compared = 0;
     for (int y = 0; y < i.image_Face_Skin_Cut.height(); y += 9)
         for (int x = 0; x < i.image_Face_Skin_Cut.width(); x += 9) {

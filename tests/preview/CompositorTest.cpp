@@ -72,7 +72,7 @@ QRect changedArea(const QImage& a, const QImage& b)
 
 QRect inPicture(const QRectF& imageRect, int margin)
 {
-    return pictureRectOf(imageRect, portrait().imgSize.height()).toAlignedRect().adjusted(-margin, -margin, margin, margin);
+    return flipped(imageRect, portrait().imgSize.height()).toAlignedRect().adjusted(-margin, -margin, margin, margin);
 }
 
 QRectF boundsOf(const PointList& points) // photo pixels, y down
@@ -131,7 +131,7 @@ double fineDetail(const QImage& picture, const QImage& mask)
 
 QPainterPath inPicture(const QPainterPath& imagePath)
 {
-    return imageSpaceToPicture(portrait().imgSize.height()).map(imagePath);
+    return flipped(imagePath, portrait().imgSize.height());
 }
 
 struct EffectCase {
@@ -384,7 +384,7 @@ TEST(Compositor, CheekHandlesAreDrawnIntoThePictureWhileRepositioning)
     Compositor compositor;
     const QImage picture = compositor.compose(portrait(), state);
     const QRectF area = portrait().regions.rect_Cheek_Left_Area_To_Paint;
-    const QPointF leftBottom = pictureRectOf(area, 512).bottomLeft();
+    const QPointF leftBottom = flipped(area, 512).bottomLeft();
     EXPECT_EQ(picture.pixelColor(leftBottom.toPoint()), QColor(Qt::green));
     EXPECT_NEAR(compositor.handles().pointPercenteLeft[0].x(), area.x() * 100 / 512, 1e-4);
     EXPECT_NEAR(compositor.handles().pointPercenteLeft[0].y(), area.y() * 100 / 512, 1e-4);
