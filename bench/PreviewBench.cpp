@@ -19,6 +19,12 @@ const OpenedPhoto& photo12MP()
     return opened.photo;
 }
 
+const Reshaping& reshaping12MP()
+{
+    static const Reshaping reshaping = Reshaping::of(photo12MP().regions);
+    return reshaping;
+}
+
 EditingState everyEffectOn()
 {
     EditingState s;
@@ -47,7 +53,7 @@ void BM_FullRedrawAllEffects12MP(benchmark::State& state)
     photo12MP(); // analysed before timing starts
     for (auto _ : state) {
         Compositor compositor;
-        benchmark::DoNotOptimize(compositor.compose(photo12MP(), settings));
+        benchmark::DoNotOptimize(compositor.compose(photo12MP(), reshaping12MP(), settings));
     }
 }
 BENCHMARK(BM_FullRedrawAllEffects12MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
@@ -57,11 +63,11 @@ void BM_RedrawAfterLipsTransparency12MP(benchmark::State& state)
 {
     EditingState settings = everyEffectOn();
     Compositor compositor;
-    compositor.compose(photo12MP(), settings);
+    compositor.compose(photo12MP(), reshaping12MP(), settings);
     int step = 0;
     for (auto _ : state) {
         settings.f_Color_Lips_Transparency = (++step % 2) ? 0.3f : 0.4f;
-        benchmark::DoNotOptimize(compositor.compose(photo12MP(), settings));
+        benchmark::DoNotOptimize(compositor.compose(photo12MP(), reshaping12MP(), settings));
     }
 }
 BENCHMARK(BM_RedrawAfterLipsTransparency12MP)->Unit(benchmark::kMillisecond)->UseRealTime();

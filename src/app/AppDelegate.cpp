@@ -77,8 +77,9 @@ bool AppDelegate::applicationDidFinishLaunching()
     array_Eye.clear();
     array_Mouth.clear();
     array_Buttons.clear();
-    photo = OpenedPhoto{};
-    viewPreview()->setSources(&photo, &state, &saveRequest);
+    photo = std::make_shared<const OpenedPhoto>();
+    reshaping = {};
+    viewPreview()->setSources(photo, &reshaping, &state, &saveRequest);
     viewPreview()->Change_Cursor_To_Regular = [this] { Change_Cursor_To_Regular(); };
     viewPreview()->onColourPicked = [this](int index) { colourPicked(index); };
     u_Table_Index = 0;
@@ -289,11 +290,19 @@ void AppDelegate::openPhoto(const QString& path)
         showAlert({"Error", opened.message, {"Close"}});
         return;
     }
-    // Exactly one face: every effect goes off, then the new photo comes in
-    // whole, replacing the old one in one assignment.
-    Reset_Variables();
-    photo = std::move(opened.photo);
     lastOpenFolder_ = QFileInfo(path).absolutePath();
+    acceptPhoto(std::move(opened.photo));
+}
+
+// Exactly one face: every effect goes off, then the new photo comes in
+// whole, replacing the old one in one assignment, and the user's reshaping
+// starts again from its regions.
+void AppDelegate::acceptPhoto(OpenedPhoto opened)
+{
+    Reset_Variables();
+    photo = std::make_shared<const OpenedPhoto>(std::move(opened));
+    reshaping = Reshaping::of(photo->regions);
+    viewPreview()->setSources(photo, &reshaping, &state, &saveRequest);
     b_Image_Loaded_OK = true;
     viewPreview()->update();
 }

@@ -6,6 +6,7 @@
 #include "LocalisedLabels.h"
 #include "OpenedPhoto.h"
 #include "PictureSaver.h"
+#include "Reshaping.h"
 
 #include <QImage>
 #include <QObject>
@@ -56,6 +57,10 @@ public:
     // swaps it in, or shows the refusal and keeps the photo open before.
     void openPhoto(const QString& path);
 
+    // Takes a photo that has passed the open: effects off, the photo swapped
+    // in, the reshaping started afresh, the preview redrawn.
+    void acceptPhoto(OpenedPhoto opened);
+
     // Switches every effect off and unticks the Apply box of every open panel;
     // settings stay. Called when a new photo has been accepted.
     void Reset_Variables();
@@ -88,8 +93,10 @@ public:
     // b_Save_Picture, s_Output_Folder and s_Saved_Take_Picture.
     SaveRequest saveRequest;
 
-    // The open photo (img_Basic) and everything derived from it.
-    OpenedPhoto photo;
+    // The open photo (img_Basic) and everything derived from it, never
+    // changed after the open; and what the user reshaped on it.
+    std::shared_ptr<const OpenedPhoto> photo;
+    Reshaping reshaping;
 
     // Rows of the action table per category, and the row buttons made so far.
     QStringList array_Face;

@@ -84,7 +84,7 @@ int runRender(const QStringList& arguments)
                                                                  : kCliUnreadable,
                     opened.message);
     Compositor compositor;
-    const QImage* picture = compositor.tryCompose(opened.photo, state, error);
+    const QImage* picture = compositor.tryCompose(opened.photo, Reshaping::of(opened.photo.regions), state, error);
     clock.lap("compose");
     if (!picture)
         return fail(kCliUnreadable, QString("The picture could not be rendered: %1.").arg(error));

@@ -57,11 +57,6 @@ void Window_Eyes_Darken::OnActivateDarkenEyesReposition(bool on)
 
 void Window_Eyes_Darken::OnReset()
 {
-    FaceRegions& r = app.photo.regions;
-    const double height = app.photo.imgSize.height();
-    r.array_Eye_Darken_Left_Points = r.array_Eye_Left_Points;
-    r.array_Eye_Darken_Right_Points = r.array_Eye_Right_Points;
-    r.path_Eye_Darken_Left = outlineThrough(r.array_Eye_Darken_Left_Points, height);
-    r.path_Eye_Darken_Right = outlineThrough(r.array_Eye_Darken_Right_Points, height);
+    app.reshaping.resetUnderEyeRings(app.photo->regions, app.photo->imgSize.height());
     redraw();
 }

@@ -2,11 +2,13 @@
 
 #include "EditingState.h"
 #include "OpenedPhoto.h"
+#include "Reshaping.h"
 
 #include <QImage>
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 // The handle positions the last composition drew, for the mouse: percent of
 // the photo (image space, y up) and the small squares in photo pixels.
@@ -20,43 +22,75 @@ struct Handles {
     std::array<QRectF, 6> rectPointEyeLeft, rectPointEyeRight;
 };
 
+// One expensive picture, kept while the inputs it was made from, its key,
+// stay the same.
+template <typename Key>
+class Memo {
+public:
+    template <typename Make>
+    const QImage& get(const Key& key, Make&& make)
+    {
+        if (!key_ || !(*key_ == key)) {
+            key_.reset(); // a make that throws leaves no stale key behind
+            picture_ = make();
+            key_ = key;
+        }
+        return picture_;
+    }
+
+private:
+    std::optional<Key> key_;
+    QImage picture_;
+};
+
+// What each cached step is made from; a picture's cache key names its pixels.
+struct SmoothedBaseKey {
+    qint64 photo, fullPicture;
+    bool smooth;
+    std::uint64_t level, radius;
+    bool operator==(const SmoothedBaseKey&) const = default;
+};
+struct WrinkleFreeSkinKey {
+    qint64 skinCut;
+    std::uint64_t level;
+    bool operator==(const WrinkleFreeSkinKey&) const = default;
+};
+struct CheekLayerKey {
+    RgbaColor outer, inner;
+    QPointF centre;
+    float blur;
+    bool operator==(const CheekLayerKey&) const = default;
+};
+
+struct CompositorMemos {
+    Memo<SmoothedBaseKey> smoothedBase;
+    Memo<WrinkleFreeSkinKey> wrinkleFreeSkin;
+    Memo<CheekLayerKey> cheekLeft, cheekRight;
+};
+
 // Rebuilds the retouched picture at the photo's full size from the untouched
-// photo and the editing state, applying every enabled effect in its fixed
-// order. It keeps its buffers and the results of its expensive steps between
-// calls, reusing a result only while everything it was made from is
-// unchanged, so every call gives exactly what a fresh compositor would.
+// photo, what the user reshaped and the editing state, applying every
+// enabled effect in its fixed order (the steps of CompositorSteps.h). It
+// keeps its buffers and the results of its expensive steps between calls,
+// reusing a result only while everything it was made from is unchanged, so
+// every call gives exactly what a fresh compositor would.
 class Compositor {
 public:
     // The working picture; valid until the next call. Null without a photo.
     // Throws std::bad_alloc or cv::Exception when the memory runs out.
-    const QImage& compose(const OpenedPhoto& photo, const EditingState& state);
+    const QImage& compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state);
 
     // The same, never throwing: null when the picture could not be made,
     // with the reason in `failure`. What was kept is dropped then, so the
     // next call starts afresh.
-    const QImage* tryCompose(const OpenedPhoto& photo, const EditingState& state, QString& failure);
+    const QImage* tryCompose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+                             QString& failure);
 
     const Handles& handles() const { return handles_; }
 
 private:
-    struct Cached {
-        qint64 photoKey = 0;
-        std::uint64_t level = 0, radius = 0;
-        float blur = 0;
-        RgbaColor outer, inner;
-        QPointF centre;
-        QImage picture;
-    };
-
-    void startFromPhoto(const OpenedPhoto& photo, const EditingState& state);
-    void paintCheeks(const OpenedPhoto& photo, const EditingState& state);
-    const QImage& smoothedBase(const OpenedPhoto& photo, const EditingState& state);
-    const QImage& wrinkleFreeSkin(const OpenedPhoto& photo, const EditingState& state);
-    const QImage& cheekLayer(Cached& cache, const RgbaColor& outer, const RgbaColor& inner, QPointF centre,
-                             float blur);
-
     QImage working_;
-    Cached base_, wrinkles_, cheekLeft_, cheekRight_;
+    CompositorMemos memos_;
     Handles handles_;
 };
 

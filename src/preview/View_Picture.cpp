@@ -19,9 +19,11 @@ View_Picture::View_Picture(QWidget* parent)
     setMouseTracking(true);
 }
 
-void View_Picture::setSources(OpenedPhoto* photo, EditingState* state, SaveRequest* saveRequest)
+void View_Picture::setSources(std::shared_ptr<const OpenedPhoto> photo, Reshaping* reshaping, EditingState* state,
+                              SaveRequest* saveRequest)
 {
-    photo_ = photo;
+    photo_ = std::move(photo);
+    reshaping_ = reshaping;
     state_ = state;
     saveRequest_ = saveRequest;
 }
@@ -30,10 +32,10 @@ void View_Picture::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);
-    if (!photo_ || !state_ || photo_->isEmpty())
+    if (!hasPhoto())
         return;
     QString failure;
-    const QImage* working = compositor_.tryCompose(*photo_, *state_, failure);
+    const QImage* working = compositor_.tryCompose(*photo_, *reshaping_, *state_, failure);
     rectDrawCamera_ = return_Best_Fit_Frame(photo_->imgSize.width(), photo_->imgSize.height(), width(), height());
     if (working)
         showFitted(*working);
@@ -87,6 +89,11 @@ bool sameCell(QPointF a, QPointF b)
 
 } // namespace
 
+bool View_Picture::hasPhoto() const
+{
+    return photo_ && !photo_->isEmpty() && reshaping_ && state_;
+}
+
 bool View_Picture::repositioning() const
 {
     return state_ && (state_->b_Activated_Cheeks_Reposition || state_->b_Activated_Darken_Eyes_Reposition);
@@ -130,11 +137,11 @@ void View_Picture::mousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return; // gestures, handles and picking are the left button's
     b_Mouse_Down = true;
-    if (!photo_ || photo_->isEmpty() || !repositioning())
+    if (!hasPhoto() || !repositioning())
         return;
     mouseDownPos = mouseDownPos_Mouse_Down = viewPoint(event);
-    rect_Cheek_Left_Area_To_Paint_Mouse_Down = photo_->regions.rect_Cheek_Left_Area_To_Paint;
-    rect_Cheek_Right_Area_To_Paint_Mouse_Down = photo_->regions.rect_Cheek_Right_Area_To_Paint;
+    rect_Cheek_Left_Area_To_Paint_Mouse_Down = reshaping_->rect_Cheek_Left_Area_To_Paint;
+    rect_Cheek_Right_Area_To_Paint_Mouse_Down = reshaping_->rect_Cheek_Right_Area_To_Paint;
     const QPointF percent = percentOfPhoto(mouseDownPos);
     const Handles& h = compositor_.handles();
     if (state_->b_Activated_Cheeks_Reposition) {
@@ -157,7 +164,7 @@ void View_Picture::mousePressEvent(QMouseEvent* event)
 
 bool View_Picture::dragCheeks(QPointF pixel)
 {
-    FaceRegions& r = photo_->regions;
+    Reshaping& r = *reshaping_;
     const auto holds = [](const Dragging& d) { return d.LB || d.RB || d.RU || d.LU || d.Crop; };
     if (holds(draggingLeft))
         r.rect_Cheek_Left_Area_To_Paint = draggedArea(draggingLeft, rect_Cheek_Left_Area_To_Paint_Mouse_Down, pixel);
@@ -178,15 +185,15 @@ bool View_Picture::dragUnderEyePoints(QPointF pixel)
             }
         return false;
     };
-    const bool left = replaceHighest(draggingLeft, photo_->regions.array_Eye_Darken_Left_Points);
-    const bool right = replaceHighest(draggingRight, photo_->regions.array_Eye_Darken_Right_Points);
+    const bool left = replaceHighest(draggingLeft, reshaping_->array_Eye_Darken_Left_Points);
+    const bool right = replaceHighest(draggingRight, reshaping_->array_Eye_Darken_Right_Points);
     return left || right;
 }
 
 void View_Picture::mouseMoveEvent(QMouseEvent* event)
 {
     mouseDownPos = viewPoint(event);
-    if (!photo_ || photo_->isEmpty() || !state_)
+    if (!hasPhoto())
         return;
     const QPointF percent = percentOfPhoto(mouseDownPos);
     if (!b_Mouse_Down) {
@@ -240,7 +247,7 @@ void View_Picture::mouseReleaseEvent(QMouseEvent* event)
     b_Mouse_Down = false;
     draggingLeft = draggingRight = {};
     mouseDownPos = viewPoint(event);
-    if (photo_ && !photo_->isEmpty() && state_ && state_->b_Cheeks_Picking_Color)
+    if (hasPhoto() && state_->b_Cheeks_Picking_Color)
         pickColour(percentOfPhoto(mouseDownPos));
     if (Change_Cursor_To_Regular)
         Change_Cursor_To_Regular();

@@ -7,9 +7,11 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 
 struct EditingState;
 struct OpenedPhoto;
+struct Reshaping;
 struct SaveRequest;
 
 // The preview of the main window: on every redraw the retouched picture is
@@ -21,9 +23,11 @@ class View_Picture : public QWidget {
 public:
     explicit View_Picture(QWidget* parent = nullptr);
 
-    // What to show and what the mouse edits, owned by the application and
-    // read at every redraw.
-    void setSources(OpenedPhoto* photo, EditingState* state, SaveRequest* saveRequest);
+    // What to show and what the mouse edits, read at every redraw: the open
+    // photo (shared, never changed) and, owned by the application, what the
+    // user reshaped, the settings and the save request.
+    void setSources(std::shared_ptr<const OpenedPhoto> photo, Reshaping* reshaping, EditingState* state,
+                    SaveRequest* saveRequest);
 
     // Called after a cheek colour was picked from the photo, with its index
     // (1 left outer, 2 make-up, 3 right outer), and when the pointer should
@@ -63,9 +67,11 @@ private:
     bool dragCheeks(QPointF pixel);
     bool dragUnderEyePoints(QPointF pixel);
     void pickColour(QPointF percent);
+    bool hasPhoto() const;
     bool repositioning() const;
 
-    OpenedPhoto* photo_ = nullptr;
+    std::shared_ptr<const OpenedPhoto> photo_;
+    Reshaping* reshaping_ = nullptr;
     EditingState* state_ = nullptr;
     SaveRequest* saveRequest_ = nullptr;
     Compositor compositor_;

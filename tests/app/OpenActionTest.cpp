@@ -63,9 +63,9 @@ TEST_F(OpenActionTest, OpensThePortraitEndToEnd)
 
     ASSERT_TRUE(alerts.empty()) << alerts[0].informativeText.toStdString();
     EXPECT_TRUE(app->b_Image_Loaded_OK);
-    EXPECT_EQ(app->photo.img_Basic.size(), QSize(512, 512));
-    EXPECT_EQ(app->photo.facePointsRelativeToImageSize.size(), 68);
-    EXPECT_FALSE(app->photo.images.image_Face_Full_Picture.isNull());
+    EXPECT_EQ(app->photo->img_Basic.size(), QSize(512, 512));
+    EXPECT_EQ(app->photo->facePointsRelativeToImageSize.size(), 68);
+    EXPECT_FALSE(app->photo->images.image_Face_Full_Picture.isNull());
 
     app->window()->resize(1000, 700);
     const QImage shown = app->viewPreview()->grab().toImage();
@@ -80,7 +80,7 @@ TEST_F(OpenActionTest, RefusedPhotosLeaveTheOpenPhotoAndItsStateAsTheyWere)
     app->state.b_Color_Lips = true;
     app->state.f_Color_Lips_Transparency = 0.55f;
     const EditingState before = app->state;
-    const FaceLandmarks landmarks = app->photo.facePointsRelativeToImageSize;
+    const FaceLandmarks landmarks = app->photo->facePointsRelativeToImageSize;
     QImage wall(300, 200, QImage::Format_RGB32);
     wall.fill(Qt::gray);
     const QString corrupt = files.filePath("corrupt.png");
@@ -102,8 +102,8 @@ TEST_F(OpenActionTest, RefusedPhotosLeaveTheOpenPhotoAndItsStateAsTheyWere)
         EXPECT_EQ(alert.buttons, QStringList{"Close"});
     }
     EXPECT_TRUE(app->b_Image_Loaded_OK);
-    EXPECT_EQ(app->photo.path, portraitPath());
-    EXPECT_EQ(app->photo.facePointsRelativeToImageSize, landmarks);
+    EXPECT_EQ(app->photo->path, portraitPath());
+    EXPECT_EQ(app->photo->facePointsRelativeToImageSize, landmarks);
     EXPECT_TRUE(app->state == before) << "a refused photo switches nothing off";
 }
 
@@ -122,7 +122,7 @@ TEST_F(OpenActionTest, SecondGoodPhotoSwitchesEffectsOffAndKeepsTheSettings)
     open(writePicture("mirrored.png", mirrored));
 
     EXPECT_TRUE(alerts.empty());
-    EXPECT_TRUE(app->photo.path.endsWith("mirrored.png"));
+    EXPECT_TRUE(app->photo->path.endsWith("mirrored.png"));
     EXPECT_FALSE(app->state.b_Color_Eyes);
     EXPECT_FALSE(apply->isChecked());
     EXPECT_EQ(app->state.color_Color_Eyes, (RgbaColor{0.2f, 0.7f, 0.1f, 1}));
@@ -161,7 +161,7 @@ TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
     app->openGivenAtStart({"--some-option", portraitPath()});
     EXPECT_FALSE(app->b_Image_Loaded_OK) << "once the window is up, not before";
     ASSERT_TRUE(QTest::qWaitFor([&] { return app->b_Image_Loaded_OK; }, 5000));
-    EXPECT_EQ(app->photo.path, portraitPath());
+    EXPECT_EQ(app->photo->path, portraitPath());
 
     const QString twoFaces = twoFacesPath();
     QMimeData dropped;
@@ -174,5 +174,5 @@ TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
 
     ASSERT_EQ(alerts.size(), 1u);
     EXPECT_EQ(alerts[0].informativeText, "More than one face was found on the picture.") << "the same refusal";
-    EXPECT_EQ(app->photo.path, portraitPath()) << "and the photo open before stays";
+    EXPECT_EQ(app->photo->path, portraitPath()) << "and the photo open before stays";
 }

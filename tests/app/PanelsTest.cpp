@@ -51,11 +51,7 @@ struct PaintCounter : QObject {
 
 class PanelsTest : public StartedDelegateTest {
 protected:
-    void withPhoto()
-    {
-        app->photo = portrait();
-        app->b_Image_Loaded_OK = true;
-    }
+    void withPhoto() { app->acceptPhoto(portrait()); }
 
     template <typename Panel>
     Panel* panel(QPointer<QWidget>& field)
@@ -343,14 +339,15 @@ TEST_F(PanelsTest, UnderEyeResetMakesTheRingsTheEyeOutlinesAgain)
 {
     withPhoto();
     app->state.b_Eyes_Darken = true;
-    app->photo.regions.array_Eye_Darken_Left_Points[2] = QPointF(1, 1);
+    app->reshaping.array_Eye_Darken_Left_Points[2] = QPointF(1, 1);
     app->On_Eyes_Darken();
     panel<Window_Eyes_Darken>(app->window_Eyes_Darken)->ui().btnReset->click();
 
-    const FaceRegions& r = app->photo.regions;
-    EXPECT_EQ(r.array_Eye_Darken_Left_Points, r.array_Eye_Left_Points);
-    EXPECT_EQ(r.array_Eye_Darken_Right_Points, r.array_Eye_Right_Points);
-    const QPainterPath& path = r.path_Eye_Darken_Left;
+    const FaceRegions& r = app->photo->regions;
+    const Reshaping& rings = app->reshaping;
+    EXPECT_EQ(rings.array_Eye_Darken_Left_Points, r.array_Eye_Left_Points);
+    EXPECT_EQ(rings.array_Eye_Darken_Right_Points, r.array_Eye_Right_Points);
+    const QPainterPath& path = rings.path_Eye_Darken_Left;
     ASSERT_EQ(path.elementCount(), 7);
     EXPECT_EQ(QPointF(path.elementAt(6)), QPointF(path.elementAt(0))) << "closed back to its first point";
     EXPECT_EQ(QPointF(path.elementAt(0)), QPointF(r.array_Eye_Left_Points[0].x(), 512 - r.array_Eye_Left_Points[0].y()));

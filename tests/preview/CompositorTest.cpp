@@ -21,10 +21,16 @@ const OpenedPhoto& portrait()
     return opened.photo;
 }
 
-QImage composed(const EditingState& state, const OpenedPhoto& photo = portrait())
+const Reshaping& asOpened()
+{
+    static const Reshaping reshaping = Reshaping::of(portrait().regions);
+    return reshaping;
+}
+
+QImage composed(const EditingState& state, const OpenedPhoto& photo = portrait(), const Reshaping& reshaping = asOpened())
 {
     Compositor compositor;
-    return compositor.compose(photo, state);
+    return compositor.compose(photo, reshaping, state);
 }
 
 // The darkest pixel of `picture` inside `area` (by the sum of R, G and B).
@@ -169,7 +175,7 @@ TEST(Compositor, EachEffectChangesPixelsOnlyNearItsOwnRegion)
              return (boundsOf(p.regions.array_Eye_Lid_Left) | boundsOf(p.regions.array_Eye_Lid_Right)).toAlignedRect().adjusted(-8, -8, 8, 8);
          }},
         {"cheeks", [](EditingState& s) { s.b_Apply_Cheeks = true; },
-         [](const OpenedPhoto& p) { return inPicture(p.regions.rect_Cheek_Left_Area_To_Paint, 2) | inPicture(p.regions.rect_Cheek_Right_Area_To_Paint, 2); }},
+         [](const OpenedPhoto&) { return inPicture(asOpened().rect_Cheek_Left_Area_To_Paint, 2) | inPicture(asOpened().rect_Cheek_Right_Area_To_Paint, 2); }},
         {"wrinkles", [](EditingState& s) { s.b_Remove_Wrinkles = true; },
          [](const OpenedPhoto& p) { return inPicture(p.regions.rect_Face_Skin, 2); }},
         {"widen eyes", [](EditingState& s) { s.b_Widen_Eyes = true; s.u_Widen_Eyes_Level = 20; },
@@ -221,14 +227,14 @@ TEST(Compositor, EveryInputOfACachedStepChangedOnItsOwnGivesWhatAFreshCompositor
     all.b_Face_Skin_Smooth = all.b_Remove_Wrinkles = all.b_Apply_Cheeks = true;
     all.f_Color_Cheeks_Transparency = 0.1f; // the blush shows strongly
     Compositor kept;
-    const QImage before = kept.compose(portrait(), all).copy();
+    const QImage before = kept.compose(portrait(), asOpened(), all).copy();
     for (const auto& [name, change] : changes) {
         EditingState state = all;
         change(state);
-        const QImage after = kept.compose(portrait(), state).copy();
+        const QImage after = kept.compose(portrait(), asOpened(), state).copy();
         EXPECT_FALSE(changedArea(after, before).isEmpty()) << name << " shows";
         EXPECT_TRUE(changedArea(after, composed(state)).isEmpty()) << name;
-        kept.compose(portrait(), all); // back, so each change is on its own
+        kept.compose(portrait(), asOpened(), all); // back, so each change is on its own
     }
 }
 
@@ -344,10 +350,11 @@ TEST(Compositor, BlushCentreCountsItsYFromTheTopOfThePaintArea)
     OpenedPhoto photo = portrait();
     photo.img_Basic.fill(Qt::white); // the corners outside the blush disc show it
     // Image space (y up): both areas span picture rows 212 to 411.
-    photo.regions.rect_Cheek_Left_Area_To_Paint = QRectF(20, 100, 200, 200);
-    photo.regions.rect_Cheek_Right_Area_To_Paint = QRectF(300, 100, 150, 200);
+    Reshaping areas = asOpened();
+    areas.rect_Cheek_Left_Area_To_Paint = QRectF(20, 100, 200, 200);
+    areas.rect_Cheek_Right_Area_To_Paint = QRectF(300, 100, 150, 200);
     EditingState state = whiteToBlackBlush(); // centres at the defaults (20, 20) and (80, 20)
-    QImage picture = composed(state, photo);
+    QImage picture = composed(state, photo, areas);
     const QPoint left = darkestIn(picture, QRect(20, 212, 200, 200));
     const QPoint right = darkestIn(picture, QRect(300, 212, 150, 200));
     EXPECT_NEAR(left.x(), 20 + 0.2 * 200, 3);
@@ -356,7 +363,7 @@ TEST(Compositor, BlushCentreCountsItsYFromTheTopOfThePaintArea)
     EXPECT_NEAR(right.y(), 212 + 0.2 * 200, 3);
 
     state.pt_MakeUp_Center_Left = {30, 70}; // where a click at (30, 70) of a 100 × 100 circle puts it
-    picture = composed(state, photo);
+    picture = composed(state, photo, areas);
     const QPoint moved = darkestIn(picture, QRect(20, 212, 200, 200));
     EXPECT_NEAR(moved.x(), 20 + 0.3 * 200, 3);
     EXPECT_NEAR(moved.y(), 212 + 0.7 * 200, 3) << "a click low in the circle puts the blush low on the cheek";
@@ -364,12 +371,12 @@ TEST(Compositor, BlushCentreCountsItsYFromTheTopOfThePaintArea)
 
 TEST(Compositor, RightBlushIsLaidOverTheLeftHandlesWhereTheAreasOverlap)
 {
-    OpenedPhoto photo = portrait();
-    photo.regions.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 100, 100);
-    photo.regions.rect_Cheek_Right_Area_To_Paint = QRectF(50, 50, 100, 100); // holds the left-bottom corner
+    Reshaping areas = asOpened();
+    areas.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 100, 100);
+    areas.rect_Cheek_Right_Area_To_Paint = QRectF(50, 50, 100, 100); // holds the left-bottom corner
     EditingState state;
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    const QImage picture = composed(state, photo);
+    const QImage picture = composed(state, portrait(), areas);
     const QColor leftBottomHandle = picture.pixelColor(100, 512 - 100);
     const QColor rightTopHandle = picture.pixelColor(150, 512 - 150);
     EXPECT_EQ(rightTopHandle, QColor(Qt::green)) << "the right side's own handles are on top";
@@ -382,8 +389,8 @@ TEST(Compositor, CheekHandlesAreDrawnIntoThePictureWhileRepositioning)
     EditingState state;
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
     Compositor compositor;
-    const QImage picture = compositor.compose(portrait(), state);
-    const QRectF area = portrait().regions.rect_Cheek_Left_Area_To_Paint;
+    const QImage picture = compositor.compose(portrait(), asOpened(), state);
+    const QRectF area = asOpened().rect_Cheek_Left_Area_To_Paint;
     const QPointF leftBottom = flipped(area, 512).bottomLeft();
     EXPECT_EQ(picture.pixelColor(leftBottom.toPoint()), QColor(Qt::green));
     EXPECT_NEAR(compositor.handles().pointPercenteLeft[0].x(), area.x() * 100 / 512, 1e-4);
@@ -399,12 +406,12 @@ TEST(Compositor, PictureThatCannotBeMadeIsAFailureAndTheNextOneIsWhole)
     impossible.f_Cheeks_Blur_Level_Left = 1e7f;
     Compositor compositor;
     QString failure;
-    EXPECT_EQ(compositor.tryCompose(portrait(), impossible, failure), nullptr);
+    EXPECT_EQ(compositor.tryCompose(portrait(), asOpened(), impossible, failure), nullptr);
     EXPECT_TRUE(failure.contains("memory")) << failure.toStdString();
 
     EditingState fine = impossible;
     fine.f_Cheeks_Blur_Level_Left = 4;
-    const QImage* picture = compositor.tryCompose(portrait(), fine, failure);
+    const QImage* picture = compositor.tryCompose(portrait(), asOpened(), fine, failure);
     ASSERT_NE(picture, nullptr);
     EXPECT_TRUE(changedArea(*picture, composed(fine)).isEmpty());
 }
@@ -412,13 +419,13 @@ TEST(Compositor, PictureThatCannotBeMadeIsAFailureAndTheNextOneIsWhole)
 TEST(SavedPicture, RedrawThatFailsShowsTheLastGoodPictureAndSavesNothing)
 {
     QTemporaryDir folder;
-    OpenedPhoto photo = portrait();
+    Reshaping reshaping = asOpened();
     EditingState state;
     state.b_Color_Lips = true;
     SaveRequest request;
     View_Picture view;
     view.resize(300, 200);
-    view.setSources(&photo, &state, &request);
+    view.setSources(std::make_shared<const OpenedPhoto>(portrait()), &reshaping, &state, &request);
     const QImage good = view.grab().toImage();
 
     state.b_Apply_Cheeks = true;
@@ -443,15 +450,15 @@ TEST(SavedPicture, RedrawWritesTheFullSizePictureOnlyWithAPhoto)
     QTemporaryDir folder;
     EditingState state;
     SaveRequest request{true, folder.path(), {}, {}};
-    OpenedPhoto none;
+    Reshaping reshaping;
     View_Picture view;
     view.resize(300, 200);
-    view.setSources(&none, &state, &request);
+    view.setSources(std::make_shared<const OpenedPhoto>(), &reshaping, &state, &request);
     view.grab();
     EXPECT_TRUE(QDir(folder.path()).isEmpty()) << "no photo, no file";
 
-    OpenedPhoto photo = portrait();
-    view.setSources(&photo, &state, &request);
+    reshaping = asOpened();
+    view.setSources(std::make_shared<const OpenedPhoto>(portrait()), &reshaping, &state, &request);
     view.grab();
     EXPECT_FALSE(request.b_Save_Picture);
     ASSERT_TRUE(request.s_Saved_Take_Picture.startsWith(folder.path()));

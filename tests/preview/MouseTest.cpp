@@ -1,4 +1,5 @@
 #include "OpenedPhoto.h"
+#include "Reshaping.h"
 #include "View_Picture.h"
 
 #include <QTest>
@@ -21,9 +22,9 @@ class MouseTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        photo = portrait();
+        reshaping = Reshaping::of(photo.regions);
         view.resize(512, 512);
-        view.setSources(&photo, &state, nullptr);
+        view.setSources(std::make_shared<const OpenedPhoto>(photo), &reshaping, &state, nullptr);
         view.onColourPicked = [this](int index) { picked.push_back(index); };
     }
 
@@ -60,7 +61,8 @@ protected:
         return counter.paints;
     }
 
-    OpenedPhoto photo;
+    const OpenedPhoto& photo = portrait();
+    Reshaping reshaping;
     EditingState state;
     View_Picture view;
     std::vector<int> picked;
@@ -72,7 +74,7 @@ TEST_F(MouseTest, NothingChangesWithBothModesOff)
 {
     state.b_Apply_Cheeks = state.b_Eyes_Darken = true;
     redraw();
-    const FaceRegions before = photo.regions;
+    const Reshaping before = reshaping;
     const QPoint corner = at(before.rect_Cheek_Left_Area_To_Paint.topLeft());
     const int paints = paintsDuring([&] {
         press(corner);
@@ -81,41 +83,41 @@ TEST_F(MouseTest, NothingChangesWithBothModesOff)
     });
     EXPECT_EQ(paints, 0) << "a drag with both modes off does not rebuild the picture";
     release(corner + QPoint(40, 40));
-    EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, before.rect_Cheek_Left_Area_To_Paint);
-    EXPECT_EQ(photo.regions.array_Eye_Darken_Left_Points, before.array_Eye_Darken_Left_Points);
+    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, before.rect_Cheek_Left_Area_To_Paint);
+    EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points, before.array_Eye_Darken_Left_Points);
     EXPECT_FALSE(view.b_Mouse_Down);
 }
 
 TEST_F(MouseTest, RightTopHandleFollowsTheRightBottomRule)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    photo.regions.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
-    photo.regions.rect_Cheek_Right_Area_To_Paint = QRectF(300, 300, 50, 50);
+    reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
+    reshaping.rect_Cheek_Right_Area_To_Paint = QRectF(300, 300, 50, 50);
     redraw();
 
     press(at({150.5, 150.5})); // the right-top corner's one-percent cell
     drag(at({150.5, 150.5}));
 
-    const QRectF area = photo.regions.rect_Cheek_Left_Area_To_Paint;
+    const QRectF area = reshaping.rect_Cheek_Left_Area_To_Paint;
     EXPECT_NEAR(area.x(), 100, 0.01);
     EXPECT_NEAR(area.y(), 150, 1.1);
     EXPECT_NEAR(area.width(), 50, 1.1);
     EXPECT_NEAR(area.height(), 0, 1.1) << "the bottom edge moves to the mouse";
-    EXPECT_EQ(photo.regions.rect_Cheek_Right_Area_To_Paint, QRectF(300, 300, 50, 50));
+    EXPECT_EQ(reshaping.rect_Cheek_Right_Area_To_Paint, QRectF(300, 300, 50, 50));
 }
 
 TEST_F(MouseTest, LeftTopHandleMovesTheTopEdgeWhileTheOriginStays)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    photo.regions.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
+    reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
     redraw();
 
     press(at({100, 150})); // the left-top corner
     drag(at({100, 150}));
-    EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50)) << "held still: unchanged";
+    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50)) << "held still: unchanged";
 
     drag(at({90, 170}));
-    EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 60, 70))
+    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 60, 70))
         << "the top follows the mouse; the width grows as for the left edge, the origin stays";
     release(at({90, 170}));
 }
@@ -123,12 +125,12 @@ TEST_F(MouseTest, LeftTopHandleMovesTheTopEdgeWhileTheOriginStays)
 TEST_F(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    photo.regions.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
+    reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
     redraw();
     press(at({100.5, 100.5}), Qt::RightButton); // on the left-bottom handle
     drag(at({60, 60}), Qt::RightButton);
     release(at({60, 60}), Qt::RightButton);
-    EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50));
+    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50));
 
     state.b_Cheeks_Picking_Color = true;
     state.i_Picking_Color_Index = 2;
@@ -145,34 +147,34 @@ TEST_F(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
 TEST_F(MouseTest, ClickOnePercentAwayMissesAndLeftBottomPastTheRightEdgeGoesNegative)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    photo.regions.rect_Cheek_Left_Area_To_Paint = QRectF(102.4, 102.4, 51.2, 51.2); // corners on cell edges
+    reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(102.4, 102.4, 51.2, 51.2); // corners on cell edges
     redraw();
 
     press(at({102.4 - 5.12, 102.4 + 1})); // one cell to the left of the left-bottom handle
     drag(at({300, 110}));
     release(at({300, 110}));
-    EXPECT_EQ(photo.regions.rect_Cheek_Left_Area_To_Paint, QRectF(102.4, 102.4, 51.2, 51.2));
+    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(102.4, 102.4, 51.2, 51.2));
 
     redraw();
     press(at({103, 103}));
     drag(at({200, 103}));
     release(at({200, 103}));
-    EXPECT_LT(photo.regions.rect_Cheek_Left_Area_To_Paint.width(), 0) << "stored as it is";
+    EXPECT_LT(reshaping.rect_Cheek_Left_Area_To_Paint.width(), 0) << "stored as it is";
 }
 
 TEST_F(MouseTest, UnderEyePointIsReplacedAtTheFlippedPosition)
 {
     state.b_Eyes_Darken = state.b_Activated_Darken_Eyes_Reposition = true;
     redraw();
-    const QPointF third = photo.regions.array_Eye_Darken_Left_Points[2]; // y from the top
+    const QPointF third = reshaping.array_Eye_Darken_Left_Points[2]; // y from the top
     press(QPoint(int(third.x()), int(third.y())));
     drag(QPoint(int(third.x()) + 10, int(third.y()) + 20));
     release(QPoint(int(third.x()) + 10, int(third.y()) + 20));
 
-    const QPointF moved = photo.regions.array_Eye_Darken_Left_Points[2];
+    const QPointF moved = reshaping.array_Eye_Darken_Left_Points[2];
     EXPECT_NEAR(moved.x(), third.x() + 10, 1.1);
     EXPECT_NEAR(moved.y(), third.y() + 20, 1.1) << "back in top-down pixels";
-    EXPECT_EQ(photo.regions.array_Eye_Darken_Left_Points[0], portrait().regions.array_Eye_Darken_Left_Points[0]);
+    EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points[0], portrait().regions.array_Eye_Darken_Left_Points[0]);
 }
 
 TEST_F(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColourOnly)

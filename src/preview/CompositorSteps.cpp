@@ -1,0 +1,422 @@
+#include "CompositorSteps.h"
+
+#include "FilterPrimitives.h"
+#include "ImageSpace.h"
+#include "Picture.h"
+#include "SinglePrecision.h"
+#include "TRCIHighPassSkinSmoothing.h"
+
+#include <QPainter>
+#include <QRadialGradient>
+
+#include <opencv2/core/utility.hpp>
+
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+// Per side, the control-point offsets of the under-eye curve's six segments
+// in percent of each segment's extent; the sides are deliberately not
+// mirror images.
+constexpr std::array<QPointF, 6> kUnderEyeLeft{{{-2, -20}, {0, -10}, {10, 10}, {10, 10}, {-10, 30}, {-10, 20}}};
+constexpr std::array<QPointF, 6> kUnderEyeRight{{{0, -10}, {-2, -10}, {10, 10}, {10, 20}, {-10, 30}, {10, 10}}};
+
+constexpr int kCheekLayerSize = 1024;
+
+QColor colourOf(const RgbaColor& c, float alpha)
+{
+    return QColor::fromRgbF(c.r, c.g, c.b, std::clamp(alpha, 0.0f, 1.0f));
+}
+
+// A painter on a picture that takes image-space shapes.
+struct ImagePainter : QPainter {
+    ImagePainter(QImage& picture, double imageHeight)
+        : QPainter(&picture)
+        , height(imageHeight)
+    {
+        setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    }
+
+    void drawInto(const QRectF& imageRect, const QImage& image)
+    {
+        if (!image.isNull() && imageRect.width() > 0 && imageRect.height() > 0)
+            drawImage(flipped(imageRect, height), image);
+    }
+
+    void fillImagePath(const QPainterPath& path, const QColor& colour) { fillPath(flipped(path, height), colour); }
+
+    double height;
+};
+
+// The smallest part of the photo holding `shape` (picture coordinates) and
+// everything a blur of `reach` pixels spreads it over.
+QRect areaAround(const QRectF& shape, int reach, const QImage& picture)
+{
+    return shape.toAlignedRect().adjusted(-reach, -reach, reach, reach).intersected(picture.rect());
+}
+
+// Draws shapes into a transparent layer, blurs it and lays it over the
+// picture. The layer covers only the part of the photo the blurred shapes
+// reach: everywhere else a full-size layer would be transparent.
+template <typename PaintFn>
+void blurredLayerOver(QImage& working, const QRectF& shapeBounds, float blur, double lineWidth, PaintFn&& paint)
+{
+    const int reach = int(std::ceil(3.0f * std::max(blur, 0.0f)) + std::ceil(lineWidth)) + 2;
+    const QRect area = areaAround(shapeBounds, reach, working);
+    if (area.isEmpty())
+        return;
+    QImage layer = makePicture(area.size());
+    {
+        QPainter painter(&layer);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(-area.topLeft());
+        paint(painter);
+    }
+    gaussianBlurCropped(layer, layer, blur);
+    QPainter(&working).drawImage(area.topLeft(), layer);
+}
+
+// --- Step 4: the photo over opaque black, and the smoothed face over all of it.
+
+QImage smoothedBase(const OpenedPhoto& photo, const EditingState& s)
+{
+    QImage base = copied(toPicture(photo.img_Basic));
+    if (!isOpaque(base)) {
+        base.fill(Qt::black);
+        drawOver(base, photo.img_Basic);
+    }
+    if (!s.b_Face_Skin_Smooth)
+        return base;
+    const QImage smoothed =
+        trc_Face_Smooth(photo.images.image_Face_Full_Picture, s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius);
+    if (smoothed.size() == base.size())
+        drawOver(base, smoothed);
+    return base;
+}
+
+void startFromPhoto(CompositorPass& pass)
+{
+    const EditingState& s = pass.state;
+    const bool smooth = s.b_Face_Skin_Smooth;
+    const SmoothedBaseKey key{pass.photo.img_Basic.cacheKey(), pass.photo.images.image_Face_Full_Picture.cacheKey(),
+                              smooth, smooth ? s.u_Face_Skin_Smooth_Level : 0, smooth ? s.u_Face_Skin_Smooth_Radius : 0};
+    const QImage& base = pass.memos.smoothedBase.get(key, [&] { return smoothedBase(pass.photo, s); });
+    ensurePicture(pass.working, base.size());
+    std::memcpy(pass.working.bits(), base.constBits(), size_t(base.sizeInBytes()));
+}
+
+// --- Steps 5 to 8: lips and eye colour.
+
+void paintLipsMask(CompositorPass& pass)
+{
+    ImagePainter(pass.working, pass.height())
+        .drawInto(pass.photo.regions.rect_Lips, pass.photo.images.image_Lips_Black_White);
+}
+
+void paintEyeColour(CompositorPass& pass)
+{
+    const FaceRegions& r = pass.photo.regions;
+    const RegionImages& i = pass.photo.images;
+    ImagePainter p(pass.working, pass.height());
+    p.drawInto(r.rect_Eye_Left, i.image_Eye_Left_Black_White);
+    p.drawInto(r.rect_Eye_Right, i.image_Eye_Right_Black_White);
+    const QColor colour = colourOf(pass.state.color_Color_Eyes, pass.state.f_Color_Eyes_Transparency);
+    p.fillImagePath(r.path_Inside_Eye_Left, colour);
+    p.fillImagePath(r.path_Inside_Eye_Right, colour);
+}
+
+void paintLipsColour(CompositorPass& pass)
+{
+    ImagePainter(pass.working, pass.height())
+        .fillImagePath(pass.photo.regions.path_Lips,
+                       colourOf(pass.state.color_Color_Lips, pass.state.f_Color_Lips_Transparency));
+}
+
+// --- Step 9: the under-eye rings, stroked and blurred.
+
+void darkenEyes(CompositorPass& pass)
+{
+    const EditingState& s = pass.state;
+    const double height = pass.height();
+    const QPainterPath left = flipped(underEyeCurve(pass.reshaping.array_Eye_Darken_Left_Points, height, true), height);
+    const QPainterPath right =
+        flipped(underEyeCurve(pass.reshaping.array_Eye_Darken_Right_Points, height, false), height);
+    const QColor ink = QColor::fromRgbF(0, 0, 0, std::clamp(1.0f - s.f_Darken_Eyes_Transparency, 0.0f, 1.0f));
+    blurredLayerOver(pass.working, left.boundingRect() | right.boundingRect(), s.f_Darken_Eyes_Blur_Level,
+                     s.f_Darken_Eyes_Line_Width, [&](QPainter& layer) {
+                         layer.setPen(QPen(ink, s.f_Darken_Eyes_Line_Width));
+                         layer.drawPath(left);
+                         layer.drawPath(right);
+                     });
+}
+
+// --- Step 10: the untouched mouth interior, whitened when asked.
+
+void restoreMouthInterior(CompositorPass& pass)
+{
+    const FaceRegions& r = pass.photo.regions;
+    if (r.rect_Inside_Mouth.height() <= 0)
+        return;
+    const QImage& cut = pass.photo.images.image_Inside_Mouth_Cut;
+    ImagePainter(pass.working, pass.height()).drawInto(r.rect_Inside_Mouth, pass.state.b_Whiten_Teeth ? Whiten_Teeth(cut) : cut);
+}
+
+// --- Step 11: where the marked grey eye is bright (the white of the eye,
+// reflections) the colour fill gives way to the eye's own colour again.
+
+QImage eyeWithBrightPartsRestored(const QImage& working, const QImage& greyEye, const QImage& colouredEye,
+                                  const QRectF& rect, double height)
+{
+    if (greyEye.isNull())
+        return {};
+    QImage area = makePicture(greyEye.size());
+    QPainter(&area).drawImage(QRectF(QPointF(0, 0), QSizeF(area.size())), working, flipped(rect, height));
+    return imageReplaceGreenWithOriginal(imageReplaceWhiteWithTransparent(greyEye), area, colouredEye);
+}
+
+void finishEyeColour(CompositorPass& pass)
+{
+    const double height = pass.height();
+    const FaceRegions& r = pass.photo.regions;
+    const RegionImages& i = pass.photo.images;
+    const QImage left = eyeWithBrightPartsRestored(pass.working, i.image_Eye_Left_Black_White,
+                                                   i.image_Eye_Left_Colored, r.rect_Eye_Left, height);
+    const QImage right = eyeWithBrightPartsRestored(pass.working, i.image_Eye_Right_Black_White,
+                                                    i.image_Eye_Right_Colored, r.rect_Eye_Right, height);
+    ImagePainter p(pass.working, height);
+    p.drawInto(r.rect_Eye_Left, left);
+    p.drawInto(r.rect_Eye_Right, right);
+}
+
+// --- Step 12: the face skin blurred; the whole spread trimmed equally on
+// both sides is the blur cropped to the cut.
+
+void removeWrinkles(CompositorPass& pass)
+{
+    const QImage& cut = pass.photo.images.image_Face_Skin_Cut;
+    const std::uint64_t level = pass.state.u_Remove_Wrinkles_Level;
+    const QImage& skin = pass.memos.wrinkleFreeSkin.get({cut.cacheKey(), level}, [&] {
+        QImage blurred;
+        gaussianBlurCropped(cut, blurred, float(level));
+        return blurred;
+    });
+    ImagePainter(pass.working, pass.height()).drawInto(pass.photo.regions.rect_Face_Skin, skin);
+}
+
+// --- Step 13: each eye stretched horizontally by the level in percent,
+// centred on its rectangle. The height comes from the unstretched width
+// through the aspect, so it stays the height up to rounding.
+
+QRectF widenedRect(const QRectF& r, std::uint64_t level)
+{
+    const double f = single(1.0 + double(level) / 100.0);
+    const double aspect = single(r.width() / r.height());
+    const double width = r.width() * f, height = r.width() / aspect;
+    return {r.x() - (width - r.width()) * 0.5, r.y() - (height - r.height()) * 0.5, width, height};
+}
+
+void widenEyes(CompositorPass& pass)
+{
+    const double height = pass.height();
+    const QRectF left = pass.photo.regions.rect_Full_Eye_Left, right = pass.photo.regions.rect_Full_Eye_Right;
+    const QImage leftEye = cutOut(pass.working, left, height), rightEye = cutOut(pass.working, right, height);
+    ImagePainter p(pass.working, height);
+    p.drawInto(widenedRect(left, pass.state.u_Widen_Eyes_Level), leftEye);
+    p.drawInto(widenedRect(right, pass.state.u_Widen_Eyes_Level), rightEye);
+}
+
+// --- Step 14: the lids filled and blurred.
+
+void paintEyeShadow(CompositorPass& pass)
+{
+    const EditingState& s = pass.state;
+    const QPainterPath left = flipped(pass.photo.regions.path_Eye_Lid_Left, pass.height());
+    const QPainterPath right = flipped(pass.photo.regions.path_Eye_Lid_Right, pass.height());
+    const QColor colour = colourOf(s.color_Eyeshadow, s.f_Color_Eyeshadow_Transparency);
+    blurredLayerOver(pass.working, left.boundingRect() | right.boundingRect(), s.f_Eyeshadow_Blur_Level, 0,
+                     [&](QPainter& layer) {
+                         layer.fillPath(left, colour);
+                         layer.fillPath(right, colour);
+                     });
+}
+
+// --- Steps 15 and 16: blush and the handles the mouse aims at.
+
+QPointF percentOf(QPointF imagePoint, QSizeF imgSize)
+{
+    return singlePoint(imagePoint.x() * 100 / imgSize.width(), imagePoint.y() * 100 / imgSize.height());
+}
+
+// A handle: the small green square centred on an image-space point.
+QRectF handleSquare(QPointF centre, QSizeF imgSize)
+{
+    const double s = std::max(imgSize.width(), imgSize.height()) / 300;
+    return {centre.x() - s, centre.y() - s, 2 * s, 2 * s};
+}
+
+void fillHandle(ImagePainter& p, const QRectF& square)
+{
+    QPainterPath path;
+    path.addRect(square);
+    p.fillImagePath(path, Qt::green);
+}
+
+void paintCheekHandles(ImagePainter& p, const QRectF& area, QSizeF imgSize, std::array<QPointF, 4>& percent,
+                       std::array<QRectF, 4>& squares)
+{
+    QPainterPath outline;
+    outline.addRect(area);
+    p.setPen(QPen(Qt::blue, 1));
+    p.setBrush(Qt::NoBrush);
+    p.drawPath(flipped(outline, p.height));
+    const std::array<QPointF, 4> corners{area.topLeft(), area.topRight(), area.bottomLeft(), area.bottomRight()};
+    for (size_t i = 0; i < 4; ++i) { // image space: "top" is the lower y
+        percent[i] = percentOf(corners[i], imgSize);
+        squares[i] = handleSquare(corners[i], imgSize);
+        fillHandle(p, squares[i]);
+    }
+}
+
+// Two circles: the outer colour on the circle of radius 510 about the
+// layer's middle, the make-up colour on a circle of radius 5 at the make-up
+// centre. Nothing is painted beyond either circle.
+QImage cheekLayer(const CheekLayerKey& key)
+{
+    // The centre counts y from the top of the area; the gradient is laid out
+    // in the layer's y-up image space, the picture has y down. Settings files
+    // and the circle control give 0 to 100; anything else would only send
+    // the gradient's focus to infinity.
+    QImage layer = makePicture({kCheekLayerSize, kCheekLayerSize});
+    const QPointF middle(512, 512);
+    const QPointF inArea(std::clamp(key.centre.x(), 0.0, 100.0), std::clamp(key.centre.y(), 0.0, 100.0));
+    const QPointF makeUp = flipped(QPointF(inArea.x() * 1024 / 100, (100 - inArea.y()) * 1024 / 100), kCheekLayerSize);
+    {
+        QPainter p(&layer);
+        p.setRenderHint(QPainter::Antialiasing);
+        QRadialGradient gradient(middle, 510, makeUp, 5);
+        gradient.setColorAt(0, colourOf(key.inner, key.inner.a));
+        gradient.setColorAt(1, colourOf(key.outer, key.outer.a));
+        p.setPen(Qt::NoPen);
+        p.setBrush(gradient);
+        p.drawEllipse(middle, 510, 510);
+        p.setCompositionMode(QPainter::CompositionMode_Clear);
+        p.drawEllipse(makeUp, 5, 5);
+    }
+    return imageBlurCheek(layer, key.blur);
+}
+
+void paintCheeks(CompositorPass& pass)
+{
+    const EditingState& s = pass.state;
+    const CheekLayerKey leftKey{s.color_Color_Cheeks_1, s.color_Color_Cheeks_2, s.pt_MakeUp_Center_Left,
+                                s.f_Cheeks_Blur_Level_Left};
+    const CheekLayerKey rightKey{s.color_Color_Cheeks_1_Right, s.color_Color_Cheeks_2, s.pt_MakeUp_Center_Right,
+                                 s.f_Cheeks_Blur_Level_Right};
+    // The two layers are independent: each side is made on its own core.
+    const QImage* layers[2] = {};
+    cv::parallel_for_(cv::Range(0, 2), [&](const cv::Range& sides) {
+        for (int side = sides.start; side < sides.end; ++side) {
+            const CheekLayerKey& key = side == 0 ? leftKey : rightKey;
+            Memo<CheekLayerKey>& memo = side == 0 ? pass.memos.cheekLeft : pass.memos.cheekRight;
+            layers[side] = &memo.get(key, [&] { return cheekLayer(key); });
+        }
+    });
+    // Each side is finished, handles included, before the next is laid over
+    // it: where the areas overlap, the right blush covers the left handles.
+    ImagePainter p(pass.working, pass.height());
+    const double opacity = std::clamp(1.0 - double(s.f_Color_Cheeks_Transparency), 0.0, 1.0);
+    const auto finishSide = [&](const QImage& blush, const QRectF& area, std::array<QPointF, 4>& percent,
+                                std::array<QRectF, 4>& squares) {
+        p.setOpacity(opacity);
+        p.drawInto(area, blush);
+        p.setOpacity(1);
+        if (s.b_Activated_Cheeks_Reposition)
+            paintCheekHandles(p, area, pass.photo.imgSize, percent, squares);
+    };
+    Handles& h = pass.handles;
+    finishSide(*layers[0], pass.reshaping.rect_Cheek_Left_Area_To_Paint, h.pointPercenteLeft, h.rectPointLeft);
+    finishSide(*layers[1], pass.reshaping.rect_Cheek_Right_Area_To_Paint, h.pointPercenteRight, h.rectPointRight);
+}
+
+void paintUnderEyeHandlesOf(ImagePainter& p, const PointList& points, QSizeF imgSize, std::array<QPointF, 6>& percent,
+                            std::array<QRectF, 6>& squares)
+{
+    for (size_t i = 0; i < 6 && i < size_t(points.size()); ++i) {
+        const QPointF point = flipped(points[qsizetype(i)], imgSize.height());
+        percent[i] = percentOf(point, imgSize);
+        squares[i] = handleSquare(point, imgSize);
+        fillHandle(p, squares[i]);
+    }
+}
+
+void paintUnderEyeHandles(CompositorPass& pass)
+{
+    ImagePainter p(pass.working, pass.height());
+    Handles& h = pass.handles;
+    paintUnderEyeHandlesOf(p, pass.reshaping.array_Eye_Darken_Left_Points, pass.photo.imgSize, h.pointPercenteEyeLeft,
+                           h.rectPointEyeLeft);
+    paintUnderEyeHandlesOf(p, pass.reshaping.array_Eye_Darken_Right_Points, pass.photo.imgSize,
+                           h.pointPercenteEyeRight, h.rectPointEyeRight);
+}
+
+// --- When each step runs.
+
+bool always(const EditingState&) { return true; }
+bool lipsColoured(const EditingState& s) { return s.b_Color_Lips; }
+bool eyesColoured(const EditingState& s) { return s.b_Color_Eyes; }
+bool eyesDarkened(const EditingState& s) { return s.b_Eyes_Darken; }
+bool wrinklesRemoved(const EditingState& s) { return s.b_Remove_Wrinkles; }
+bool eyesWidened(const EditingState& s) { return s.b_Widen_Eyes; }
+bool eyesShadowed(const EditingState& s) { return s.b_Eye_Eyeshadow; }
+bool cheeksApplied(const EditingState& s) { return s.b_Apply_Cheeks; }
+bool underEyeBeingReshaped(const EditingState& s) { return s.b_Eyes_Darken && s.b_Activated_Darken_Eyes_Reposition; }
+
+const CompositorStep kSteps[] = {
+    {"photo and skin smoothing", always, startFromPhoto,
+     "every effect paints on the photo; the smoothed face covers the whole picture, so it is the base"},
+    {"lips mask", lipsColoured, paintLipsMask,
+     "a grey, brighter copy of the lips under their colour keeps their light and shade"},
+    {"eye colour", eyesColoured, paintEyeColour,
+     "the grey iris and the colour over it; the eye colour finishing gives the bright parts back"},
+    {"lips colour", lipsColoured, paintLipsColour, "over the lips mask"},
+    {"under-eye darkening", eyesDarkened, darkenEyes, "on the face as it is before the eyes are finished"},
+    {"mouth interior", always, restoreMouthInterior,
+     "the untouched or whitened teeth cover what the lips steps painted inside an open mouth"},
+    {"eye colour finishing", eyesColoured, finishEyeColour,
+     "needs the colour fill of its own earlier step; restores the whites and reflections"},
+    {"wrinkle removal", wrinklesRemoved, removeWrinkles, "lays the blurred skin over everything painted on the face"},
+    {"widen eyes", eyesWidened, widenEyes, "stretches the eyes as they now look, colour included"},
+    {"eye shadow", eyesShadowed, paintEyeShadow, "on the lids of the widened eyes"},
+    {"cheeks", cheeksApplied, paintCheeks,
+     "blush over the finished face, each side with its handles before the next"},
+    {"under-eye handles", underEyeBeingReshaped, paintUnderEyeHandles,
+     "last, so nothing covers the handles the mouse aims at"},
+};
+
+} // namespace
+
+std::span<const CompositorStep> compositorSteps()
+{
+    return kSteps;
+}
+
+QPainterPath underEyeCurve(const PointList& points, double imageHeight, bool leftSide)
+{
+    QPainterPath path;
+    if (points.size() < 6)
+        return path;
+    const std::array<QPointF, 6>& offsets = leftSide ? kUnderEyeLeft : kUnderEyeRight;
+    path.moveTo(flipped(points[0], imageHeight));
+    for (int k = 1; k <= 6; ++k) {
+        const QPointF from = points[k - 1], to = points[k % 6];
+        const float w = float(std::abs(to.x() - from.x())), h = float(std::abs(to.y() - from.y()));
+        const float minX = float(std::min(from.x(), to.x())), minY = float(std::min(from.y(), to.y()));
+        const QPointF offset = offsets[size_t(k - 1)];
+        const QPointF control(minX + 0.5f * w + float(offset.x()) * w / 100.0f,
+                              float(imageHeight) - (minY + 0.5f * h + float(offset.y()) * h / 100.0f));
+        path.cubicTo(control, control, flipped(to, imageHeight));
+    }
+    path.closeSubpath();
+    return path;
+}
