@@ -1,23 +1,15 @@
 #include "AppDelegate.h"
 
 #include "DataFolder.h"
+#include "EffectCatalogue.h"
+#include "EffectPanel.h"
 #include "MainWindow.h"
 #include "View_Picture.h"
 #include "WorkingFolder.h"
-#include "Window_Cheek.h"
-#include "Window_Eye_Shadow.h"
-#include "Window_Eyes_Color.h"
-#include "Window_Eyes_Darken.h"
-#include "Window_Face_Skin_Smooth.h"
-#include "Window_Lips_Color.h"
-#include "Window_Remove_Wrinkles.h"
 #include "Window_Share.h"
-#include "Window_Whiten_Teeth.h"
-#include "Window_Widen_Eyes.h"
 #include "ui_MainWindow.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
@@ -27,7 +19,6 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTableWidget>
-#include <QSignalBlocker>
 #include <QStandardPaths>
 
 AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
@@ -81,13 +72,17 @@ bool AppDelegate::applicationDidFinishLaunching()
     reshaping = {};
     viewPreview()->setSources(photo, &reshaping, &state, &saveRequest);
     viewPreview()->Change_Cursor_To_Regular = [this] { Change_Cursor_To_Regular(); };
-    viewPreview()->onColourPicked = [this](int index) { colourPicked(index); };
+    viewPreview()->onColourPicked = [this](int) { colourPicked(); };
     u_Table_Index = 0;
     b_Image_Loaded_OK = false;
     saveRequest.b_Save_Picture = false;
     Reset_Toobar_Arrays();
-    for (QPointer<QWidget>* panel : panelsInOrder())
-        *panel = nullptr;
+    for (const EffectEntry* effect : effectsInCloseOrder())
+        this->*effect->panel = nullptr;
+    panelContext_ = std::make_unique<PanelContext>(PanelContext{
+        state, labels, window_.get(), [this] { viewPreview()->update(); },
+        [this] { Change_Cursor_To_Color_Picker(); },
+        [this] { reshaping.resetUnderEyeRings(photo->regions, photo->imgSize.height()); }});
     state = EditingState{};
 
     if (!createWorkingFolder())
@@ -169,37 +164,26 @@ bool AppDelegate::createWorkingFolder()
     return false;
 }
 
-std::array<QPointer<QWidget>*, 9> AppDelegate::panelsInOrder()
-{
-    return {&window_Face_Skin_Smooth, &window_Eyes_Color, &window_Lips_Color,
-            &window_Whiten_Teeth,     &window_Widen_Eyes, &window_Remove_Wrinkles,
-            &window_Eye_Shadow,       &window_Cheek,      &window_Eyes_Darken};
-}
-
 void AppDelegate::Terminate_App()
 {
-    for (QPointer<QWidget>* panel : panelsInOrder()) {
-        if (*panel) {
-            (*panel)->close();
-            *panel = nullptr;
+    for (const EffectEntry* effect : effectsInCloseOrder()) {
+        QPointer<QWidget>& panel = this->*effect->panel;
+        if (panel) {
+            panel->close();
+            panel = nullptr;
         }
     }
     endProcess(0);
 }
 
+// Unticking the Apply boxes here is not a user action: the panels only show
+// the state, no panel's own handler runs.
 void AppDelegate::Reset_Variables()
 {
     state.Reset_Variables();
-    for (QPointer<QWidget>* panel : panelsInOrder()) {
-        if (!*panel)
-            continue;
-        // Every panel names its Apply box "checkApply". Unticking it here is
-        // not a user action, so the panel's own handler does not run.
-        if (auto* apply = (*panel)->findChild<QCheckBox*>("checkApply")) {
-            const QSignalBlocker quiet(apply);
-            apply->setChecked(false);
-        }
-    }
+    for (const EffectEntry* effect : effectsInCloseOrder())
+        if (auto* panel = qobject_cast<EffectPanel*>((this->*effect->panel).data()))
+            panel->showState();
 }
 
 QTableWidget* AppDelegate::tableActions() const
@@ -314,13 +298,13 @@ void AppDelegate::OnMenuHelpCompanyHomePage() { openUrl(helpPages.companyPage); 
 void AppDelegate::OnMenuHelpPrivacyPolicy() { openUrl(helpPages.privacyPolicy); }
 void AppDelegate::OnMenuHelpSubmitTicket() { openUrl(helpPages.submitTicket); }
 
-template <typename Panel>
-void AppDelegate::openPanel(QPointer<QWidget>& panel)
+void AppDelegate::openEffect(const EffectEntry& effect)
 {
     if (!b_Image_Loaded_OK)
         return;
+    QPointer<QWidget>& panel = this->*effect.panel;
     if (!panel) {
-        panel = new Panel(*this); // deletes itself when closed, which empties the reference
+        panel = effect.makePanel(*panelContext_); // deletes itself when closed, which empties the reference
         placeBesideWindow(panel);
     }
     panel->show();
@@ -347,10 +331,11 @@ void AppDelegate::placeBesideWindow(QWidget* panel)
     int open = 0;
     for (bool moved = true; moved;) {
         moved = false;
-        for (QPointer<QWidget>* other : panelsInOrder()) {
-            if (!*other || *other == panel || !(*other)->isVisible())
+        for (const EffectEntry* effect : effectsInCloseOrder()) {
+            const QWidget* other = this->*effect->panel;
+            if (!other || other == panel || !other->isVisible())
                 continue;
-            const QRect taken = (*other)->frameGeometry();
+            const QRect taken = other->frameGeometry();
             if (taken.intersects(place)) {
                 place.moveTop(taken.bottom() + kGap);
                 moved = true;
@@ -365,15 +350,15 @@ void AppDelegate::placeBesideWindow(QWidget* panel)
     panel->move(place.topLeft());
 }
 
-void AppDelegate::On_Face_Smooth_Skin() { openPanel<Window_Face_Skin_Smooth>(window_Face_Skin_Smooth); }
-void AppDelegate::On_Face_Wrinkle_Remover() { openPanel<Window_Remove_Wrinkles>(window_Remove_Wrinkles); }
-void AppDelegate::On_Face_Cheek() { openPanel<Window_Cheek>(window_Cheek); }
-void AppDelegate::On_Eye_Color() { openPanel<Window_Eyes_Color>(window_Eyes_Color); }
-void AppDelegate::On_Eye_Size() { openPanel<Window_Widen_Eyes>(window_Widen_Eyes); }
-void AppDelegate::On_Eye_Brush() { openPanel<Window_Eye_Shadow>(window_Eye_Shadow); }
-void AppDelegate::On_Eyes_Darken() { openPanel<Window_Eyes_Darken>(window_Eyes_Darken); }
-void AppDelegate::On_Mouth_Lips() { openPanel<Window_Lips_Color>(window_Lips_Color); }
-void AppDelegate::On_Mouth_Teeth() { openPanel<Window_Whiten_Teeth>(window_Whiten_Teeth); }
+void AppDelegate::On_Face_Smooth_Skin() { openEffect(effectWithPanel(&AppDelegate::window_Face_Skin_Smooth)); }
+void AppDelegate::On_Face_Wrinkle_Remover() { openEffect(effectWithPanel(&AppDelegate::window_Remove_Wrinkles)); }
+void AppDelegate::On_Face_Cheek() { openEffect(effectWithPanel(&AppDelegate::window_Cheek)); }
+void AppDelegate::On_Eye_Color() { openEffect(effectWithPanel(&AppDelegate::window_Eyes_Color)); }
+void AppDelegate::On_Eye_Size() { openEffect(effectWithPanel(&AppDelegate::window_Widen_Eyes)); }
+void AppDelegate::On_Eye_Brush() { openEffect(effectWithPanel(&AppDelegate::window_Eye_Shadow)); }
+void AppDelegate::On_Eyes_Darken() { openEffect(effectWithPanel(&AppDelegate::window_Eyes_Darken)); }
+void AppDelegate::On_Mouth_Lips() { openEffect(effectWithPanel(&AppDelegate::window_Lips_Color)); }
+void AppDelegate::On_Mouth_Teeth() { openEffect(effectWithPanel(&AppDelegate::window_Whiten_Teeth)); }
 void AppDelegate::On_Advanced_Effects() {}
 
 // A category change empties the table at once and fills it 0.2 s later; a
@@ -391,12 +376,19 @@ void AppDelegate::Reset_Toobar_Arrays()
     timer_Reload_Toolbar_Arrays.start();
 }
 
+// Fills the lists of all three categories, whatever the selected one, from
+// the effect catalogue.
 void AppDelegate::Timer_Reload_Toolbar_Arrays_Routine()
 {
-    const LocalisedLabels& l = labels;
-    array_Face = {l.s_IDD_SMOOTH_SKIN, l.s_IDD_WRINKLE_REMOVER, l.s_IDD_CHEEKS};
-    array_Eye = {l.s_IDD_COLOR_EYES, l.s_IDD_WIDEN_EYES, l.s_IDD_EYELID, l.s_IDD_DARKEN_EYES};
-    array_Mouth = {l.s_IDD_LIPS, l.s_IDD_WHITE_TEETH};
+    const auto labelsOf = [this](Category category) {
+        QStringList titles;
+        for (const EffectEntry* effect : effectsOf(category))
+            titles.append(labels.*effect->label);
+        return titles;
+    };
+    array_Face = labelsOf(Category::Face);
+    array_Eye = labelsOf(Category::Eye);
+    array_Mouth = labelsOf(Category::Mouth);
     reloadTable();
 }
 
@@ -420,19 +412,16 @@ void AppDelegate::reloadTable()
     }
 }
 
+// A row's button opens the effect of that row of the category; Advanced
+// lists no effects.
 QPushButton* AppDelegate::rowButton(std::uint64_t category, int row, const QString& title)
 {
-    using Opener = void (AppDelegate::*)();
-    static const std::array<std::vector<Opener>, 4> catalogue{{
-        {&AppDelegate::On_Face_Smooth_Skin, &AppDelegate::On_Face_Wrinkle_Remover, &AppDelegate::On_Face_Cheek},
-        {&AppDelegate::On_Eye_Color, &AppDelegate::On_Eye_Size, &AppDelegate::On_Eye_Brush, &AppDelegate::On_Eyes_Darken},
-        {&AppDelegate::On_Mouth_Lips, &AppDelegate::On_Mouth_Teeth},
-        {&AppDelegate::On_Advanced_Effects},
-    }};
     auto* button = new QPushButton(title);
-    const std::vector<Opener>& openers = catalogue.at(size_t(category));
-    if (size_t(row) < openers.size())
-        connect(button, &QPushButton::clicked, this, openers[size_t(row)]);
+    if (category > std::uint64_t(Category::Mouth))
+        return button;
+    const std::vector<const EffectEntry*> effects = effectsOf(Category(category));
+    if (size_t(row) < effects.size())
+        connect(button, &QPushButton::clicked, this, [this, effect = effects[size_t(row)]] { openEffect(*effect); });
     return button;
 }
 
@@ -445,17 +434,12 @@ void AppDelegate::Change_Cursor_To_Color_Picker()
 
 // The preview took a cheek colour from the photo: the panel shows it and
 // comes back to the front.
-void AppDelegate::colourPicked(int index)
+void AppDelegate::colourPicked()
 {
-    auto* cheek = qobject_cast<Window_Cheek*>(window_Cheek.data());
+    auto* cheek = qobject_cast<EffectPanel*>(window_Cheek.data());
     if (!cheek)
         return;
-    if (index == 1)
-        cheek->Update_Color_1_From_Pick_Color();
-    else if (index == 2)
-        cheek->Update_Color_2_From_Pick_Color();
-    else if (index == 3)
-        cheek->Update_Color_1_Right_From_Pick_Color();
+    cheek->showState();
     cheek->show();
     cheek->raise();
 }
@@ -551,7 +535,8 @@ void AppDelegate::Timer_Share_Picture_Routine()
     }
     if (reportedRenderFailure())
         return;
-    auto* sheet = new Window_Share(*this, window_.get());
+    auto* sheet = new Window_Share(
+        labels, [this] { return saveRequest.s_Saved_Take_Picture; }, [this] { Close_Share_Window(); }, window_.get());
     windowShare = sheet;
     sheet->show();
 }

@@ -20,6 +20,8 @@
 #include <memory>
 
 class MainWindow;
+struct EffectEntry;
+struct PanelContext;
 class QPushButton;
 class QTableWidget;
 class QWidget;
@@ -160,18 +162,15 @@ public slots:
     void Change_Cursor_To_Regular();
 
 private:
-    template <typename Panel>
-    void openPanel(QPointer<QWidget>& panel);
+    void openEffect(const EffectEntry& effect);
     void reloadTable();
     void placeBesideWindow(QWidget* panel);
     QString openDialogFolder() const;
-    void colourPicked(int index);
+    void colourPicked();
     QTimer* startPolling(int milliseconds, void (AppDelegate::*routine)());
     void requestRender();
     bool reportedRenderFailure();
     QPushButton* rowButton(std::uint64_t category, int row, const QString& title);
-    // The panels in the order they are closed and reset.
-    std::array<QPointer<QWidget>*, 9> panelsInOrder();
     void awakeFromNib();
     void setMenuAndToolbarTitles();
     bool createWorkingFolder();
@@ -182,4 +181,5 @@ private:
     QString documentsFolder_;
     QString lastOpenFolder_;
     std::unique_ptr<MainWindow> window_;
+    std::unique_ptr<PanelContext> panelContext_; // what the panels reach of the application
 };

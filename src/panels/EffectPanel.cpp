@@ -1,9 +1,6 @@
 #include "EffectPanel.h"
 
-#include "AppDelegate.h"
-#include "MainWindow.h"
 #include "ColourWell.h"
-#include "View_Picture.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -25,9 +22,10 @@ constexpr int kTitleBarDecorations = 110;
 
 // A tool window of the main window: it stays above it and is hidden and
 // shown with it.
-EffectPanel::EffectPanel(AppDelegate& app)
-    : QWidget(app.window(), Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint)
-    , app(app)
+EffectPanel::EffectPanel(PanelContext& context)
+    : QWidget(context.mainWindow,
+              Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint)
+    , context_(context)
 {
     setAttribute(Qt::WA_DeleteOnClose);
 }
@@ -47,30 +45,38 @@ void EffectPanel::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
 }
 
-EditingState& EffectPanel::state()
+void EffectPanel::showState()
 {
-    return app.state;
+    for (const auto& [control, show] : shows_) {
+        const QSignalBlocker quiet(control);
+        show();
+    }
 }
 
-void EffectPanel::redraw()
+void EffectPanel::addShow(QWidget* control, std::function<void()> show)
 {
-    if (QWidget* preview = app.viewPreview())
-        preview->update();
+    shows_.emplace_back(control, std::move(show));
+    const QSignalBlocker quiet(control);
+    shows_.back().second();
 }
 
 void EffectPanel::bindApply(QCheckBox* box, bool& effect, const QString& title)
 {
     box->setText(title);
-    box->setChecked(effect);
+    addShow(box, [box, &effect] { box->setChecked(effect); });
     connect(box, &QCheckBox::toggled, this, [this, &effect](bool on) {
         effect = on;
         redraw();
     });
 }
 
-void EffectPanel::bindSlider(QSlider* slider, QLabel* value, int shown, std::function<void(int)> write)
+void EffectPanel::bindSlider(QSlider* slider, QLabel* value, std::function<int()> shown, std::function<void(int)> write)
 {
-    slider->setValue(shown);
+    if (shown)
+        addShow(slider, [slider, value, shown = std::move(shown)] {
+            slider->setValue(shown());
+            value->setNum(slider->value());
+        });
     value->setNum(slider->value());
     connect(slider, &QSlider::valueChanged, this, [this, value, write = std::move(write)](int position) {
         write(position);
@@ -81,26 +87,30 @@ void EffectPanel::bindSlider(QSlider* slider, QLabel* value, int shown, std::fun
 
 void EffectPanel::bindHundredths(QSlider* slider, QLabel* value, float& field)
 {
-    bindSlider(slider, value, int(std::lround(field * 100)), [&field](int position) { field = float(position) / 100; });
+    bindSlider(slider, value, [&field] { return int(std::lround(field * 100)); },
+               [&field](int position) { field = float(position) / 100; });
 }
 
 void EffectPanel::bindColour(ColourWell* well, RgbaColor& field)
 {
-    well->setColour(field);
+    addShow(well, [well, &field] { well->setColour(field); });
     connect(well, &ColourWell::colourChosen, this, [this, &field](const RgbaColor& colour) {
         field = colour;
         redraw();
     });
 }
 
-void EffectPanel::showMode(const ModeControls& c)
+void EffectPanel::bindMode(const ModeControls& c)
 {
     if (!c.effect)
         c.mode = false;
-    c.apply->setChecked(c.effect);
-    c.modeBox->setChecked(c.mode);
-    c.modeBox->setEnabled(c.effect);
-    c.enableValues(c.effect && !c.mode);
+    addShow(c.modeBox, [c] {
+        const QSignalBlocker quietApply(c.apply);
+        c.apply->setChecked(c.effect);
+        c.modeBox->setChecked(c.mode);
+        c.modeBox->setEnabled(c.effect);
+        c.enableValues(c.effect && !c.mode);
+    });
 }
 
 void EffectPanel::applyWithMode(const ModeControls& c, bool on)

@@ -1,41 +1,53 @@
 #pragma once
 
-#include "EditingState.h"
+#include "PanelContext.h"
 
 #include <QWidget>
 
 #include <functional>
+#include <vector>
 
-class AppDelegate;
 class ColourWell;
 class QCheckBox;
 class QLabel;
 class QSlider;
 
-// The base of the nine effect panels: a small floating window that shows the
-// current settings of one effect when it opens and writes every change back
-// into the editing state, then redraws the preview. It holds no values of
-// its own and deletes itself when closed, which drops the application's
-// reference so the next opening shows the state afresh.
+// The base of the nine effect panels: a small tool window of the main window
+// that shows the current settings of one effect when it opens and writes
+// every change back into the editing state, then redraws the preview. It
+// holds no values of its own and deletes itself when closed, which drops
+// the application's reference so the next opening shows the state afresh.
 class EffectPanel : public QWidget {
     Q_OBJECT
 
 public:
-    explicit EffectPanel(AppDelegate& app);
+    explicit EffectPanel(PanelContext& context);
 
     // The width a window needs to show `title` whole in its title bar.
     static int widthForTitle(const QString& title);
 
+    // Every control shows the editing state as it is now (as when the panel
+    // opened), without running any control's action or changing the state.
+    virtual void showState();
+
 protected:
     void changeEvent(QEvent* event) override;
-    EditingState& state();
-    void redraw();
+    EditingState& state() { return context_.state; }
+    const LocalisedLabels& labels() const { return context_.labels; }
+    void redraw() { context_.redraw(); }
 
     // Apply box: shows `effect`, sets it, redraws.
     void bindApply(QCheckBox* box, bool& effect, const QString& title);
-    // Slider: starts at `shown`; every move writes through `write`, shows the
-    // value beside the slider and redraws.
-    void bindSlider(QSlider* slider, QLabel* value, int shown, std::function<void(int)> write);
+    // Slider: shows what `shown` gives; every move writes through `write`,
+    // shows the value beside the slider and redraws. Without `shown` the
+    // slider keeps the value of its interface file and only writes.
+    void bindSlider(QSlider* slider, QLabel* value, std::function<int()> shown, std::function<void(int)> write);
+    // A count shown and written as it is.
+    template <typename Count>
+    void bindCount(QSlider* slider, QLabel* value, Count& field)
+    {
+        bindSlider(slider, value, [&field] { return int(field); }, [&field](int position) { field = Count(position); });
+    }
     // Slider writing value / 100 into a float shown as field × 100.
     void bindHundredths(QSlider* slider, QLabel* value, float& field);
     void bindColour(ColourWell* well, RgbaColor& field);
@@ -52,9 +64,16 @@ protected:
         const bool& otherMode;
         std::function<void(bool)> enableValues;
     };
-    void showMode(const ModeControls& controls);
+    // Opening: a mode whose effect is off ends; then the controls show it.
+    void bindMode(const ModeControls& controls);
     void applyWithMode(const ModeControls& controls, bool on);
     void switchMode(const ModeControls& controls, bool on);
 
-    AppDelegate& app;
+    PanelContext& context_;
+
+private:
+    // How each bound control shows the state; run with the control's
+    // signals blocked.
+    std::vector<std::pair<QWidget*, std::function<void()>>> shows_;
+    void addShow(QWidget* control, std::function<void()> show);
 };

@@ -1,15 +1,8 @@
 #include "Window_Cheek.h"
 
-#include "AppDelegate.h"
-#include "View_Picture.h"
-#include "ui_Window_Cheek.h"
-
-
-Window_Cheek::Window_Cheek(AppDelegate& app)
-    : EffectPanel(app)
-    , ui_(std::make_unique<Ui::Window_Cheek>())
+Window_Cheek::Window_Cheek(PanelContext& context)
+    : DesignedPanel(context)
 {
-    ui_->setupUi(this);
     EditingState& s = state();
     ui_->viewCircleCenterLeft->b_Left = true;
     ui_->viewCircleCenterRight->b_Left = false;
@@ -18,7 +11,7 @@ Window_Cheek::Window_Cheek(AppDelegate& app)
     modes_ = std::make_unique<ModeControls>(ModeControls{
         ui_->checkApply, ui_->checkActivateCheekReposition, s.b_Apply_Cheeks, s.b_Activated_Cheeks_Reposition,
         s.b_Activated_Darken_Eyes_Reposition, [this](bool enabled) { Enable_Color_Controls(enabled); }});
-    showMode(*modes_);
+    bindMode(*modes_);
 
     bindColour(ui_->color_1, s.color_Color_Cheeks_1);
     bindColour(ui_->color_1_Right, s.color_Color_Cheeks_1_Right);
@@ -26,12 +19,12 @@ Window_Cheek::Window_Cheek(AppDelegate& app)
     bindHundredths(ui_->slider_Transparency, ui_->label_Transparency_Value, s.f_Color_Cheeks_Transparency);
     // The blur sliders start where the interface file puts them and only
     // write the state.
-    bindSlider(ui_->slider_Blur_Left, ui_->labelBlurLeftValue, ui_->slider_Blur_Left->value(),
+    bindSlider(ui_->slider_Blur_Left, ui_->labelBlurLeftValue, {},
                [this](int value) { state().f_Cheeks_Blur_Level_Left = float(value); });
-    bindSlider(ui_->slider_Blur_Right, ui_->labelBlurRightValue, ui_->slider_Blur_Right->value(),
+    bindSlider(ui_->slider_Blur_Right, ui_->labelBlurRightValue, {},
                [this](int value) { state().f_Cheeks_Blur_Level_Right = float(value); });
 
-    const LocalisedLabels& l = app.labels;
+    const LocalisedLabels& l = labels();
     setWindowTitle(l.s_IDD_CHEEKS);
     ui_->checkApply->setText(l.s_IDD_CHEEKS);
     ui_->checkActivateCheekReposition->setText(l.s_IDD_EDIT_SIZE_POSITION);
@@ -48,8 +41,6 @@ Window_Cheek::Window_Cheek(AppDelegate& app)
     connect(ui_->btn_Pick_Color_2, &QPushButton::clicked, this, &Window_Cheek::OnPickColor_2);
     connect(ui_->btn_Pick_Color_1_Right, &QPushButton::clicked, this, &Window_Cheek::OnPickColor_1_Right);
 }
-
-Window_Cheek::~Window_Cheek() = default;
 
 void Window_Cheek::Enable_Color_Controls(bool enabled)
 {
@@ -74,7 +65,7 @@ void Window_Cheek::startPicking(int index)
 {
     state().b_Cheeks_Picking_Color = true;
     state().i_Picking_Color_Index = index;
-    app.Change_Cursor_To_Color_Picker();
+    context_.showColourPicker();
     hide();
 }
 
@@ -82,20 +73,6 @@ void Window_Cheek::OnPickColor_1() { startPicking(1); }
 void Window_Cheek::OnPickColor_2() { startPicking(2); }
 void Window_Cheek::OnPickColor_1_Right() { startPicking(3); }
 
-void Window_Cheek::Update_Color_1_From_Pick_Color()
-{
-    ui_->color_1->setColour(state().color_Color_Cheeks_1);
-    redraw();
-}
-
-void Window_Cheek::Update_Color_2_From_Pick_Color()
-{
-    ui_->color_2->setColour(state().color_Color_Cheeks_2);
-    redraw();
-}
-
-void Window_Cheek::Update_Color_1_Right_From_Pick_Color()
-{
-    ui_->color_1_Right->setColour(state().color_Color_Cheeks_1_Right);
-    redraw();
-}
+void Window_Cheek::Update_Color_1_From_Pick_Color() { showState(); }
+void Window_Cheek::Update_Color_2_From_Pick_Color() { showState(); }
+void Window_Cheek::Update_Color_1_Right_From_Pick_Color() { showState(); }

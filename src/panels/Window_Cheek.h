@@ -1,25 +1,19 @@
 #pragma once
 
-#include "EffectPanel.h"
+#include "DesignedPanel.h"
+#include "ui_Window_Cheek.h"
 
 #include <memory>
-
-namespace Ui {
-class Window_Cheek;
-}
 
 // The panel of cheek blush: Apply, the mode in which the mouse moves and
 // resizes the blush areas, the outer colours of each side and the make-up
 // colour (chosen or picked from the photo), transparency, a blur per side
 // and the two circles that set where each blush is centred.
-class Window_Cheek : public EffectPanel {
+class Window_Cheek : public DesignedPanel<Ui::Window_Cheek> {
     Q_OBJECT
 
 public:
-    explicit Window_Cheek(AppDelegate& app);
-    ~Window_Cheek() override;
-
-    const Ui::Window_Cheek& ui() const { return *ui_; }
+    explicit Window_Cheek(PanelContext& context);
 
     void OnApplyCheek(bool on);
     void OnActivateCheekReposition(bool on);
@@ -27,7 +21,8 @@ public:
     void OnPickColor_1();
     void OnPickColor_2();
     void OnPickColor_1_Right();
-    // A colour was picked into the state: the wells show it.
+    // A colour was picked into the state: the wells show it (the preview
+    // redraws after a pick anyway).
     void Update_Color_1_From_Pick_Color();
     void Update_Color_2_From_Pick_Color();
     void Update_Color_1_Right_From_Pick_Color();
@@ -36,6 +31,5 @@ private:
     void Enable_Color_Controls(bool enabled);
     void startPicking(int index);
 
-    std::unique_ptr<Ui::Window_Cheek> ui_;
     std::unique_ptr<ModeControls> modes_;
 };

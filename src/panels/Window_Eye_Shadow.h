@@ -1,23 +1,12 @@
 #pragma once
 
-#include "EffectPanel.h"
-
-#include <memory>
-
-namespace Ui {
-class Window_Eye_Shadow;
-}
+#include "DesignedPanel.h"
+#include "ui_Window_Eye_Shadow.h"
 
 // The panel of eye shadow: Apply, colour, transparency and blur (slider in hundredths).
-class Window_Eye_Shadow : public EffectPanel {
+class Window_Eye_Shadow : public DesignedPanel<Ui::Window_Eye_Shadow> {
     Q_OBJECT
 
 public:
-    explicit Window_Eye_Shadow(AppDelegate& app);
-    ~Window_Eye_Shadow() override;
-
-    const Ui::Window_Eye_Shadow& ui() const { return *ui_; }
-
-private:
-    std::unique_ptr<Ui::Window_Eye_Shadow> ui_;
+    explicit Window_Eye_Shadow(PanelContext& context);
 };

@@ -1,23 +1,12 @@
 #pragma once
 
-#include "EffectPanel.h"
-
-#include <memory>
-
-namespace Ui {
-class Window_Eyes_Color;
-}
+#include "DesignedPanel.h"
+#include "ui_Window_Eyes_Color.h"
 
 // The panel of eye colour: Apply, colour and transparency.
-class Window_Eyes_Color : public EffectPanel {
+class Window_Eyes_Color : public DesignedPanel<Ui::Window_Eyes_Color> {
     Q_OBJECT
 
 public:
-    explicit Window_Eyes_Color(AppDelegate& app);
-    ~Window_Eyes_Color() override;
-
-    const Ui::Window_Eyes_Color& ui() const { return *ui_; }
-
-private:
-    std::unique_ptr<Ui::Window_Eyes_Color> ui_;
+    explicit Window_Eyes_Color(PanelContext& context);
 };

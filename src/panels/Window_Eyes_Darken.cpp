@@ -1,27 +1,20 @@
 #include "Window_Eyes_Darken.h"
 
-#include "AppDelegate.h"
-#include "ui_Window_Eyes_Darken.h"
-
-
-Window_Eyes_Darken::Window_Eyes_Darken(AppDelegate& app)
-    : EffectPanel(app)
-    , ui_(std::make_unique<Ui::Window_Eyes_Darken>())
+Window_Eyes_Darken::Window_Eyes_Darken(PanelContext& context)
+    : DesignedPanel(context)
 {
-    ui_->setupUi(this);
     EditingState& s = state();
     modes_ = std::make_unique<ModeControls>(ModeControls{
         ui_->checkApply, ui_->checkActivateEyesDarkenReposition, s.b_Eyes_Darken,
         s.b_Activated_Darken_Eyes_Reposition, s.b_Activated_Cheeks_Reposition,
         [this](bool enabled) { Enable_Color_Controls(enabled); }});
-    showMode(*modes_);
+    bindMode(*modes_);
 
     bindHundredths(ui_->slider_Transparency, ui_->label_Transparency_Value, s.f_Darken_Eyes_Transparency);
-    bindSlider(ui_->slider_Line_Width, ui_->label_Line_Width_Value, int(s.f_Darken_Eyes_Line_Width),
-               [this](int value) { state().f_Darken_Eyes_Line_Width = float(value); });
+    bindCount(ui_->slider_Line_Width, ui_->label_Line_Width_Value, s.f_Darken_Eyes_Line_Width);
     bindHundredths(ui_->slider_Blur, ui_->label_Blur_Value, s.f_Darken_Eyes_Blur_Level);
 
-    const LocalisedLabels& l = app.labels;
+    const LocalisedLabels& l = labels();
     ui_->checkApply->setText(l.s_IDD_DARKEN_EYES);
     ui_->checkActivateEyesDarkenReposition->setText(l.s_IDD_EDIT_SIZE_POSITION);
     ui_->label_Transparency->setText(l.s_IDD_TRANSPARENCY);
@@ -35,8 +28,6 @@ Window_Eyes_Darken::Window_Eyes_Darken(AppDelegate& app)
             &Window_Eyes_Darken::OnActivateDarkenEyesReposition);
     connect(ui_->btnReset, &QPushButton::clicked, this, &Window_Eyes_Darken::OnReset);
 }
-
-Window_Eyes_Darken::~Window_Eyes_Darken() = default;
 
 void Window_Eyes_Darken::Enable_Color_Controls(bool enabled)
 {
@@ -57,6 +48,6 @@ void Window_Eyes_Darken::OnActivateDarkenEyesReposition(bool on)
 
 void Window_Eyes_Darken::OnReset()
 {
-    app.reshaping.resetUnderEyeRings(app.photo->regions, app.photo->imgSize.height());
+    context_.resetUnderEyeRings();
     redraw();
 }

@@ -1,23 +1,17 @@
 #pragma once
 
-#include "EffectPanel.h"
+#include "DesignedPanel.h"
+#include "ui_Window_Eyes_Darken.h"
 
 #include <memory>
 
-namespace Ui {
-class Window_Eyes_Darken;
-}
-
 // The panel of under-eye darkening: Apply, the mode in which the mouse
 // reshapes the rings, transparency, line width, blur, and Reset.
-class Window_Eyes_Darken : public EffectPanel {
+class Window_Eyes_Darken : public DesignedPanel<Ui::Window_Eyes_Darken> {
     Q_OBJECT
 
 public:
-    explicit Window_Eyes_Darken(AppDelegate& app);
-    ~Window_Eyes_Darken() override;
-
-    const Ui::Window_Eyes_Darken& ui() const { return *ui_; }
+    explicit Window_Eyes_Darken(PanelContext& context);
 
     void OnApplyDarkenEyes(bool on);
     void OnActivateDarkenEyesReposition(bool on);
@@ -27,6 +21,5 @@ public:
 private:
     void Enable_Color_Controls(bool enabled);
 
-    std::unique_ptr<Ui::Window_Eyes_Darken> ui_;
     std::unique_ptr<ModeControls> modes_;
 };

@@ -1,23 +1,12 @@
 #pragma once
 
-#include "EffectPanel.h"
-
-#include <memory>
-
-namespace Ui {
-class Window_Face_Skin_Smooth;
-}
+#include "DesignedPanel.h"
+#include "ui_Window_Face_Skin_Smooth.h"
 
 // The panel of skin smoothing: Apply, level and radius.
-class Window_Face_Skin_Smooth : public EffectPanel {
+class Window_Face_Skin_Smooth : public DesignedPanel<Ui::Window_Face_Skin_Smooth> {
     Q_OBJECT
 
 public:
-    explicit Window_Face_Skin_Smooth(AppDelegate& app);
-    ~Window_Face_Skin_Smooth() override;
-
-    const Ui::Window_Face_Skin_Smooth& ui() const { return *ui_; }
-
-private:
-    std::unique_ptr<Ui::Window_Face_Skin_Smooth> ui_;
+    explicit Window_Face_Skin_Smooth(PanelContext& context);
 };

@@ -1,23 +1,12 @@
 #pragma once
 
-#include "EffectPanel.h"
-
-#include <memory>
-
-namespace Ui {
-class Window_Lips_Color;
-}
+#include "DesignedPanel.h"
+#include "ui_Window_Lips_Color.h"
 
 // The panel of lip colour: Apply, colour and transparency.
-class Window_Lips_Color : public EffectPanel {
+class Window_Lips_Color : public DesignedPanel<Ui::Window_Lips_Color> {
     Q_OBJECT
 
 public:
-    explicit Window_Lips_Color(AppDelegate& app);
-    ~Window_Lips_Color() override;
-
-    const Ui::Window_Lips_Color& ui() const { return *ui_; }
-
-private:
-    std::unique_ptr<Ui::Window_Lips_Color> ui_;
+    explicit Window_Lips_Color(PanelContext& context);
 };

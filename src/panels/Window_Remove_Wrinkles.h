@@ -1,23 +1,12 @@
 #pragma once
 
-#include "EffectPanel.h"
-
-#include <memory>
-
-namespace Ui {
-class Window_Remove_Wrinkles;
-}
+#include "DesignedPanel.h"
+#include "ui_Window_Remove_Wrinkles.h"
 
 // The panel of wrinkle removal: Apply and level (the blur radius).
-class Window_Remove_Wrinkles : public EffectPanel {
+class Window_Remove_Wrinkles : public DesignedPanel<Ui::Window_Remove_Wrinkles> {
     Q_OBJECT
 
 public:
-    explicit Window_Remove_Wrinkles(AppDelegate& app);
-    ~Window_Remove_Wrinkles() override;
-
-    const Ui::Window_Remove_Wrinkles& ui() const { return *ui_; }
-
-private:
-    std::unique_ptr<Ui::Window_Remove_Wrinkles> ui_;
+    explicit Window_Remove_Wrinkles(PanelContext& context);
 };

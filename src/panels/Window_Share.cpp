@@ -1,6 +1,6 @@
 #include "Window_Share.h"
 
-#include "AppDelegate.h"
+#include "LocalisedLabels.h"
 #include "ui_Window_Share.h"
 
 #include <QClipboard>
@@ -12,16 +12,18 @@
 #include <QStandardPaths>
 #include <QUrl>
 
-Window_Share::Window_Share(AppDelegate& app, QWidget* parent)
+Window_Share::Window_Share(const LocalisedLabels& labels, std::function<QString()> picture,
+                           std::function<void()> close, QWidget* parent)
     : QDialog(parent, Qt::Sheet)
-    , app_(app)
+    , picture_(std::move(picture))
+    , close_(std::move(close))
     , ui_(std::make_unique<Ui::Window_Share>())
 {
     ui_->setupUi(this);
     setWindowModality(Qt::WindowModal);
     setAttribute(Qt::WA_DeleteOnClose);
-    ui_->btnShare->setText(app.labels.s_IDD_SHARE);
-    ui_->btnClose->setText(app.labels.s_IDD_CLOSE);
+    ui_->btnShare->setText(labels.s_IDD_SHARE);
+    ui_->btnClose->setText(labels.s_IDD_CLOSE);
     connect(ui_->btnShare, &QPushButton::clicked, this, &Window_Share::OnShare);
     connect(ui_->btnClose, &QPushButton::clicked, this, &Window_Share::OnClose);
     connect(ui_->checkAddText, &QCheckBox::toggled, this, &Window_Share::OnChangeAddText);
@@ -49,7 +51,7 @@ QMenu* Window_Share::shareMenu(const QString& path)
 
 void Window_Share::OnShare()
 {
-    QMenu* menu = shareMenu(app_.saveRequest.s_Saved_Take_Picture);
+    QMenu* menu = shareMenu(picture_());
     menu->setAttribute(Qt::WA_DeleteOnClose);
     // Above the button.
     menu->popup(ui_->btnShare->mapToGlobal(QPoint(0, -menu->sizeHint().height())));
@@ -62,5 +64,5 @@ void Window_Share::OnChangeAddText(bool on)
 
 void Window_Share::OnClose()
 {
-    app_.Close_Share_Window();
+    close_();
 }

@@ -2,10 +2,11 @@
 
 #include <QDialog>
 
+#include <functional>
 #include <memory>
 
-class AppDelegate;
 class QMenu;
+struct LocalisedLabels;
 
 namespace Ui {
 class Window_Share;
@@ -18,7 +19,10 @@ class Window_Share : public QDialog {
     Q_OBJECT
 
 public:
-    explicit Window_Share(AppDelegate& app, QWidget* parent);
+    // `picture` gives the rendered picture's path when Share is pressed;
+    // `close` ends the sheet (the application drops it).
+    Window_Share(const LocalisedLabels& labels, std::function<QString()> picture, std::function<void()> close,
+                 QWidget* parent);
     ~Window_Share() override;
 
     const Ui::Window_Share& ui() const { return *ui_; }
@@ -31,6 +35,7 @@ public:
     void OnClose();
 
 private:
-    AppDelegate& app_;
+    std::function<QString()> picture_;
+    std::function<void()> close_;
     std::unique_ptr<Ui::Window_Share> ui_;
 };

@@ -1,23 +1,12 @@
 #pragma once
 
-#include "EffectPanel.h"
-
-#include <memory>
-
-namespace Ui {
-class Window_Whiten_Teeth;
-}
+#include "DesignedPanel.h"
+#include "ui_Window_Whiten_Teeth.h"
 
 // The panel of teeth whitening: Apply only.
-class Window_Whiten_Teeth : public EffectPanel {
+class Window_Whiten_Teeth : public DesignedPanel<Ui::Window_Whiten_Teeth> {
     Q_OBJECT
 
 public:
-    explicit Window_Whiten_Teeth(AppDelegate& app);
-    ~Window_Whiten_Teeth() override;
-
-    const Ui::Window_Whiten_Teeth& ui() const { return *ui_; }
-
-private:
-    std::unique_ptr<Ui::Window_Whiten_Teeth> ui_;
+    explicit Window_Whiten_Teeth(PanelContext& context);
 };

@@ -1,23 +1,12 @@
 #pragma once
 
-#include "EffectPanel.h"
-
-#include <memory>
-
-namespace Ui {
-class Window_Widen_Eyes;
-}
+#include "DesignedPanel.h"
+#include "ui_Window_Widen_Eyes.h"
 
 // The panel of eye widening: Apply and level in percent.
-class Window_Widen_Eyes : public EffectPanel {
+class Window_Widen_Eyes : public DesignedPanel<Ui::Window_Widen_Eyes> {
     Q_OBJECT
 
 public:
-    explicit Window_Widen_Eyes(AppDelegate& app);
-    ~Window_Widen_Eyes() override;
-
-    const Ui::Window_Widen_Eyes& ui() const { return *ui_; }
-
-private:
-    std::unique_ptr<Ui::Window_Widen_Eyes> ui_;
+    explicit Window_Widen_Eyes(PanelContext& context);
 };

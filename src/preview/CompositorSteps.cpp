@@ -360,37 +360,27 @@ void paintUnderEyeHandles(CompositorPass& pass)
                            h.pointPercenteEyeRight, h.rectPointEyeRight);
 }
 
-// --- When each step runs.
-
-bool always(const EditingState&) { return true; }
-bool lipsColoured(const EditingState& s) { return s.b_Color_Lips; }
-bool eyesColoured(const EditingState& s) { return s.b_Color_Eyes; }
-bool eyesDarkened(const EditingState& s) { return s.b_Eyes_Darken; }
-bool wrinklesRemoved(const EditingState& s) { return s.b_Remove_Wrinkles; }
-bool eyesWidened(const EditingState& s) { return s.b_Widen_Eyes; }
-bool eyesShadowed(const EditingState& s) { return s.b_Eye_Eyeshadow; }
-bool cheeksApplied(const EditingState& s) { return s.b_Apply_Cheeks; }
-bool underEyeBeingReshaped(const EditingState& s) { return s.b_Eyes_Darken && s.b_Activated_Darken_Eyes_Reposition; }
+using S = EditingState;
 
 const CompositorStep kSteps[] = {
-    {"photo and skin smoothing", always, startFromPhoto,
+    {"photo and skin smoothing", {}, startFromPhoto,
      "every effect paints on the photo; the smoothed face covers the whole picture, so it is the base"},
-    {"lips mask", lipsColoured, paintLipsMask,
+    {"lips mask", {&S::b_Color_Lips}, paintLipsMask,
      "a grey, brighter copy of the lips under their colour keeps their light and shade"},
-    {"eye colour", eyesColoured, paintEyeColour,
+    {"eye colour", {&S::b_Color_Eyes}, paintEyeColour,
      "the grey iris and the colour over it; the eye colour finishing gives the bright parts back"},
-    {"lips colour", lipsColoured, paintLipsColour, "over the lips mask"},
-    {"under-eye darkening", eyesDarkened, darkenEyes, "on the face as it is before the eyes are finished"},
-    {"mouth interior", always, restoreMouthInterior,
+    {"lips colour", {&S::b_Color_Lips}, paintLipsColour, "over the lips mask"},
+    {"under-eye darkening", {&S::b_Eyes_Darken}, darkenEyes, "on the face as it is before the eyes are finished"},
+    {"mouth interior", {}, restoreMouthInterior,
      "the untouched or whitened teeth cover what the lips steps painted inside an open mouth"},
-    {"eye colour finishing", eyesColoured, finishEyeColour,
+    {"eye colour finishing", {&S::b_Color_Eyes}, finishEyeColour,
      "needs the colour fill of its own earlier step; restores the whites and reflections"},
-    {"wrinkle removal", wrinklesRemoved, removeWrinkles, "lays the blurred skin over everything painted on the face"},
-    {"widen eyes", eyesWidened, widenEyes, "stretches the eyes as they now look, colour included"},
-    {"eye shadow", eyesShadowed, paintEyeShadow, "on the lids of the widened eyes"},
-    {"cheeks", cheeksApplied, paintCheeks,
+    {"wrinkle removal", {&S::b_Remove_Wrinkles}, removeWrinkles, "lays the blurred skin over everything painted on the face"},
+    {"widen eyes", {&S::b_Widen_Eyes}, widenEyes, "stretches the eyes as they now look, colour included"},
+    {"eye shadow", {&S::b_Eye_Eyeshadow}, paintEyeShadow, "on the lids of the widened eyes"},
+    {"cheeks", {&S::b_Apply_Cheeks}, paintCheeks,
      "blush over the finished face, each side with its handles before the next"},
-    {"under-eye handles", underEyeBeingReshaped, paintUnderEyeHandles,
+    {"under-eye handles", {&S::b_Eyes_Darken, &S::b_Activated_Darken_Eyes_Reposition}, paintUnderEyeHandles,
      "last, so nothing covers the handles the mouse aims at"},
 };
 

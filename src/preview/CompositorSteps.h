@@ -2,6 +2,7 @@
 
 #include "Compositor.h"
 
+#include <array>
 #include <span>
 
 // What one pass of the compositor works on: the working picture (the photo's
@@ -17,13 +18,22 @@ struct CompositorPass {
     double height() const { return photo.imgSize.height(); }
 };
 
-// One step of the compositor: when it runs, what it paints, and why it sits
-// where it does in the order.
+// One step of the compositor: the switches that must all be on for it to
+// run (none: it always runs), what it paints, and why it sits where it does
+// in the order.
 struct CompositorStep {
     const char* name;
-    bool (*runs)(const EditingState& state);
+    std::array<bool EditingState::*, 2> switches;
     void (*paint)(CompositorPass& pass);
     const char* why;
+
+    bool runs(const EditingState& state) const
+    {
+        for (bool EditingState::*on : switches)
+            if (on && !(state.*on))
+                return false;
+        return true;
+    }
 };
 
 // The steps in their fixed order; compose() runs them one after the other.

@@ -1,6 +1,8 @@
 #include "AppDelegate.h"
 #include "EnglishLabels.h"
 #include "MainWindow.h"
+#include "Window_Lips_Color.h"
+#include "ui_Window_Lips_Color.h"
 #include "ui_MainWindow.h"
 
 #include <QAbstractButton>
@@ -200,14 +202,13 @@ TEST_F(AppDelegateTest, TerminateClosesOpenPanelsInTheirFixedOrder)
 TEST_F(AppDelegateTest, NewPhotoResetUnticksOpenPanelsWithoutRunningTheirActions)
 {
     const auto delegate = startedDelegate();
-    QWidget panel;
-    auto* apply = new QCheckBox(&panel);
-    apply->setObjectName("checkApply");
-    apply->setChecked(true);
+    delegate->acceptPhoto(openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png").photo);
+    delegate->On_Mouth_Lips();
+    QCheckBox* apply = qobject_cast<Window_Lips_Color*>(delegate->window_Lips_Color.data())->ui().checkApply;
+    apply->click();
+    ASSERT_TRUE(delegate->state.b_Color_Lips);
     int actionsRun = 0;
     QObject::connect(apply, &QCheckBox::toggled, [&] { ++actionsRun; });
-    delegate->window_Lips_Color = &panel;
-    delegate->state.b_Color_Lips = true;
     delegate->state.f_Color_Lips_Transparency = 0.55f;
 
     delegate->Reset_Variables();

@@ -1,6 +1,8 @@
 #include "StartedDelegate.h"
 #include "MainWindow.h"
 #include "View_Picture.h"
+#include "Window_Eyes_Color.h"
+#include "ui_Window_Eyes_Color.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -110,13 +112,11 @@ TEST_F(OpenActionTest, RefusedPhotosLeaveTheOpenPhotoAndItsStateAsTheyWere)
 TEST_F(OpenActionTest, SecondGoodPhotoSwitchesEffectsOffAndKeepsTheSettings)
 {
     open(portraitPath());
-    app->state.b_Color_Eyes = true;
     app->state.color_Color_Eyes = {0.2f, 0.7f, 0.1f, 1};
-    QWidget panel;
-    auto* apply = new QCheckBox(&panel);
-    apply->setObjectName("checkApply");
-    apply->setChecked(true);
-    app->window_Eyes_Color = &panel;
+    app->On_Eye_Color();
+    QCheckBox* apply = qobject_cast<Window_Eyes_Color*>(app->window_Eyes_Color.data())->ui().checkApply;
+    apply->click();
+    ASSERT_TRUE(app->state.b_Color_Eyes);
 
     const QImage mirrored = QImage(portraitPath()).mirrored(true, false);
     open(writePicture("mirrored.png", mirrored));

@@ -1,0 +1,73 @@
+#include "EffectCatalogue.h"
+
+#include "AppDelegate.h"
+#include "Window_Cheek.h"
+#include "Window_Eye_Shadow.h"
+#include "Window_Eyes_Color.h"
+#include "Window_Eyes_Darken.h"
+#include "Window_Face_Skin_Smooth.h"
+#include "Window_Lips_Color.h"
+#include "Window_Remove_Wrinkles.h"
+#include "Window_Whiten_Teeth.h"
+#include "Window_Widen_Eyes.h"
+
+#include <algorithm>
+
+namespace {
+
+template <typename Panel>
+EffectPanel* make(PanelContext& context)
+{
+    return new Panel(context);
+}
+
+using L = LocalisedLabels;
+using S = EditingState;
+using A = AppDelegate;
+
+const EffectEntry kCatalogue[] = {
+    {Category::Face, &L::s_IDD_SMOOTH_SKIN, &S::b_Face_Skin_Smooth, &A::window_Face_Skin_Smooth,
+     make<Window_Face_Skin_Smooth>, 0},
+    {Category::Face, &L::s_IDD_WRINKLE_REMOVER, &S::b_Remove_Wrinkles, &A::window_Remove_Wrinkles,
+     make<Window_Remove_Wrinkles>, 5},
+    {Category::Face, &L::s_IDD_CHEEKS, &S::b_Apply_Cheeks, &A::window_Cheek, make<Window_Cheek>, 7},
+    {Category::Eye, &L::s_IDD_COLOR_EYES, &S::b_Color_Eyes, &A::window_Eyes_Color, make<Window_Eyes_Color>, 1},
+    {Category::Eye, &L::s_IDD_WIDEN_EYES, &S::b_Widen_Eyes, &A::window_Widen_Eyes, make<Window_Widen_Eyes>, 4},
+    {Category::Eye, &L::s_IDD_EYELID, &S::b_Eye_Eyeshadow, &A::window_Eye_Shadow, make<Window_Eye_Shadow>, 6},
+    {Category::Eye, &L::s_IDD_DARKEN_EYES, &S::b_Eyes_Darken, &A::window_Eyes_Darken, make<Window_Eyes_Darken>, 8},
+    {Category::Mouth, &L::s_IDD_LIPS, &S::b_Color_Lips, &A::window_Lips_Color, make<Window_Lips_Color>, 2},
+    {Category::Mouth, &L::s_IDD_WHITE_TEETH, &S::b_Whiten_Teeth, &A::window_Whiten_Teeth, make<Window_Whiten_Teeth>,
+     3},
+};
+
+} // namespace
+
+std::span<const EffectEntry> effectCatalogue()
+{
+    return kCatalogue;
+}
+
+std::vector<const EffectEntry*> effectsInCloseOrder()
+{
+    std::vector<const EffectEntry*> effects;
+    for (const EffectEntry& effect : kCatalogue)
+        effects.push_back(&effect);
+    std::sort(effects.begin(), effects.end(),
+              [](const EffectEntry* a, const EffectEntry* b) { return a->closeOrder < b->closeOrder; });
+    return effects;
+}
+
+std::vector<const EffectEntry*> effectsOf(Category category)
+{
+    std::vector<const EffectEntry*> effects;
+    for (const EffectEntry& effect : kCatalogue)
+        if (effect.category == category)
+            effects.push_back(&effect);
+    return effects;
+}
+
+const EffectEntry& effectWithPanel(QPointer<QWidget> AppDelegate::*panel)
+{
+    return *std::find_if(std::begin(kCatalogue), std::end(kCatalogue),
+                         [panel](const EffectEntry& effect) { return effect.panel == panel; });
+}
