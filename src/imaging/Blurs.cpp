@@ -1,4 +1,6 @@
 #include "FilterPrimitives.h"
+
+#include "Contract.h"
 #include "GaussianBlur.h"
 #include "PixelKernels.h"
 
@@ -46,6 +48,7 @@ FilterImage grown(const FilterImage& image, int reach)
 
 FilterImage gaussianBlur(const FilterImage& image, float radius)
 {
+    BELLAVENOR_CHECK(std::isfinite(radius), "radius " << radius);
     if (radius <= 0 || image.extent.isEmpty())
         return image;
     FilterImage spread = grown(image, gaussianReach(radius));
@@ -63,6 +66,7 @@ void gaussianBlurCropped(const QImage& src, QImage& dst, float radius)
 {
     // Blurring at the input's own size with transparent borders gives exactly
     // the crop of the whole spread, without computing the margins.
+    BELLAVENOR_CHECK(std::isfinite(radius), "radius " << radius);
     if (radius <= 0 || src.isNull()) {
         dst = toPicture(src);
         return;
@@ -88,6 +92,7 @@ QImage imageBlurEyeshadow(const QImage& image, float radius)
 
 QImage imageBlurCheek(const QImage& image, float radius)
 {
+    BELLAVENOR_CHECK(std::isfinite(radius), "radius " << radius);
     if (radius <= 0 || image.isNull())
         return toPicture(image);
     FilterImage spread = grown(FilterImage::fromPicture(image), int(std::ceil(radius)));

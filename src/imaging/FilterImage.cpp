@@ -1,5 +1,6 @@
 #include "FilterImage.h"
 
+#include "Contract.h"
 #include "Picture.h"
 
 FilterImage FilterImage::fromPicture(const QImage& picture)
@@ -20,6 +21,7 @@ QImage imageFromCIImage(const FilterImage& filterImage)
 {
     if (filterImage.extent.isEmpty())
         return {};
-    Q_ASSERT(filterImage.image.size() == filterImage.extent.size());
+    BELLAVENOR_CHECK(filterImage.image.size() == filterImage.extent.size(),
+                     "picture " << filterImage.image.size() << ", extent " << filterImage.extent);
     return toPicture(filterImage.image);
 }

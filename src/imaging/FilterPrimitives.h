@@ -18,25 +18,30 @@
 // Gaussian blur with standard deviation `radius`, over the grown extent: the
 // extent grows by ceil(3 × radius) on every side (its origin goes negative).
 // Radius 0 or less returns the input unchanged.
+// Requires: radius finite. Ensures: extent = input's grown by ceil(3 radius).
 FilterImage gaussianBlur(const FilterImage& image, float radius);
 
 // The whole spread of the Gaussian blur: larger than the input by
 // ceil(3 × radius) on every side, the input's corner that far inside.
+// Requires: radius finite. Ensures: premultiplied, size grown by 2 ceil(3 radius).
 QImage imageBlur(const QImage& image, float radius);
 
 // The Gaussian blur cropped back to the input: the result has its size.
+// Requires: radius finite. Ensures: premultiplied, the input's size; dst may be src.
 QImage imageBlurDarkenEyes(const QImage& image, float radius);
 QImage imageBlurEyeshadow(const QImage& image, float radius);
 void gaussianBlurCropped(const QImage& src, QImage& dst, float radius);
 
 // Average over a disc of `radius` pixels, not cropped: the result grows by
 // ceil(radius) on every side. Radius 0 or less returns the input unchanged.
+// Requires: radius finite. Ensures: premultiplied, size grown by 2 ceil(radius).
 QImage imageBlurCheek(const QImage& image, float radius);
 
 // --- Tonal conversions. ----------------------------------------------------
 
 // Saturation 0, contrast 1.1 about mid-grey, then 0.7 stops brighter: a grey,
 // harder and about 1.6 times brighter copy. R, G and B come out equal.
+// Ensures: premultiplied, the input's size and alpha; dst may be src.
 QImage imageBlackAndWhite(const QImage& image);
 void imageBlackAndWhite(const QImage& src, QImage& dst);
 
@@ -56,6 +61,7 @@ QImage Subtract_Image(const QImage& first, const QImage& second);
 
 // Lays `src` over `dst` (source-over), both pictures of the same size.
 // QPainter's general path is several times slower on this pixel format.
+// Requires: the same size, dst premultiplied and not src itself.
 void drawOver(QImage& dst, const QImage& src);
 
 // Whether every pixel is fully opaque.
@@ -66,9 +72,11 @@ bool isOpaque(const QImage& picture);
 // The image with the mask's grey as inverse alpha: black keeps a pixel,
 // white removes it, grey keeps part of it. A mask of another size is
 // stretched over the image (nearest sample, no interpolation).
+// Ensures: premultiplied, the image's size; null when either input is null.
 QImage maskImage(const QImage& image, const QImage& mask);
 
-// Paints every bright pixel the marker green (0, 255, 0), alpha untouched:
+// Paints every bright pixel the marker green (0, 255, 0), alpha untouched
+// (ensures: the input's size; dst may be src):
 // a pixel qualifies when its stored R, B and G bytes (tested in that order)
 // are all at least 100. Despite its name nothing becomes transparent; with
 // premultiplied bytes a pixel whose alpha is below 100 never qualifies.
@@ -77,6 +85,7 @@ void imageReplaceWhiteWithTransparent(const QImage& src, QImage& dst);
 
 // `base` with the colour of `source` wherever `marker` holds exactly
 // R = 0, B = 0, G = 255 (its alpha not looked at); the alpha stays the
-// base's. The three pictures must have the same size.
+// base's. Requires: the three of the same size. Ensures: the base's size and
+// alpha; dst may be base.
 QImage imageReplaceGreenWithOriginal(const QImage& marker, const QImage& base, const QImage& source);
 void imageReplaceGreenWithOriginal(const QImage& marker, const QImage& base, const QImage& source, QImage& dst);

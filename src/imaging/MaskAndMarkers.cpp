@@ -1,4 +1,6 @@
 #include "FilterPrimitives.h"
+
+#include "Contract.h"
 #include "PixelKernels.h"
 
 #include <opencv2/imgproc.hpp>
@@ -68,7 +70,8 @@ void imageReplaceGreenWithOriginal(const QImage& marker, const QImage& base, con
     if (base.isNull())
         return;
     const QImage markers = toPicture(marker), colours = toPicture(source);
-    Q_ASSERT(markers.size() == base.size() && colours.size() == base.size());
+    BELLAVENOR_CHECK(markers.size() == base.size() && colours.size() == base.size(),
+                     "marker " << marker.size() << ", base " << base.size() << ", source " << source.size());
     if (markers.size() != base.size() || colours.size() != base.size())
         return;
     const auto* markerWords = reinterpret_cast<const quint32*>(markers.constBits());
@@ -118,7 +121,8 @@ quint32 alphaOfAll(const quint32* __restrict words, qsizetype count)
 void drawOver(QImage& dst, const QImage& src)
 {
     const QImage over = toPicture(src);
-    Q_ASSERT(over.size() == dst.size() && dst.format() == kPictureFormat);
+    BELLAVENOR_CHECK(over.size() == dst.size() && dst.format() == kPictureFormat && over.constBits() != dst.constBits(),
+                     "src " << src.size() << ", dst " << dst.size() << " in format " << dst.format());
     if (over.size() != dst.size() || dst.format() != kPictureFormat)
         return;
     const auto* from = reinterpret_cast<const quint32*>(over.constBits());

@@ -4,6 +4,7 @@
 // no fused equivalents for these colour formulas, so they are written here
 // once and used by every filter that needs them.
 
+#include "Contract.h"
 #include "Picture.h"
 
 #include <QImage>
@@ -84,6 +85,7 @@ inline cv::Mat matView(const QImage& picture)
 }
 
 // Runs fn(firstRow, endRow) over stripes of `rows` rows on every core.
+// Requires: fn writes only its own rows.
 template <typename RowsFn>
 void parallelRows(int rows, RowsFn&& fn)
 {
@@ -94,6 +96,8 @@ void parallelRows(int rows, RowsFn&& fn)
 // same size; it may be `src` itself, which is then changed in place), on
 // every core: `in` and `out` point at `count` pixels as 32-bit words, the
 // first of which is pixel number `first` of the picture.
+// Requires: pictures without row padding (every picture form has none).
+// Ensures: dst premultiplied RGBA of src's size.
 template <typename RowFn>
 void mapRows(const QImage& src, QImage& dst, RowFn&& fn)
 {
@@ -107,6 +111,10 @@ void mapRows(const QImage& src, QImage& dst, RowFn&& fn)
         ensurePicture(dst, input->size());
     else if (input == &converted)
         dst = converted;
+    BELLAVENOR_CHECK(dst.size() == input->size() && dst.bytesPerLine() == 4 * dst.width()
+                         && input->bytesPerLine() == 4 * input->width(),
+                     "src " << input->size() << " (" << input->bytesPerLine() << " bytes a row), dst " << dst.size()
+                            << " (" << dst.bytesPerLine() << ")");
     auto* outBase = reinterpret_cast<quint32*>(dst.bits()); // first: in place both read the same memory
     const auto* inBase = reinterpret_cast<const quint32*>(input->constBits());
     const qsizetype width = dst.width();

@@ -211,3 +211,16 @@ TEST(Markers, OnlyExactMarkerGreenTakesTheSourceColour)
     EXPECT_EQ(bytesAt(result, 2, 0), (Bytes{10, 20, 30, 255}));
     EXPECT_EQ(bytesAt(result, 3, 0), (Bytes{10, 20, 30, 255}));
 }
+
+TEST(Contracts, BrokenPromiseStopsWithTheOffendingValues)
+{
+#ifdef BELLAVENOR_CHECK_CONTRACTS
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    QImage dst = makePicture({4, 4});
+    EXPECT_DEATH(drawOver(dst, makePicture({3, 5})), "drawOver: .*src QSize\\(3, 5\\), dst QSize\\(4, 4\\)");
+    EXPECT_DEATH(imageReplaceGreenWithOriginal(makePicture({2, 2}), makePicture({2, 3}), makePicture({2, 3})),
+                 "marker QSize\\(2, 2\\), base QSize\\(2, 3\\)");
+#else
+    GTEST_SKIP() << "contracts are checked in debug builds and in scripts/sanitize.sh";
+#endif
+}
