@@ -1,11 +1,13 @@
 #include "AppDelegate.h"
 #include "LocalisedLabels.h"
+#include "Picture.h"
 
 #include <QApplication>
 #include <QIcon>
 
 int main(int argc, char* argv[])
 {
+    keepMemoryOfFreedPictures();
     QApplication application(argc, argv);
     QApplication::setApplicationName("Bellavenor");
     QApplication::setApplicationVersion(BELLAVENOR_VERSION);

@@ -1,4 +1,5 @@
 #include "CliCommands.h"
+#include "Picture.h"
 
 #include <QGuiApplication>
 
@@ -38,6 +39,7 @@ int usageError(const QString& problem)
 // batches. It runs the same code as the window.
 int main(int argc, char* argv[])
 {
+    keepMemoryOfFreedPictures();
     qInstallMessageHandler(keepOwnLogLines);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -4,6 +4,16 @@
 
 #include <new>
 
+#include <malloc.h>
+
+void keepMemoryOfFreedPictures()
+{
+    // Large blocks from the heap rather than their own mappings, and freed
+    // heap memory kept up to a few hundred megabytes.
+    mallopt(M_MMAP_THRESHOLD, 512 << 20);
+    mallopt(M_TRIM_THRESHOLD, 512 << 20);
+}
+
 void requireAllocated(const QImage& picture, QSize size)
 {
     if (picture.isNull() && !size.isEmpty())
