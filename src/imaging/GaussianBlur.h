@@ -12,3 +12,24 @@
 // whole matches a true Gaussian to about 50 dB: several times faster, and
 // the difference is below one level in almost every pixel.
 void gaussianBlur(const cv::Mat& src, cv::Mat& dst, float sigma, int borderType);
+
+// How far gaussianBlur's result at a pixel reaches into its input: beyond
+// this many pixels a change of the input changes nothing.
+int gaussianSupport(float sigma);
+
+// The side of the cells a wide blur reduces the picture by (1: none). A part
+// of a picture whose origin lies on this grid blurs exactly as the whole does
+// there, away from the part's edges.
+int gaussianCell(float sigma);
+
+// gaussianBlur of a one-byte plane over the opaque part of a picture only:
+// where any pixel within reach is not opaque, each value weighs by its
+// pixel's alpha and the sum is divided by the blurred alpha, so transparent
+// holes lend their neighbours nothing; elsewhere it is the plain blur. Where
+// no opaque pixel is in reach the value stays. `holes` bounds the pixels
+// whose alpha is below 255 (empty: none); only around them is the weighing
+// done. Edge pixels repeat outward.
+// Requires: values and alpha 8-bit, one channel, of one size.
+// Ensures: dst 8-bit, one channel, of that size; dst is not values.
+void gaussianBlurOverOpaque(const cv::Mat& values, const cv::Mat& alpha, const cv::Rect& holes, cv::Mat& dst,
+                            float sigma);

@@ -6,6 +6,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <atomic>
 
 namespace {
 
@@ -134,5 +135,11 @@ void drawOver(QImage& dst, const QImage& src)
 bool isOpaque(const QImage& picture)
 {
     const QImage p = toPicture(picture);
-    return alphaOfAll(reinterpret_cast<const quint32*>(p.constBits()), p.sizeInBytes() / 4) == 255;
+    std::atomic<bool> opaque = true;
+    parallelRows(p.height(), [&](int begin, int end) {
+        const auto* words = reinterpret_cast<const quint32*>(p.constScanLine(begin));
+        if (begin < end && alphaOfAll(words, qsizetype(end - begin) * p.width()) != 255)
+            opaque = false;
+    });
+    return opaque;
 }

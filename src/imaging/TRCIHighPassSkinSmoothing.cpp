@@ -1,13 +1,23 @@
 #include "TRCIHighPassSkinSmoothing.h"
 
+#include "Contract.h"
 #include "GaussianBlur.h"
 #include "PixelKernels.h"
+#include "SkinBlend.h"
 #include "FilterPrimitives.h"
 #include "SkinSmoothingKernels.h"
 
 #include <opencv2/imgproc.hpp>
 
+#if defined(__x86_64__) && defined(__GNUC__)
+#include <immintrin.h>
+#endif
+
+#include <climits>
+#include <cstdint>
 #include <cmath>
+#include <memory>
+#include <mutex>
 
 namespace {
 
@@ -24,46 +34,48 @@ constexpr float kSharpenGainPerUnit = 0.25f;
 // One stop darker halves every channel before the overlay.
 constexpr float kMaskExposureGain = 0.5f;
 
-// The Gaussian blur of a one-byte plane over the opaque part of the picture
-// only: each value weighs by its pixel's alpha, and the sum is divided by
-// the blurred alpha. The holes of a cut-out picture (eyes, lips) then lend
-// their neighbours no darkness, so no rim forms along them. Edge pixels
-// repeat outward. Where no opaque pixel is in reach the value stays.
-cv::Mat blurOverOpaque(const cv::Mat& values, const cv::Mat& alpha, float sigma)
+// The alpha bytes of a row, and the alpha bits all of them have set: 255
+// only when the row is opaque.
+BELLAVENOR_HOT_LOOP
+uchar alphaOfRow(const quint32* __restrict row, uchar* __restrict alpha, int width)
 {
-    if (alpha.empty()) {
-        cv::Mat blurred;
-        gaussianBlur(values, blurred, sigma, cv::BORDER_REPLICATE);
-        return blurred;
+    uchar all = 255;
+    for (int x = 0; x < width; ++x) {
+        alpha[x] = uchar(row[x] >> 24);
+        all &= alpha[x];
     }
-    cv::Mat weighted, weights;
-    cv::multiply(values, alpha, weighted, 1.0, CV_16U);
-    alpha.convertTo(weights, CV_16U, 256.0);
-    gaussianBlur(weighted, weighted, sigma, cv::BORDER_REPLICATE);
-    gaussianBlur(weights, weights, sigma, cv::BORDER_REPLICATE);
-    cv::Mat blurred(values.size(), CV_8UC1);
-    parallelRows(values.rows, [&](int begin, int end) {
-        for (int y = begin; y < end; ++y) {
-            const auto* w = weighted.ptr<quint16>(y);
-            const auto* a = weights.ptr<quint16>(y);
-            const uchar* v = values.ptr<uchar>(y);
-            uchar* out = blurred.ptr<uchar>(y);
-            for (int x = 0; x < values.cols; ++x)
-                out[x] = a[x] ? uchar(std::min(255, (int(w[x]) * 256 + a[x] / 2) / a[x])) : v[x];
-        }
-    });
-    return blurred;
+    return all;
 }
 
-// The alpha plane of a picture, or none when every pixel is opaque.
-cv::Mat alphaPlane(const QImage& picture)
-{
-    if (isOpaque(picture))
-        return {};
-    cv::Mat alpha;
-    cv::extractChannel(matView(picture), alpha, 3);
-    return alpha;
-}
+// The bounding box of the translucent pixels, merged from rows and parts.
+struct TranslucentBounds {
+    int top = INT_MAX, bottom = -1, left = INT_MAX, right = -1;
+
+    // Adds row y, which has a translucent pixel; returns its span.
+    std::pair<int, int> addRow(int y, const uchar* alpha, int width)
+    {
+        int from = 0, to = width - 1;
+        while (alpha[from] == 255)
+            ++from;
+        while (alpha[to] == 255)
+            --to;
+        top = std::min(top, y);
+        bottom = std::max(bottom, y);
+        left = std::min(left, from);
+        right = std::max(right, to);
+        return {from, to};
+    }
+
+    void merge(const TranslucentBounds& part)
+    {
+        top = std::min(top, part.top);
+        bottom = std::max(bottom, part.bottom);
+        left = std::min(left, part.left);
+        right = std::max(right, part.right);
+    }
+
+    cv::Rect rect() const { return bottom < 0 ? cv::Rect() : cv::Rect(left, top, right - left + 1, bottom - top + 1); }
+};
 
 // The overlay of green over blue one stop darker, at twice its value, as a
 // byte: the darker blue is never above one half, so the overlay is
@@ -84,22 +96,6 @@ void doubledOverlayOpaque(const quint32* __restrict in, uchar* __restrict out, q
     }
 }
 
-cv::Mat doubledOverlayOf(const QImage& picture)
-{
-    cv::Mat overlay(picture.height(), picture.width(), CV_8UC1);
-    uchar* values = overlay.ptr<uchar>();
-    const auto* pixels = reinterpret_cast<const quint32*>(picture.constBits());
-    const qsizetype width = picture.width();
-    parallelRows(picture.height(), [&](int begin, int end) {
-        const qsizetype first = begin * width, count = (end - begin) * width;
-        doubledOverlayOpaque(pixels + first, values + first, count);
-        for (qsizetype i = first; i < first + count; ++i)
-            if ((pixels[i] >> 24) != 255)
-                values[i] = doubledOverlay(reinterpret_cast<const uchar*>(pixels + i));
-    });
-    return overlay;
-}
-
 // The boosted mask, 0 black to 255 white, from the doubled overlay and its
 // blur.
 inline int maskByte(int doubled, int doubledBlur)
@@ -107,115 +103,77 @@ inline int maskByte(int doubled, int doubledBlur)
     return toByte(boostedMask(highPass(float(doubled) / 510.0f, float(doubledBlur) / 510.0f)));
 }
 
-// The mask depends on nothing but the two bytes, so it is tabled once.
-using MaskTable = std::array<uchar, 256 * 256>;
+// The mask depends on nothing but the difference of the two bytes (the
+// high pass is their difference plus one half, and every pair with one
+// difference gives one float there), so it is tabled once by difference.
+using MaskTable = std::array<uchar, 511>;
 
 const MaskTable& maskTable()
 {
     static const MaskTable table = [] {
         MaskTable t;
         for (int d = 0; d < 256; ++d)
-            for (int blurred = 0; blurred < 256; ++blurred)
-                t[size_t(d * 256 + blurred)] = uchar(maskByte(d, blurred));
+            for (int blurred = 0; blurred < 256; ++blurred) {
+                const uchar value = uchar(maskByte(d, blurred));
+                BELLAVENOR_CHECK(d == 0 || blurred == 0 || t[size_t(d - blurred + 255)] == value,
+                                 "mask " << d << ", " << blurred << " differs from its difference's");
+                t[size_t(d - blurred + 255)] = value;
+            }
         return t;
     }();
     return table;
 }
 
-cv::Mat maskOf(const cv::Mat& doubled, const cv::Mat& doubledBlur)
+void maskRowsScalar(const uchar* __restrict d, const uchar* __restrict db, const uchar* __restrict table,
+                    uchar* __restrict m, size_t count)
+{
+    for (size_t i = 0; i < count; ++i)
+        m[i] = table[255 + int(d[i]) - int(db[i])];
+}
+
+#if defined(__x86_64__) && defined(__GNUC__)
+// Eight lookups a gather: no library looks a table up by a difference.
+__attribute__((target("avx2"))) void maskRowsAvx2(const uchar* d, const uchar* db, const std::int32_t* table,
+                                                   uchar* m, size_t count)
+{
+    const __m256i lowBytes = _mm256_setr_epi8(0, 4, 8, 12, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, 0, 4, 8,
+                                              12, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1);
+    size_t i = 0;
+    for (; i + 8 <= count; i += 8) {
+        const __m256i values = _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(d + i)));
+        const __m256i blurred = _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(db + i)));
+        const __m256i masks = _mm256_i32gather_epi32(table + 255, _mm256_sub_epi32(values, blurred), 4);
+        const __m256i bytes = _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(masks, lowBytes),
+                                                          _mm256_setr_epi32(0, 4, 1, 1, 1, 1, 1, 1));
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(m + i), _mm256_castsi256_si128(bytes));
+    }
+    for (; i < count; ++i)
+        m[i] = uchar(table[255 + int(d[i]) - int(db[i])]);
+}
+#endif
+
+void maskOf(const cv::Mat& doubled, const cv::Mat& doubledBlur, cv::Mat& mask)
 {
     const MaskTable& table = maskTable();
-    cv::Mat mask(doubled.size(), CV_8UC1);
-    const uchar* d = doubled.ptr<uchar>();
-    const uchar* db = doubledBlur.ptr<uchar>();
-    uchar* m = mask.ptr<uchar>();
-    for (size_t i = 0; i < mask.total(); ++i)
-        m[i] = table[size_t(d[i]) * 256 + db[i]];
-    return mask;
-}
-
-inline int blendChannel(int original, int lifted, int mask)
-{
-    return (original * mask + lifted * (255 - mask) + 127) / 255;
-}
-
-inline quint32 luma709Byte(quint32 px)
-{
-    return ((px & 0xff) * 54 + ((px >> 8) & 0xff) * 183 + ((px >> 16) & 0xff) * 19 + 128) >> 8;
-}
-
-// The blend of opaque pixels; the others are redone afterwards.
-void blendOpaque(const quint32* __restrict in, const uchar* __restrict d, const uchar* __restrict db,
-                 const ToneCurveLookup& lift, quint32* __restrict out, uchar* __restrict luma, qsizetype count)
-{
-    const MaskTable& masks = maskTable();
-    for (qsizetype i = 0; i < count; ++i) {
-        const quint32 px = in[i];
-        const int r = int(px & 0xff), g = int((px >> 8) & 0xff), b = int((px >> 16) & 0xff);
-        const int m = masks[size_t(d[i]) * 256 + db[i]];
-        const quint32 blended = quint32(blendChannel(r, lift.red[size_t(r)], m))
-                                | quint32(blendChannel(g, lift.green[size_t(g)], m)) << 8
-                                | quint32(blendChannel(b, lift.blue[size_t(b)], m)) << 16 | (px & 0xff000000u);
-        out[i] = blended;
-        luma[i] = uchar(luma709Byte(blended));
-    }
-}
-
-// Blend of the picture and its tone-lifted copy through the mask: white
-// keeps the original, black takes the lifted pixel. Also writes the blend's
-// luminance (of straight colour), which sharpening works on.
-void blendThroughMask(const QImage& input, const cv::Mat& doubled, const cv::Mat& doubledBlur,
-                      const ToneCurveTexture& texture, float amount, QImage& out, cv::Mat& luma)
-{
-    const ToneCurveLookup lift(texture, amount);
-    const uchar* d = doubled.ptr<uchar>();
-    const uchar* db = doubledBlur.ptr<uchar>();
-    uchar* y = luma.ptr<uchar>();
-    mapRows(input, out, [&](const quint32* in, quint32* px, qsizetype count, qsizetype first) {
-        blendOpaque(in, d + first, db + first, lift, px, y + first, count);
-        for (qsizetype i = 0; i < count; ++i) {
-            if ((in[i] >> 24) == 255)
-                continue;
-            const auto* original = reinterpret_cast<const uchar*>(in + i);
-            auto* blended = reinterpret_cast<uchar*>(px + i);
-            uchar lifted[4];
-            applyToneCurve(original, lifted, texture, amount);
-            const int m = maskByte(d[first + i], db[first + i]);
-            for (int c = 0; c < 3; ++c)
-                blended[c] = uchar(blendChannel(original[c], lifted[c], m));
-            blended[3] = original[3];
-            const UnitColour straight = unpremultiplied(blended);
-            y[first + i] = toByte(luminance709(straight.r, straight.g, straight.b));
+    static const std::array<std::int32_t, 511> wide = [&] {
+        std::array<std::int32_t, 511> w;
+        std::copy(table.begin(), table.end(), w.begin());
+        return w;
+    }();
+    mask.create(doubled.size(), CV_8UC1);
+    const size_t width = size_t(doubled.cols);
+    parallelRows(doubled.rows, [&](int begin, int end) {
+        const size_t first = size_t(begin) * width, count = size_t(end - begin) * width;
+        const uchar* d = doubled.ptr<uchar>() + first;
+        const uchar* db = doubledBlur.ptr<uchar>() + first;
+        uchar* m = mask.ptr<uchar>() + first;
+#if defined(__x86_64__) && defined(__GNUC__)
+        if (__builtin_cpu_supports("avx2")) {
+            maskRowsAvx2(d, db, wide.data(), m, count);
+            return;
         }
-    });
-}
-
-// Adds `gain` times the luminance detail (8 fractional bits) to every
-// colour channel, premultiplied by the pixel's alpha and kept within it.
-BELLAVENOR_HOT_LOOP
-void sharpenRun(quint32* __restrict px, const uchar* __restrict y, const uchar* __restrict yb, int gain,
-                qsizetype count)
-{
-    for (qsizetype i = 0; i < count; ++i) {
-        const quint32 p = px[i];
-        const int alpha = int(p >> 24);
-        const int add = (gain * (int(y[i]) - int(yb[i])) * alpha / 255 + 128) >> 8;
-        const auto channel = [&](int shift) { return quint32(std::clamp(int((p >> shift) & 0xff) + add, 0, alpha)); };
-        px[i] = channel(0) | channel(8) << 8 | channel(16) << 16 | (p & 0xff000000u);
-    }
-}
-
-// Sharpens brightness and leaves the colour as it was: the luminance detail
-// is added to every channel alike. Transparent pixels take no part in the
-// luminance blur.
-void sharpenLuminance(QImage& picture, const cv::Mat& luma, const cv::Mat& alpha, float sharpness)
-{
-    const cv::Mat blurred = blurOverOpaque(luma, alpha, kSharpenRadius);
-    const int fixedSharpness = int(std::lround(sharpness * kSharpenGainPerUnit * 256.0f));
-    const uchar* y = luma.ptr<uchar>();
-    const uchar* yb = blurred.ptr<uchar>();
-    mapRows(picture, picture, [&](const quint32*, quint32* px, qsizetype count, qsizetype first) {
-        sharpenRun(px, y + first, yb + first, fixedSharpness, count);
+#endif
+        maskRowsScalar(d, db, table.data(), m, count);
     });
 }
 
@@ -250,11 +208,10 @@ cv::Mat TRCIHighPassSkinSmoothingMaskGenerator::outputMask()
 {
     if (inputImage.isNull())
         return {};
-    const QImage input = toPicture(inputImage);
-    const cv::Mat doubled = doubledOverlayOf(input);
+    const SkinSmoothingPlanes planes = SkinSmoothingPlanes::of(toPicture(inputImage));
     cv::Mat mask;
-    maskOf(doubled, blurOverOpaque(doubled, alphaPlane(input), float(inputRadius)))
-        .convertTo(mask, CV_32F, 1.0 / 255.0);
+    skinMask(planes, float(inputRadius), mask);
+    mask.convertTo(mask, CV_32F, 1.0 / 255.0);
     return mask;
 }
 
@@ -321,27 +278,106 @@ QImage TRCIHighPassSkinSmoothing::outputImage()
     if (inputImage.isNull())
         return {};
     const QImage input = toPicture(inputImage);
-    const float amount = float(inputAmount());
-    const float sharpness = float(inputSharpnessFactor() * inputAmount());
-
-    const cv::Mat alpha = alphaPlane(input);
-    const cv::Mat doubled = doubledOverlayOf(input);
-    const cv::Mat doubledBlur = blurOverOpaque(doubled, alpha, float(inputRadius()));
-    const ToneCurveTexture& texture = skinToneCurveFilter().toneCurveTexture();
-
+    const SkinSmoothingPlanes planes = SkinSmoothingPlanes::of(input);
+    SkinSmoothingScratch scratch;
     QImage result;
-    cv::Mat luma(input.height(), input.width(), CV_8UC1);
-    blendThroughMask(input, doubled, doubledBlur, texture, amount, result, luma);
-    if (sharpness > 0)
-        sharpenLuminance(result, luma, alpha, sharpness);
+    cv::Mat mask;
+    skinMask(planes, float(inputRadius()), mask);
+    smoothSkin(input, mask, planes, float(inputAmount()),
+               float(inputSharpnessFactor() * inputAmount()), skinToneCurveFilter().toneCurveTexture(), scratch,
+               nullptr, result);
     return result;
+}
+
+// One pass, row by row while the row is in cache: the alpha bytes, the
+// translucent span and the doubled overlay.
+SkinSmoothingPlanes SkinSmoothingPlanes::of(const QImage& picture)
+{
+    const int width = picture.width();
+    SkinSmoothingPlanes planes;
+    planes.alpha.create(picture.height(), width, CV_8UC1);
+    planes.doubled.create(picture.height(), width, CV_8UC1);
+    TranslucentBounds holes;
+    std::mutex merging;
+    parallelRows(picture.height(), [&](int begin, int end) {
+        TranslucentBounds part;
+        for (int y = begin; y < end; ++y) {
+            const auto* row = reinterpret_cast<const quint32*>(picture.constScanLine(y));
+            uchar* alpha = planes.alpha.ptr<uchar>(y);
+            uchar* doubled = planes.doubled.ptr<uchar>(y);
+            doubledOverlayOpaque(row, doubled, width);
+            if (alphaOfRow(row, alpha, width) == 255)
+                continue;
+            const auto [from, to] = part.addRow(y, alpha, width);
+            for (int x = from; x <= to; ++x)
+                if (alpha[x] != 255)
+                    doubled[x] = doubledOverlay(reinterpret_cast<const uchar*>(row + x));
+        }
+        const std::lock_guard lock(merging);
+        holes.merge(part);
+    });
+    planes.holes = holes.rect();
+    if (planes.holes.empty())
+        planes.alpha.release();
+    return planes;
+}
+
+void skinMask(const SkinSmoothingPlanes& planes, float radius, cv::Mat& mask)
+{
+    cv::Mat blurred;
+    gaussianBlurOverOpaque(planes.doubled, planes.alpha, planes.holes, blurred, radius);
+    maskOf(planes.doubled, blurred, mask);
+}
+
+void smoothSkin(const QImage& picture, const cv::Mat& mask, const SkinSmoothingPlanes& planes, float amount,
+                float sharpness, const ToneCurveTexture& texture, SkinSmoothingScratch& scratch, const QImage* under,
+                QImage& out, QImage* also)
+{
+    // Two passes: the blend's luminance, blurred; then the blend made
+    // again, sharpened and laid over `under`.
+    const SkinBlend blend(picture, planes.holes, mask, texture, amount);
+    const qsizetype width = picture.width();
+    scratch.luma.create(picture.height(), picture.width(), CV_8UC1);
+    uchar* luma = scratch.luma.ptr<uchar>();
+    parallelRows(picture.height(),
+                 [&](int begin, int end) { blend.luminance(begin * width, (end - begin) * width, luma); });
+    const int gain = sharpness > 0 ? int(std::lround(sharpness * kSharpenGainPerUnit * 256.0f)) : 0;
+    if (gain)
+        gaussianBlurOverOpaque(scratch.luma, planes.alpha, planes.holes, scratch.lumaBlur, kSharpenRadius);
+    const uchar* lumaBlur = gain ? scratch.lumaBlur.ptr<uchar>() : luma;
+    const auto* below = under ? reinterpret_cast<const quint32*>(under->constBits()) : nullptr;
+    if (also)
+        ensurePicture(*also, picture.size());
+    auto* copy = also ? reinterpret_cast<quint32*>(also->bits()) : nullptr;
+    mapRows(picture, out, [&](const quint32*, quint32* result, qsizetype count, qsizetype first) {
+        blend.sharpened(luma, lumaBlur, gain, below, first, count, result, copy ? copy + first : nullptr);
+    });
+}
+
+const ToneCurveTexture& defaultSkinToneTexture()
+{
+    static const ToneCurveTexture texture = [] {
+        TRCIHighPassSkinSmoothing defaults;
+        return defaults.skinToneCurveFilter().toneCurveTexture();
+    }();
+    return texture;
+}
+
+SkinSmoothingSettings SkinSmoothingSettings::of(std::uint64_t level, std::uint64_t radius)
+{
+    TRCIHighPassSkinSmoothing filter;
+    filter.setInputAmount(float(double(level) / 10.0));
+    filter.setInputRadius(float(radius));
+    return {float(filter.inputAmount()), float(filter.inputSharpnessFactor() * filter.inputAmount()),
+            float(filter.inputRadius())};
 }
 
 QImage trc_Face_Smooth(const QImage& face, std::uint64_t level, std::uint64_t radius)
 {
+    const SkinSmoothingSettings settings = SkinSmoothingSettings::of(level, radius);
     TRCIHighPassSkinSmoothing filter;
     filter.inputImage = face;
-    filter.setInputAmount(float(double(level) / 10.0));
-    filter.setInputRadius(float(radius));
+    filter.setInputAmount(settings.amount);
+    filter.setInputRadius(settings.radius);
     return filter.outputImage();
 }

@@ -63,6 +63,51 @@ private:
     std::unique_ptr<TRCIRGBToneCurve> skinToneCurveFilter_;
 };
 
+// What the two settings of skin smoothing make of the filter's inputs.
+struct SkinSmoothingSettings {
+    float amount;    // level / 10, in single precision
+    float sharpness; // the default factor 0.6 times the amount
+    float radius;
+
+    static SkinSmoothingSettings of(std::uint64_t level, std::uint64_t radius);
+};
+
+// The parts of skin smoothing that depend on the picture alone, made once
+// per picture: where it is not opaque (the bounding box of its pixels with
+// alpha below 255, and its alpha plane; both empty when it is opaque) and
+// the doubled green-blue overlay the mask is made of.
+struct SkinSmoothingPlanes {
+    cv::Rect holes;
+    cv::Mat alpha;
+    cv::Mat doubled;
+
+    static SkinSmoothingPlanes of(const QImage& picture);
+};
+
+// The skin mask at `radius` (0 black: lifted, 255 white: kept), one byte a
+// pixel: the overlay high-passed over the opaque pixels and boosted.
+// Depends on the picture and the radius only.
+void skinMask(const SkinSmoothingPlanes& planes, float radius, cv::Mat& mask);
+
+// Buffers of one run, kept by a caller that smooths often.
+struct SkinSmoothingScratch {
+    cv::Mat luma, lumaBlur;
+};
+
+// The smoothed picture into `out` (its buffer is reused when it has the
+// size): the blend through the mask at `amount`, sharpened by `sharpness`,
+// laid over `under` when given (an opaque picture of the same size), and
+// written into `also` as well when given (one pass instead of a copy).
+// Requires: planes and mask made from `picture`. Ensures: `out` (and
+// `also`) has the picture's size, opaque when laid over `under`; out may be
+// *under.
+void smoothSkin(const QImage& picture, const cv::Mat& mask, const SkinSmoothingPlanes& planes, float amount,
+                float sharpness, const ToneCurveTexture& texture, SkinSmoothingScratch& scratch, const QImage* under,
+                QImage& out, QImage* also = nullptr);
+
+// The tone lift of the default control points.
+const ToneCurveTexture& defaultSkinToneTexture();
+
 // Skin smoothing of the full-face picture from the two settings: amount
 // level / 10, radius as given, sharpness factor and tone curve at their
 // defaults. The result has the input's size.
