@@ -12,7 +12,7 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
         working_ = QImage();
         return working_;
     }
-    CompositorPass pass{working_, photo, reshaping, state, memos_, handles_};
+    CompositorPass pass{working_, record_, photo, reshaping, state, memos_, handles_};
     for (const CompositorStep& step : compositorSteps())
         if (step.runs(state))
             step.paint(pass);

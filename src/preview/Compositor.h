@@ -3,6 +3,7 @@
 #include "EditingState.h"
 #include "OpenedPhoto.h"
 #include "Reshaping.h"
+#include "TRCIHighPassSkinSmoothing.h"
 
 #include <QImage>
 
@@ -22,25 +23,26 @@ struct Handles {
     std::array<QRectF, 6> rectPointEyeLeft, rectPointEyeRight;
 };
 
-// One expensive picture, kept while the inputs it was made from, its key,
-// stay the same.
-template <typename Key>
+// One expensive result, kept while the inputs it was made from, its key,
+// stay the same. A new result is made in place of the old one, so its
+// buffers are reused.
+template <typename Key, typename Value = QImage>
 class Memo {
 public:
     template <typename Make>
-    const QImage& get(const Key& key, Make&& make)
+    const Value& get(const Key& key, Make&& make)
     {
         if (!key_ || !(*key_ == key)) {
             key_.reset(); // a make that throws leaves no stale key behind
-            picture_ = make();
+            make(value_);
             key_ = key;
         }
-        return picture_;
+        return value_;
     }
 
 private:
     std::optional<Key> key_;
-    QImage picture_;
+    Value value_;
 };
 
 // What each cached step is made from; a picture's cache key names its pixels.
@@ -49,6 +51,11 @@ struct SmoothedBaseKey {
     bool smooth;
     std::uint64_t level, radius;
     bool operator==(const SmoothedBaseKey&) const = default;
+};
+struct SkinMaskKey {
+    qint64 fullPicture;
+    std::uint64_t radius;
+    bool operator==(const SkinMaskKey&) const = default;
 };
 struct WrinkleFreeSkinKey {
     qint64 skinCut;
@@ -63,6 +70,10 @@ struct CheekLayerKey {
 };
 
 struct CompositorMemos {
+    Memo<qint64> photoOverBlack;                        // null when the photo is opaque
+    Memo<qint64, SkinSmoothingPlanes> skinPlanes;       // of the full picture
+    Memo<SkinMaskKey, cv::Mat> skinMask;
+    SkinSmoothingScratch skinScratch;
     Memo<SmoothedBaseKey> smoothedBase;
     Memo<WrinkleFreeSkinKey> wrinkleFreeSkin;
     Memo<CheekLayerKey> cheekLeft, cheekRight;
@@ -74,6 +85,14 @@ struct CompositorMemos {
 // keeps its buffers and the results of its expensive steps between calls,
 // reusing a result only while everything it was made from is unchanged, so
 // every call gives exactly what a fresh compositor would.
+// What the working picture holds between passes: the base it was copied
+// from (its cache key) and the part the steps painted over since. Only that
+// part needs the base again while the base is unchanged.
+struct WorkingRecord {
+    qint64 base = 0;
+    QRect painted;
+};
+
 class Compositor {
 public:
     // The working picture; valid until the next call. Null without a photo.
@@ -90,6 +109,7 @@ public:
 
 private:
     QImage working_;
+    WorkingRecord record_;
     CompositorMemos memos_;
     Handles handles_;
 };

@@ -1,7 +1,10 @@
 #include "CompositorSteps.h"
 
+#include "Contract.h"
 #include "FilterPrimitives.h"
+#include "GaussianBlur.h"
 #include "ImageSpace.h"
+#include "PixelKernels.h"
 #include "Picture.h"
 #include "SinglePrecision.h"
 #include "TRCIHighPassSkinSmoothing.h"
@@ -29,24 +32,57 @@ QColor colourOf(const RgbaColor& c, float alpha)
     return QColor::fromRgbF(c.r, c.g, c.b, std::clamp(alpha, 0.0f, 1.0f));
 }
 
-// A painter on a picture that takes image-space shapes.
-struct ImagePainter : QPainter {
-    ImagePainter(QImage& picture, double imageHeight)
-        : QPainter(&picture)
-        , height(imageHeight)
+// A painter on the working picture that takes image-space shapes and adds
+// what it covers to the pass's painted area; nothing else paints there.
+class ImagePainter : QPainter {
+public:
+    explicit ImagePainter(CompositorPass& pass)
+        : QPainter(&pass.working)
+        , height(pass.height())
+        , painted_(pass.record.painted)
     {
         setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     }
 
+    using QPainter::setBrush;
+    using QPainter::setOpacity;
+    using QPainter::setPen;
+
     void drawInto(const QRectF& imageRect, const QImage& image)
     {
-        if (!image.isNull() && imageRect.width() > 0 && imageRect.height() > 0)
-            drawImage(flipped(imageRect, height), image);
+        if (image.isNull() || imageRect.width() <= 0 || imageRect.height() <= 0)
+            return;
+        const QRectF target = flipped(imageRect, height);
+        cover(target, 0);
+        drawImage(target, image);
     }
 
-    void fillImagePath(const QPainterPath& path, const QColor& colour) { fillPath(flipped(path, height), colour); }
+    void fillImagePath(const QPainterPath& path, const QColor& colour)
+    {
+        const QPainterPath shape = flipped(path, height);
+        cover(shape.boundingRect(), 0);
+        fillPath(shape, colour);
+    }
 
-    double height;
+    void strokeImagePath(const QPainterPath& path)
+    {
+        const QPainterPath shape = flipped(path, height);
+        cover(shape.boundingRect(), pen().widthF());
+        drawPath(shape);
+    }
+
+    const double height;
+
+private:
+    // Antialiased edges and smooth scaling reach into the pixels a shape
+    // only touches: one pixel more on every side.
+    void cover(const QRectF& shape, double penWidth)
+    {
+        const double reach = penWidth / 2 + 1;
+        painted_ |= shape.adjusted(-reach, -reach, reach, reach).toAlignedRect();
+    }
+
+    QRect& painted_;
 };
 
 // The smallest part of the photo holding `shape` (picture coordinates) and
@@ -60,12 +96,13 @@ QRect areaAround(const QRectF& shape, int reach, const QImage& picture)
 // picture. The layer covers only the part of the photo the blurred shapes
 // reach: everywhere else a full-size layer would be transparent.
 template <typename PaintFn>
-void blurredLayerOver(QImage& working, const QRectF& shapeBounds, float blur, double lineWidth, PaintFn&& paint)
+void blurredLayerOver(CompositorPass& pass, const QRectF& shapeBounds, float blur, double lineWidth, PaintFn&& paint)
 {
     const int reach = int(std::ceil(3.0f * std::max(blur, 0.0f)) + std::ceil(lineWidth)) + 2;
-    const QRect area = areaAround(shapeBounds, reach, working);
+    const QRect area = areaAround(shapeBounds, reach, pass.working);
     if (area.isEmpty())
         return;
+    pass.record.painted |= area;
     QImage layer = makePicture(area.size());
     {
         QPainter painter(&layer);
@@ -74,25 +111,64 @@ void blurredLayerOver(QImage& working, const QRectF& shapeBounds, float blur, do
         paint(painter);
     }
     gaussianBlurCropped(layer, layer, blur);
-    QPainter(&working).drawImage(area.topLeft(), layer);
+    QPainter(&pass.working).drawImage(area.topLeft(), layer);
 }
 
 // --- Step 4: the photo over opaque black, and the smoothed face over all of it.
 
-QImage smoothedBase(const OpenedPhoto& photo, const EditingState& s)
+// The base into `base`; when `working` is given it receives the same
+// pixels in the same pass and true is returned.
+bool makeSmoothedBase(CompositorPass& pass, QImage& base, QImage* working)
 {
-    QImage base = copied(toPicture(photo.img_Basic));
-    if (!isOpaque(base)) {
-        base.fill(Qt::black);
-        drawOver(base, photo.img_Basic);
+    const OpenedPhoto& photo = pass.photo;
+    const EditingState& s = pass.state;
+    const QImage& blackened = pass.memos.photoOverBlack.get(photo.img_Basic.cacheKey(), [&](QImage& picture) {
+        picture = QImage();
+        if (isOpaque(photo.img_Basic))
+            return;
+        picture = makePicture(photo.img_Basic.size());
+        picture.fill(Qt::black);
+        drawOver(picture, photo.img_Basic);
+    });
+    const QImage under = blackened.isNull() ? toPicture(photo.img_Basic) : blackened;
+    const QImage& face = photo.images.image_Face_Full_Picture;
+    if (!s.b_Face_Skin_Smooth || face.size() != under.size()) {
+        ensurePicture(base, under.size());
+        std::memcpy(base.bits(), under.constBits(), size_t(under.sizeInBytes()));
+        return false;
     }
-    if (!s.b_Face_Skin_Smooth)
-        return base;
-    const QImage smoothed =
-        trc_Face_Smooth(photo.images.image_Face_Full_Picture, s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius);
-    if (smoothed.size() == base.size())
-        drawOver(base, smoothed);
-    return base;
+    const SkinSmoothingSettings settings = SkinSmoothingSettings::of(s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius);
+    CompositorMemos& memos = pass.memos;
+    const SkinSmoothingPlanes& planes =
+        memos.skinPlanes.get(face.cacheKey(), [&](SkinSmoothingPlanes& p) { p = SkinSmoothingPlanes::of(face); });
+    const cv::Mat& mask = memos.skinMask.get({face.cacheKey(), s.u_Face_Skin_Smooth_Radius},
+                                             [&](cv::Mat& m) { skinMask(planes, settings.radius, m); });
+    ensurePicture(base, under.size());
+    smoothSkin(face, mask, planes, settings.amount, settings.sharpness, defaultSkinToneTexture(), memos.skinScratch,
+               &under, base, working);
+    return working != nullptr;
+}
+
+// The base into the working picture: where the working picture already
+// holds this base, only the part the last pass painted over.
+void copyBase(const QImage& base, CompositorPass& pass)
+{
+    WorkingRecord& record = pass.record;
+    QRect part = base.rect();
+    if (record.base == base.cacheKey() && pass.working.size() == base.size())
+        part = record.painted & base.rect();
+    ensurePicture(pass.working, base.size());
+    uchar* to = pass.working.bits();
+    const uchar* from = base.constBits();
+    const qsizetype stride = base.bytesPerLine(), length = qsizetype(part.width()) * 4;
+    const qsizetype first = part.y() * stride + qsizetype(part.x()) * 4;
+    parallelRows(part.height(), [&](int begin, int end) {
+        for (qsizetype at = first + begin * stride; at < first + end * stride; at += stride)
+            std::memcpy(to + at, from + at, size_t(length));
+    });
+    BELLAVENOR_CHECK(std::memcmp(pass.working.constBits(), base.constBits(), size_t(base.sizeInBytes())) == 0,
+                     "the working picture differs from its base outside " << record.painted.x() << ","
+                         << record.painted.y() << " " << record.painted.width() << "x" << record.painted.height());
 }
 
 void startFromPhoto(CompositorPass& pass)
@@ -101,16 +177,20 @@ void startFromPhoto(CompositorPass& pass)
     const bool smooth = s.b_Face_Skin_Smooth;
     const SmoothedBaseKey key{pass.photo.img_Basic.cacheKey(), pass.photo.images.image_Face_Full_Picture.cacheKey(),
                               smooth, smooth ? s.u_Face_Skin_Smooth_Level : 0, smooth ? s.u_Face_Skin_Smooth_Radius : 0};
-    const QImage& base = pass.memos.smoothedBase.get(key, [&] { return smoothedBase(pass.photo, s); });
-    ensurePicture(pass.working, base.size());
-    std::memcpy(pass.working.bits(), base.constBits(), size_t(base.sizeInBytes()));
+    // A base made now is written into the working picture in the same pass.
+    bool working = false;
+    const QImage& base = pass.memos.smoothedBase.get(
+        key, [&](QImage& picture) { working = makeSmoothedBase(pass, picture, &pass.working); });
+    if (!working)
+        copyBase(base, pass);
+    pass.record = {base.cacheKey(), QRect()};
 }
 
 // --- Steps 5 to 8: lips and eye colour.
 
 void paintLipsMask(CompositorPass& pass)
 {
-    ImagePainter(pass.working, pass.height())
+    ImagePainter(pass)
         .drawInto(pass.photo.regions.rect_Lips, pass.photo.images.image_Lips_Black_White);
 }
 
@@ -118,7 +198,7 @@ void paintEyeColour(CompositorPass& pass)
 {
     const FaceRegions& r = pass.photo.regions;
     const RegionImages& i = pass.photo.images;
-    ImagePainter p(pass.working, pass.height());
+    ImagePainter p(pass);
     p.drawInto(r.rect_Eye_Left, i.image_Eye_Left_Black_White);
     p.drawInto(r.rect_Eye_Right, i.image_Eye_Right_Black_White);
     const QColor colour = colourOf(pass.state.color_Color_Eyes, pass.state.f_Color_Eyes_Transparency);
@@ -128,7 +208,7 @@ void paintEyeColour(CompositorPass& pass)
 
 void paintLipsColour(CompositorPass& pass)
 {
-    ImagePainter(pass.working, pass.height())
+    ImagePainter(pass)
         .fillImagePath(pass.photo.regions.path_Lips,
                        colourOf(pass.state.color_Color_Lips, pass.state.f_Color_Lips_Transparency));
 }
@@ -143,7 +223,7 @@ void darkenEyes(CompositorPass& pass)
     const QPainterPath right =
         flipped(underEyeCurve(pass.reshaping.array_Eye_Darken_Right_Points, height, false), height);
     const QColor ink = QColor::fromRgbF(0, 0, 0, std::clamp(1.0f - s.f_Darken_Eyes_Transparency, 0.0f, 1.0f));
-    blurredLayerOver(pass.working, left.boundingRect() | right.boundingRect(), s.f_Darken_Eyes_Blur_Level,
+    blurredLayerOver(pass, left.boundingRect() | right.boundingRect(), s.f_Darken_Eyes_Blur_Level,
                      s.f_Darken_Eyes_Line_Width, [&](QPainter& layer) {
                          layer.setPen(QPen(ink, s.f_Darken_Eyes_Line_Width));
                          layer.drawPath(left);
@@ -159,7 +239,7 @@ void restoreMouthInterior(CompositorPass& pass)
     if (r.rect_Inside_Mouth.height() <= 0)
         return;
     const QImage& cut = pass.photo.images.image_Inside_Mouth_Cut;
-    ImagePainter(pass.working, pass.height()).drawInto(r.rect_Inside_Mouth, pass.state.b_Whiten_Teeth ? Whiten_Teeth(cut) : cut);
+    ImagePainter(pass).drawInto(r.rect_Inside_Mouth, pass.state.b_Whiten_Teeth ? Whiten_Teeth(cut) : cut);
 }
 
 // --- Step 11: where the marked grey eye is bright (the white of the eye,
@@ -184,7 +264,7 @@ void finishEyeColour(CompositorPass& pass)
                                                    i.image_Eye_Left_Colored, r.rect_Eye_Left, height);
     const QImage right = eyeWithBrightPartsRestored(pass.working, i.image_Eye_Right_Black_White,
                                                     i.image_Eye_Right_Colored, r.rect_Eye_Right, height);
-    ImagePainter p(pass.working, height);
+    ImagePainter p(pass);
     p.drawInto(r.rect_Eye_Left, left);
     p.drawInto(r.rect_Eye_Right, right);
 }
@@ -196,12 +276,9 @@ void removeWrinkles(CompositorPass& pass)
 {
     const QImage& cut = pass.photo.images.image_Face_Skin_Cut;
     const std::uint64_t level = pass.state.u_Remove_Wrinkles_Level;
-    const QImage& skin = pass.memos.wrinkleFreeSkin.get({cut.cacheKey(), level}, [&] {
-        QImage blurred;
-        gaussianBlurCropped(cut, blurred, float(level));
-        return blurred;
-    });
-    ImagePainter(pass.working, pass.height()).drawInto(pass.photo.regions.rect_Face_Skin, skin);
+    const QImage& skin = pass.memos.wrinkleFreeSkin.get(
+        {cut.cacheKey(), level}, [&](QImage& blurred) { gaussianBlurCropped(cut, blurred, float(level)); });
+    ImagePainter(pass).drawInto(pass.photo.regions.rect_Face_Skin, skin);
 }
 
 // --- Step 13: each eye stretched horizontally by the level in percent,
@@ -221,7 +298,7 @@ void widenEyes(CompositorPass& pass)
     const double height = pass.height();
     const QRectF left = pass.photo.regions.rect_Full_Eye_Left, right = pass.photo.regions.rect_Full_Eye_Right;
     const QImage leftEye = cutOut(pass.working, left, height), rightEye = cutOut(pass.working, right, height);
-    ImagePainter p(pass.working, height);
+    ImagePainter p(pass);
     p.drawInto(widenedRect(left, pass.state.u_Widen_Eyes_Level), leftEye);
     p.drawInto(widenedRect(right, pass.state.u_Widen_Eyes_Level), rightEye);
 }
@@ -234,7 +311,7 @@ void paintEyeShadow(CompositorPass& pass)
     const QPainterPath left = flipped(pass.photo.regions.path_Eye_Lid_Left, pass.height());
     const QPainterPath right = flipped(pass.photo.regions.path_Eye_Lid_Right, pass.height());
     const QColor colour = colourOf(s.color_Eyeshadow, s.f_Color_Eyeshadow_Transparency);
-    blurredLayerOver(pass.working, left.boundingRect() | right.boundingRect(), s.f_Eyeshadow_Blur_Level, 0,
+    blurredLayerOver(pass, left.boundingRect() | right.boundingRect(), s.f_Eyeshadow_Blur_Level, 0,
                      [&](QPainter& layer) {
                          layer.fillPath(left, colour);
                          layer.fillPath(right, colour);
@@ -269,7 +346,7 @@ void paintCheekHandles(ImagePainter& p, const QRectF& area, QSizeF imgSize, std:
     outline.addRect(area);
     p.setPen(QPen(Qt::blue, 1));
     p.setBrush(Qt::NoBrush);
-    p.drawPath(flipped(outline, p.height));
+    p.strokeImagePath(outline);
     const std::array<QPointF, 4> corners{area.topLeft(), area.topRight(), area.bottomLeft(), area.bottomRight()};
     for (size_t i = 0; i < 4; ++i) { // image space: "top" is the lower y
         percent[i] = percentOf(corners[i], imgSize);
@@ -319,12 +396,12 @@ void paintCheeks(CompositorPass& pass)
         for (int side = sides.start; side < sides.end; ++side) {
             const CheekLayerKey& key = side == 0 ? leftKey : rightKey;
             Memo<CheekLayerKey>& memo = side == 0 ? pass.memos.cheekLeft : pass.memos.cheekRight;
-            layers[side] = &memo.get(key, [&] { return cheekLayer(key); });
+            layers[side] = &memo.get(key, [&](QImage& layer) { layer = cheekLayer(key); });
         }
     });
     // Each side is finished, handles included, before the next is laid over
     // it: where the areas overlap, the right blush covers the left handles.
-    ImagePainter p(pass.working, pass.height());
+    ImagePainter p(pass);
     const double opacity = std::clamp(1.0 - double(s.f_Color_Cheeks_Transparency), 0.0, 1.0);
     const auto finishSide = [&](const QImage& blush, const QRectF& area, std::array<QPointF, 4>& percent,
                                 std::array<QRectF, 4>& squares) {
@@ -352,7 +429,7 @@ void paintUnderEyeHandlesOf(ImagePainter& p, const PointList& points, QSizeF img
 
 void paintUnderEyeHandles(CompositorPass& pass)
 {
-    ImagePainter p(pass.working, pass.height());
+    ImagePainter p(pass);
     Handles& h = pass.handles;
     paintUnderEyeHandlesOf(p, pass.reshaping.array_Eye_Darken_Left_Points, pass.photo.imgSize, h.pointPercenteEyeLeft,
                            h.rectPointEyeLeft);

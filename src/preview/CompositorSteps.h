@@ -6,9 +6,12 @@
 #include <span>
 
 // What one pass of the compositor works on: the working picture (the photo's
-// size, y down) and everything it is made from.
+// size, y down) and everything it is made from. Steps after the first paint
+// through ImagePainter or blurredLayerOver, which add what they cover to
+// record.painted.
 struct CompositorPass {
     QImage& working;
+    WorkingRecord& record;
     const OpenedPhoto& photo;
     const Reshaping& reshaping;
     const EditingState& state;

@@ -27,6 +27,17 @@ const Reshaping& asOpened()
     return reshaping;
 }
 
+// The portrait three times enlarged: its handles are several pixels wide.
+const OpenedPhoto& enlargedPortrait()
+{
+    static const OpenResult opened = [] {
+        const QImage picture = portrait().img_Basic.scaled(1536, 1536, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        return analysePhoto("enlarged", DecodedPhoto{picture, QSizeF(picture.size()), {}});
+    }();
+    EXPECT_EQ(opened.outcome, OpenResult::Opened);
+    return opened.photo;
+}
+
 QImage composed(const EditingState& state, const OpenedPhoto& photo = portrait(), const Reshaping& reshaping = asOpened())
 {
     Compositor compositor;
@@ -236,6 +247,55 @@ TEST(Compositor, EveryInputOfACachedStepChangedOnItsOwnGivesWhatAFreshCompositor
         EXPECT_TRUE(changedArea(after, composed(state)).isEmpty()) << name;
         kept.compose(portrait(), asOpened(), all); // back, so each change is on its own
     }
+}
+
+// A kept compositor puts the base back only where its last pass painted:
+// whatever a step painted must be gone when it stops painting it, alone
+// (nothing else painted over the same place) and among all the others.
+TEST(Compositor, EverySwitchTurnedAndEveryAreaMovedGivesWhatAFreshCompositorGives)
+{
+    const auto withEffectOf = [](EditingState s, const char* name) {
+        s.b_Apply_Cheeks = s.b_Apply_Cheeks || qstrcmp(name, "b_Activated_Cheeks_Reposition") == 0;
+        s.b_Eyes_Darken = s.b_Eyes_Darken || qstrcmp(name, "b_Activated_Darken_Eyes_Reposition") == 0;
+        return s;
+    };
+    EditingState all;
+    all.u_Widen_Eyes_Level = 30;
+    all.f_Darken_Eyes_Transparency = 0.2f;
+    all.f_Eyeshadow_Blur_Level = 6;
+    EditingState none = all;
+    all.forEachField([](const char* name, auto& value) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>)
+            value = qstrcmp(name, "b_Cheeks_Picking_Color") != 0;
+    });
+    // On the enlarged photo, with a cheek area of one pixel: its handles and
+    // outline reach well beyond it.
+    Reshaping tiny = Reshaping::of(enlargedPortrait().regions);
+    tiny.rect_Cheek_Right_Area_To_Paint = QRectF(tiny.rect_Cheek_Right_Area_To_Paint.topLeft(), QSizeF(1, 1));
+    Compositor kept;
+    const std::tuple<const EditingState*, const OpenedPhoto*, const Reshaping*> starts[] = {
+        {&none, &portrait(), &asOpened()}, {&all, &portrait(), &asOpened()}, {&none, &enlargedPortrait(), &tiny}};
+    for (const auto& [start, photo, reshaping] : starts) {
+        EditingState state = *start;
+        state.forEachField([&](const char* name, auto& value) {
+            if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>) {
+                value = !value;
+                kept.compose(*photo, *reshaping, withEffectOf(state, name));
+                value = !value;
+                const EditingState back = withEffectOf(state, name);
+                const QImage after = kept.compose(*photo, *reshaping, back).copy();
+                EXPECT_TRUE(changedArea(after, composed(back, *photo, *reshaping)).isEmpty())
+                    << name << (start->b_Apply_Cheeks ? " off" : " on") << " at " << photo->imgSize.width();
+            }
+        });
+    }
+    Reshaping moved = asOpened();
+    moved.rect_Cheek_Left_Area_To_Paint.translate(-40, 25);
+    moved.rect_Cheek_Right_Area_To_Paint.translate(30, -20);
+    moved.array_Eye_Darken_Left_Points[2] += QPointF(6, 9);
+    kept.compose(portrait(), asOpened(), all);
+    const QImage after = kept.compose(portrait(), moved, all).copy();
+    EXPECT_TRUE(changedArea(after, composed(all, portrait(), moved)).isEmpty()) << "areas moved";
 }
 
 TEST(Compositor, SkinSmoothingLeavesCheeksSmootherAndGentlyBrighterWithHairStillCrisp)
