@@ -1,3 +1,5 @@
+#include "Picture.h"
+
 #include <QGuiApplication>
 
 #include <benchmark/benchmark.h>
@@ -13,6 +15,7 @@ void quiet(QtMsgType, const QMessageLogContext&, const QString&) {}
 // application object; no window is shown.
 int main(int argc, char** argv)
 {
+    keepMemoryOfFreedPictures();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(quiet);
     QGuiApplication application(argc, argv);

@@ -1,28 +1,37 @@
 #include "BenchPictures.h"
 #include "Compositor.h"
 #include "OpenedPhoto.h"
+#include "PictureSaver.h"
+
+#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
 #include <cstring>
+#include <map>
 
-// Ratios are given against BM_PlainCopy12MP of the same run.
+// Ratios are given against BM_PlainCopy12MP (or 24MP) of the same run.
 
 namespace {
 
-const OpenedPhoto& photo12MP()
-{
-    static const OpenResult opened = [] {
-        const QImage picture = portrait12Megapixels();
-        return analysePhoto("portrait-12mp", DecodedPhoto{picture, QSizeF(picture.size()), {}});
-    }();
-    return opened.photo;
-}
+struct Photo {
+    OpenedPhoto photo;
+    Reshaping reshaping;
+};
 
-const Reshaping& reshaping12MP()
+const Photo& photoOf(QSize size)
 {
-    static const Reshaping reshaping = Reshaping::of(photo12MP().regions);
-    return reshaping;
+    static std::map<int, Photo> photos;
+    auto found = photos.find(size.width());
+    if (found == photos.end()) {
+        const QImage picture = portraitPhoto(size);
+        OpenResult opened = analysePhoto("portrait", DecodedPhoto{picture, QSizeF(picture.size()), {}});
+        if (opened.outcome != OpenResult::Opened)
+            qFatal("the benchmark photo was refused: %s", qPrintable(opened.message));
+        Reshaping reshaping = Reshaping::of(opened.photo.regions);
+        found = photos.emplace(size.width(), Photo{std::move(opened.photo), std::move(reshaping)}).first;
+    }
+    return found->second;
 }
 
 EditingState everyEffectOn()
@@ -35,41 +44,97 @@ EditingState everyEffectOn()
     return s;
 }
 
-void BM_PlainCopy12MP(benchmark::State& state)
+void plainCopy(benchmark::State& state, QSize size)
 {
-    const QImage& source = photo12MP().img_Basic; // analysed before timing starts
-    QImage target = makePicture(source.size());
+    const QImage source = noisePicture(size);
+    QImage target = makePicture(size);
     for (auto _ : state) {
         std::memcpy(target.bits(), source.constBits(), size_t(source.sizeInBytes()));
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK(BM_PlainCopy12MP)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-// (a) A redraw with all nine effects on and nothing computed before.
-void BM_FullRedrawAllEffects12MP(benchmark::State& state)
+// A fresh compositor with all nine effects on: nothing computed before.
+void fullRedraw(benchmark::State& state, QSize size)
 {
+    const Photo& p = photoOf(size);
     const EditingState settings = everyEffectOn();
-    photo12MP(); // analysed before timing starts
     for (auto _ : state) {
         Compositor compositor;
-        benchmark::DoNotOptimize(compositor.compose(photo12MP(), reshaping12MP(), settings));
+        benchmark::DoNotOptimize(compositor.compose(p.photo, p.reshaping, settings));
     }
 }
-BENCHMARK(BM_FullRedrawAllEffects12MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
 
-// (b) The redraw after moving the lips transparency slider, all else on.
-void BM_RedrawAfterLipsTransparency12MP(benchmark::State& state)
+// Every setting a panel control writes, moved to another value its control
+// can give.
+struct Changed {
+    void operator()(const char*, bool& v) { v = !v; }
+    void operator()(const char*, std::uint64_t& v) { v = v == 0 ? 3 : v - 1; }
+    void operator()(const char*, std::int32_t& v) { v = v + 1; }
+    void operator()(const char*, float& v) { v = v >= 0.5f ? v * 0.5f : v + 0.25f; }
+    void operator()(const char*, RgbaColor& v) { v = {v.g, v.b, v.r * 0.5f + 0.2f, v.a}; }
+    void operator()(const char*, QPointF& v) { v = QPointF(100 - v.x(), 50); }
+};
+
+// One compose after one field changed, all nine effects on: the redraw a
+// slider step, a colour or an Apply box asks for. The field goes back and
+// forth between two values.
+void redrawAfter(benchmark::State& state, QSize size, const char* field)
 {
-    EditingState settings = everyEffectOn();
+    const Photo& p = photoOf(size);
+    const EditingState before = everyEffectOn();
+    EditingState after = before;
+    after.forEachField([&](const char* name, auto& value) {
+        if (qstrcmp(name, field) == 0)
+            Changed()(name, value);
+    });
     Compositor compositor;
-    compositor.compose(photo12MP(), reshaping12MP(), settings);
-    int step = 0;
+    compositor.compose(p.photo, p.reshaping, before);
+    bool flip = false;
     for (auto _ : state) {
-        settings.f_Color_Lips_Transparency = (++step % 2) ? 0.3f : 0.4f;
-        benchmark::DoNotOptimize(compositor.compose(photo12MP(), reshaping12MP(), settings));
+        flip = !flip;
+        benchmark::DoNotOptimize(compositor.compose(p.photo, p.reshaping, flip ? after : before));
     }
 }
-BENCHMARK(BM_RedrawAfterLipsTransparency12MP)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void savePng(benchmark::State& state, QSize size)
+{
+    const Photo& p = photoOf(size);
+    Compositor compositor;
+    const QImage picture = compositor.compose(p.photo, p.reshaping, everyEffectOn());
+    QTemporaryDir folder;
+    for (auto _ : state)
+        writePng(picture, folder.filePath("saved.png"));
+    state.counters["MB"] = double(QFileInfo(folder.filePath("saved.png")).size()) / 1e6;
+}
+
+bool isPanelSetting(const char* name)
+{
+    // The picking state is the mouse's, not a setting any control writes.
+    return qstrcmp(name, "b_Cheeks_Picking_Color") != 0 && qstrcmp(name, "i_Picking_Color_Index") != 0;
+}
+
+void registerAll(const char* label, QSize size)
+{
+    const auto name = [label](const QString& what) { return QString(what).arg(label).toStdString(); };
+    benchmark::RegisterBenchmark(name("BM_PlainCopy%1").c_str(), plainCopy, size)
+        ->Unit(benchmark::kMillisecond)->UseRealTime();
+    benchmark::RegisterBenchmark(name("BM_FullRedrawAllEffects%1").c_str(), fullRedraw, size)
+        ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
+    EditingState fields;
+    fields.forEachField([&](const char* field, auto&) {
+        if (isPanelSetting(field))
+            benchmark::RegisterBenchmark(name(QString("BM_Redraw%1/") + field).c_str(), redrawAfter, size, field)
+                ->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.5);
+    });
+    benchmark::RegisterBenchmark(name("BM_SavePng%1").c_str(), savePng, size)
+        ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
+}
+
+const bool registered = [] {
+    registerAll("12MP", k12Megapixels);
+    registerAll("24MP", k24Megapixels);
+    return true;
+}();
 
 } // namespace
