@@ -22,6 +22,10 @@ void gaussian(const cv::Mat& src, cv::Mat& dst, float radius)
     gaussianBlur(src, dst, radius, cv::BORDER_CONSTANT);
 }
 
+// OpenCV filters 8-bit pictures with kernels of at least this many taps
+// through the DFT, and only whole pictures so.
+constexpr size_t kSmallestDftKernel = 130;
+
 // A normalised kernel of the pixels whose centres lie within `radius` of
 // the centre pixel.
 cv::Mat discKernel(float radius)
@@ -96,7 +100,20 @@ QImage imageBlurCheek(const QImage& image, float radius)
     if (radius <= 0 || image.isNull())
         return toPicture(image);
     FilterImage spread = grown(FilterImage::fromPicture(image), int(std::ceil(radius)));
+    const cv::Mat kernel = discKernel(radius);
     cv::Mat pixels = matView(spread.image);
-    cv::filter2D(pixels, pixels, -1, discKernel(radius), cv::Point(-1, -1), 0, cv::BORDER_CONSTANT);
-    return imageFromCIImage(spread);
+    if (kernel.total() >= kSmallestDftKernel) {
+        cv::filter2D(pixels, pixels, -1, kernel, cv::Point(-1, -1), 0, cv::BORDER_CONSTANT);
+        return imageFromCIImage(spread);
+    }
+    // OpenCV filters a kernel this small pixel by pixel, reading the rows
+    // around a band from the whole picture: bands on both cores give the
+    // same bytes as one call.
+    QImage blurred = makePicture(spread.image.size());
+    cv::Mat out = matView(blurred);
+    parallelRows(pixels.rows, [&](int begin, int end) {
+        cv::Mat band = out.rowRange(begin, end);
+        cv::filter2D(pixels.rowRange(begin, end), band, -1, kernel, cv::Point(-1, -1), 0, cv::BORDER_CONSTANT);
+    });
+    return imageFromCIImage({blurred, spread.extent});
 }

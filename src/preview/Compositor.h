@@ -40,6 +40,8 @@ public:
         return value_;
     }
 
+    bool holds(const Key& key) const { return key_ && *key_ == key; }
+
 private:
     std::optional<Key> key_;
     Value value_;

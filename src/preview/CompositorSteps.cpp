@@ -390,15 +390,20 @@ void paintCheeks(CompositorPass& pass)
                                 s.f_Cheeks_Blur_Level_Left};
     const CheekLayerKey rightKey{s.color_Color_Cheeks_1_Right, s.color_Color_Cheeks_2, s.pt_MakeUp_Center_Right,
                                  s.f_Cheeks_Blur_Level_Right};
-    // The two layers are independent: each side is made on its own core.
+    // The two layers are independent: when both are new each side is made on
+    // its own core; one alone spreads its blur over both.
     const QImage* layers[2] = {};
-    cv::parallel_for_(cv::Range(0, 2), [&](const cv::Range& sides) {
+    const auto makeSides = [&](const cv::Range& sides) {
         for (int side = sides.start; side < sides.end; ++side) {
             const CheekLayerKey& key = side == 0 ? leftKey : rightKey;
             Memo<CheekLayerKey>& memo = side == 0 ? pass.memos.cheekLeft : pass.memos.cheekRight;
             layers[side] = &memo.get(key, [&](QImage& layer) { layer = cheekLayer(key); });
         }
-    });
+    };
+    if (pass.memos.cheekLeft.holds(leftKey) || pass.memos.cheekRight.holds(rightKey))
+        makeSides(cv::Range(0, 2));
+    else
+        cv::parallel_for_(cv::Range(0, 2), makeSides);
     // Each side is finished, handles included, before the next is laid over
     // it: where the areas overlap, the right blush covers the left handles.
     ImagePainter p(pass);

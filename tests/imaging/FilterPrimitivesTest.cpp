@@ -3,6 +3,8 @@
 
 #include <QPainter>
 
+#include <opencv2/imgproc.hpp>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -97,6 +99,33 @@ TEST(Blurs, DiscBlurAveragesOverADiscAndGrowsByItsRadius)
     EXPECT_EQ(bytesAt(spread, 8, 6)[3], share) << "distance 2 is inside";
     EXPECT_EQ(bytesAt(spread, 7, 7)[3], share) << "distance 1.4 is inside";
     EXPECT_EQ(bytesAt(spread, 8, 8)[3], 0) << "distance 2.8 is outside";
+}
+
+// Small discs are filtered in bands on both cores: every radius must give
+// the bytes of one filter over the whole padded picture.
+TEST(Blurs, DiscBlurOfEveryRadiusEqualsOneFilterOverTheWholePicture)
+{
+    QImage noise = makePicture({301, 203});
+    cv::Mat bytes(noise.height(), noise.width() * 4, CV_8UC1, noise.bits(), size_t(noise.bytesPerLine()));
+    cv::randu(bytes, 0, 256);
+    for (int y = 0; y < noise.height(); ++y) // premultiplied: colour within alpha
+        for (uchar* p = noise.scanLine(y); p < noise.scanLine(y) + 4 * noise.width(); p += 4)
+            for (int c = 0; c < 3; ++c)
+                p[c] = std::min(p[c], p[3]);
+    for (const float radius : {0.7f, 1.0f, 2.5f, 4.0f, 5.0f, 6.0f, 9.0f, 40.0f}) {
+        const int reach = int(std::ceil(radius));
+        cv::Mat disc(2 * reach + 1, 2 * reach + 1, CV_32F);
+        for (int y = -reach; y <= reach; ++y)
+            for (int x = -reach; x <= reach; ++x)
+                disc.at<float>(y + reach, x + reach) = float(x * x + y * y) <= radius * radius ? 1.0f : 0.0f;
+        disc /= cv::sum(disc)[0];
+        QImage expected = makePicture(noise.size() + QSize(2 * reach, 2 * reach));
+        cv::Mat padded(expected.height(), expected.width(), CV_8UC4, expected.bits(), size_t(expected.bytesPerLine()));
+        cv::copyMakeBorder(cv::Mat(noise.height(), noise.width(), CV_8UC4, noise.bits(), size_t(noise.bytesPerLine())),
+                           padded, reach, reach, reach, reach, cv::BORDER_CONSTANT, cv::Scalar::all(0));
+        cv::filter2D(padded, padded, -1, disc, cv::Point(-1, -1), 0, cv::BORDER_CONSTANT);
+        EXPECT_EQ(imageBlurCheek(noise, radius), expected) << "radius " << radius;
+    }
 }
 
 TEST(TonalConversions, BlackAndWhiteIsGreyHarderAndBrighter)
