@@ -1,13 +1,13 @@
 #include "DLibWrapper.h"
 
 #include "DataFolder.h"
+#include "HogFaceDetector.h"
 #include "Picture.h"
 
 #include <QFileInfo>
 #include <QtDebug>
 
 #include <dlib/image_processing.h>
-#include <dlib/image_processing/frontal_face_detector.h>
 #include <dlib/opencv/cv_image.h>
 
 #include <opencv2/core.hpp>
@@ -70,7 +70,8 @@ DetectionResult detect(LandmarkModel& model, const QImage& photo)
                          size_t(rgb.bytesPerLine()));
     const dlib::cv_image<dlib::rgb_pixel> image(pixels);
 
-    const std::vector<dlib::rectangle> faces = model.detector(image, 0.0);
+    const RgbPixels rgbPixels{rgb.constBits(), rgb.width(), rgb.height(), size_t(rgb.bytesPerLine())};
+    const std::vector<HogDetection> faces = detectFaces(model.detector, rgbPixels, 0.0);
     DetectionResult result;
     if (faces.empty())
         result.code = 1;
@@ -78,7 +79,8 @@ DetectionResult detect(LandmarkModel& model, const QImage& photo)
         result.code = 2;
     else {
         result.code = 0;
-        result.landmarks = toLandmarks(model.predictor(image, faces.front()));
+        const HogDetection& face = faces.front();
+        result.landmarks = toLandmarks(model.predictor(image, dlib::rectangle(face.left, face.top, face.right, face.bottom)));
     }
     return result;
 }

@@ -1,0 +1,171 @@
+#include "DLibWrapper.h"
+#include "FaceFixtures.h"
+#include "HogFaceDetector.h"
+
+#include <QFile>
+
+#include <dlib/image_processing.h>
+#include <dlib/image_processing/frontal_face_detector.h>
+#include <dlib/opencv/cv_image.h>
+
+#include <opencv2/core.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <sstream>
+
+namespace {
+
+// The test portrait's head and shoulders enlarged to 4000 × 3000: the whole
+// portrait enlarged shows dlib a second face on the mission patch.
+QImage portrait12Megapixels()
+{
+    return portraitPicture().copy(56, 0, 400, 300).scaled(4000, 3000, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+struct Rgb {
+    QImage bytes;
+    cv::Mat mat;
+    RgbPixels pixels;
+
+    explicit Rgb(const QImage& picture)
+        : bytes(picture.convertToFormat(QImage::Format_RGB888))
+        , mat(bytes.height(), bytes.width(), CV_8UC3, bytes.bits(), size_t(bytes.bytesPerLine()))
+        , pixels{bytes.constBits(), bytes.width(), bytes.height(), size_t(bytes.bytesPerLine())}
+    {
+    }
+};
+
+// dlib's detector as shipped, called as the program called it before.
+std::vector<HogDetection> stockDetection(const Rgb& photo, double adjustThreshold)
+{
+    dlib::frontal_face_detector stock = dlib::get_frontal_face_detector();
+    std::vector<dlib::rect_detection> found;
+    stock(dlib::cv_image<dlib::rgb_pixel>(photo.mat), found, adjustThreshold);
+    std::vector<HogDetection> result;
+    for (const dlib::rect_detection& d : found)
+        result.push_back({d.detection_confidence, d.weight_index, d.rect.left(), d.rect.top(), d.rect.right(),
+                          d.rect.bottom()});
+    return result;
+}
+
+std::string described(const std::vector<HogDetection>& found)
+{
+    std::ostringstream text;
+    for (const HogDetection& d : found)
+        text << "[" << d.left << " " << d.top << " " << d.right << " " << d.bottom << " filter " << d.filter << " "
+             << d.confidence << "] ";
+    return text.str();
+}
+
+const dlib::frontal_face_detector& detector()
+{
+    static const dlib::frontal_face_detector frontal = dlib::get_frontal_face_detector();
+    return frontal;
+}
+
+// Noise of the given size, as an RGB picture.
+QImage noise(int width, int height)
+{
+    QImage picture(width, height, QImage::Format_RGB888);
+    cv::Mat bytes(height, width * 3, CV_8UC1, picture.bits(), size_t(picture.bytesPerLine()));
+    cv::randu(bytes, 0, 256);
+    return picture;
+}
+
+} // namespace
+
+// Sizes around every edge case of dlib's resize: one pixel, fewer columns
+// than its four-column step, widths where the last step is cut short.
+TEST(HogFaceDetector, PyramidLevelIsDlibsToTheByte)
+{
+    const QImage pictures[] = {noise(1, 1),     noise(2, 3),     noise(5, 7),       noise(13, 4),
+                               noise(64, 48),   noise(333, 211), noise(1001, 757),  portraitPicture().convertToFormat(QImage::Format_RGB888),
+                               noise(96, 1600)};
+    for (const QImage& picture : pictures) {
+        const cv::Mat mat(picture.height(), picture.width(), CV_8UC3, const_cast<uchar*>(picture.constBits()),
+                          size_t(picture.bytesPerLine()));
+        dlib::array2d<dlib::rgb_pixel> stock, ours;
+        dlib::pyramid_down<6>()(dlib::cv_image<dlib::rgb_pixel>(mat), stock);
+        pyramidDown({picture.constBits(), picture.width(), picture.height(), size_t(picture.bytesPerLine())}, ours);
+        ASSERT_EQ(ours.nr(), stock.nr()) << picture.width() << "x" << picture.height();
+        ASSERT_EQ(ours.nc(), stock.nc()) << picture.width() << "x" << picture.height();
+        long differing = 0;
+        for (long r = 0; r < stock.nr(); ++r)
+            for (long c = 0; c < stock.nc(); ++c)
+                differing += stock[r][c] != ours[r][c];
+        EXPECT_EQ(differing, 0) << picture.width() << "x" << picture.height();
+    }
+}
+
+// Filter lengths from one tap (no three-tap step) to eleven, planes
+// narrower than one eight-column step and wider, added to and not.
+TEST(HogFaceDetector, SeparableFilterIsDlibsToTheBit)
+{
+    cv::RNG random(5);
+    for (const auto& [rows, cols] : {std::pair{5, 3}, std::pair{9, 17}, std::pair{40, 61}}) {
+        dlib::array2d<float> plane(rows, cols), before(rows, cols);
+        for (long r = 0; r < rows; ++r)
+            for (long c = 0; c < cols; ++c) {
+                plane[r][c] = random.uniform(-1.0f, 1.0f);
+                before[r][c] = random.uniform(-1.0f, 1.0f);
+            }
+        for (const long taps : {1, 2, 3, 4, 7, 11}) {
+            dlib::matrix<float, 0, 1> rowFilter(taps), colFilter(taps + 1);
+            for (long k = 0; k < taps; ++k)
+                rowFilter(k) = random.uniform(-1.0f, 1.0f);
+            for (long k = 0; k <= taps; ++k)
+                colFilter(k) = random.uniform(-1.0f, 1.0f);
+            for (const bool addTo : {false, true}) {
+                dlib::array2d<float> stock, ours, scratch;
+                dlib::assign_image(stock, before);
+                dlib::assign_image(ours, before);
+                const dlib::rectangle stockArea =
+                    dlib::float_spatially_filter_image_separable(plane, stock, rowFilter, colFilter, scratch, addTo);
+                EXPECT_EQ(filterSeparable(plane, ours, rowFilter, colFilter, scratch, addTo), stockArea);
+                long differing = 0;
+                for (long r = 0; r < rows; ++r)
+                    for (long c = 0; c < cols; ++c)
+                        differing += std::memcmp(&stock[r][c], &ours[r][c], sizeof(float)) != 0;
+                EXPECT_EQ(differing, 0) << rows << "x" << cols << ", " << taps << " taps, added " << addTo;
+            }
+        }
+    }
+}
+
+// With the threshold lowered, dozens of weak boxes on many levels and all
+// five filters go through the sorting and the overlap suppression: the
+// order and every confidence must be dlib's.
+TEST(HogFaceDetector, FindsExactlyWhatStockDlibFindsInItsOrder)
+{
+    const QImage pictures[] = {portraitPicture(), twoPortraits(), portraitPicture().mirrored(true, false),
+                               QImage(testDataPath("portrait.png")).scaled(300, 220)};
+    for (const QImage& picture : pictures) {
+        const Rgb photo(picture);
+        for (const double adjust : {0.0, -0.6}) {
+            const std::vector<HogDetection> stock = stockDetection(photo, adjust);
+            EXPECT_EQ(detectFaces(detector(), photo.pixels, adjust), stock) << described(stock);
+        }
+    }
+}
+
+TEST(HogFaceDetector, TwelveMegapixelPortraitGivesStockDlibsFaceAndLandmarks)
+{
+    const QImage picture = portrait12Megapixels();
+    const Rgb photo(picture);
+    const std::vector<HogDetection> stock = stockDetection(photo, 0.0);
+    ASSERT_EQ(stock.size(), 1u) << described(stock);
+    EXPECT_EQ(detectFaces(detector(), photo.pixels), stock);
+
+    dlib::shape_predictor predictor;
+    dlib::deserialize(QFile::encodeName(DLibWrapper::modelPath()).toStdString()) >> predictor;
+    const HogDetection& face = stock.front();
+    const dlib::full_object_detection shape = predictor(dlib::cv_image<dlib::rgb_pixel>(photo.mat),
+                                                        dlib::rectangle(face.left, face.top, face.right, face.bottom));
+    const DetectionResult ours = DLibWrapper::Detect_Facial_Points(picture);
+    ASSERT_EQ(ours.code, 0);
+    ASSERT_EQ(ours.landmarks.size(), 68);
+    for (int i = 0; i < 68; ++i)
+        EXPECT_EQ(ours.landmarks[i], QPointF(shape.part(i).x(), shape.part(i).y())) << "landmark " << i;
+}
