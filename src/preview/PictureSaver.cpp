@@ -1,5 +1,7 @@
 #include "PictureSaver.h"
 
+#include "FilterPrimitives.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -15,9 +17,12 @@
 
 namespace {
 
-// A moderate compression: Qt's default takes several seconds on 12
-// megapixels, which would freeze the window during Save.
-constexpr int kPngQuality = 50;
+// Measured on a 12 MP retouched portrait (Qt's quality, time, file):
+// RGBA at 50 1.07 s 7.8 MB; RGB at 50 0.90 s 6.8 MB, at 70 0.64 s 7.9 MB,
+// at 80 0.58 s 8.2 MB; Qt's default took several seconds. An opaque picture
+// (every retouched one: the photo lies over black) is written without its
+// alpha at 70: as small as before and in 60 % of the time.
+constexpr int kPngQuality = 70;
 
 QString quoted(const QString& path)
 {
@@ -70,7 +75,7 @@ QString writePng(const QImage& picture, const QString& path)
         return file.errorString();
     QImageWriter writer(&file, "png");
     writer.setQuality(kPngQuality);
-    if (!writer.write(picture)) {
+    if (!writer.write(isOpaque(picture) ? picture.convertToFormat(QImage::Format_RGB888) : picture)) {
         const QString reason = file.error() != QFileDevice::NoError ? file.errorString() : writer.errorString();
         file.cancelWriting();
         return reason;

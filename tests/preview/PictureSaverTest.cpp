@@ -1,3 +1,4 @@
+#include "FilterPrimitives.h"
 #include "Picture.h"
 #include "PictureSaver.h"
 
@@ -67,6 +68,23 @@ dev_t deviceOf(const QString& path)
 }
 
 } // namespace
+
+// An opaque picture is written without its alpha, a translucent one with
+// it: both read back to the very pixels.
+TEST(PictureSaver, WrittenPicturesReadBackToTheirPixels)
+{
+    QTemporaryDir folder;
+    QImage translucent = noisyPicture();
+    for (int x = 0; x < 300; ++x)
+        translucent.setPixelColor(x, 7, QColor(40, 80, 120, x % 256));
+    for (const QImage& picture : {noisyPicture(), translucent}) {
+        const QString path = folder.filePath("picture.png");
+        ASSERT_EQ(writePng(picture, path), QString());
+        const QImage read(path);
+        EXPECT_EQ(read.hasAlphaChannel(), !isOpaque(picture));
+        EXPECT_EQ(read.convertToFormat(picture.format()), picture);
+    }
+}
 
 TEST(PictureSaver, WriteOnAFullDiskFailsAndLeavesTheOldFileWhole)
 {
