@@ -11,11 +11,13 @@
 
 #include "HogFaceDetector.h"
 
+#include "FastPaths.h"
 #include <opencv2/core/utility.hpp>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 #if defined(__x86_64__) && defined(__GNUC__)
 #include <immintrin.h>
@@ -119,6 +121,13 @@ __attribute__((target("avx2"))) inline __m256 channelOf(__m256i pixels, int chan
     return _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(pixels, 8 * channel), _mm256_set1_epi32(0xff)));
 }
 
+// Rows of three-byte pixels give no alignment; memcpy is the defined way
+// to store four bytes anywhere (it compiles to one move).
+inline void storeFourBytes(unsigned char* to, std::int32_t value)
+{
+    std::memcpy(to, &value, sizeof value);
+}
+
 __attribute__((target("avx2"))) void vectorColumns(const RowPlan& row, const ColumnPlan& plan, unsigned char* out)
 {
     const __m256 top = _mm256_set1_ps(float(1 - row.fraction)), bottom = _mm256_set1_ps(float(row.fraction));
@@ -147,9 +156,9 @@ __attribute__((target("avx2"))) void vectorColumns(const RowPlan& row, const Col
         const __m128i high = _mm_shuffle_epi8(_mm256_extracti128_si256(bytes, 1), packed);
         unsigned char* to = out + c * 3;
         _mm_storel_epi64(reinterpret_cast<__m128i*>(to), low);
-        *reinterpret_cast<std::int32_t*>(to + 8) = _mm_extract_epi32(low, 2);
+        storeFourBytes(to + 8, _mm_extract_epi32(low, 2));
         _mm_storel_epi64(reinterpret_cast<__m128i*>(to + 12), high);
-        *reinterpret_cast<std::int32_t*>(to + 20) = _mm_extract_epi32(high, 2);
+        storeFourBytes(to + 20, _mm_extract_epi32(high, 2));
     }
 }
 #endif
@@ -176,7 +185,7 @@ void pyramidDown(const RgbPixels& photo, dlib::array2d<dlib::rgb_pixel>& smaller
                            y - double(top)};
     }
 #ifdef BELLAVENOR_HAVE_AVX2_KERNELS
-    const bool vectors = __builtin_cpu_supports("avx2");
+    const bool vectors = fastPaths() && __builtin_cpu_supports("avx2");
 #else
     const bool vectors = false;
 #endif

@@ -1,6 +1,7 @@
 #include "GaussianBlur.h"
 
 #include "Contract.h"
+#include "FastPaths.h"
 #include "PixelKernels.h"
 
 #include <opencv2/imgproc.hpp>
@@ -114,16 +115,20 @@ void weighNearHoles(const cv::Mat& values, const cv::Mat& alpha, const cv::Rect&
 void gaussianBlurOverOpaque(const cv::Mat& values, const cv::Mat& alpha, const cv::Rect& holes, cv::Mat& dst,
                             float sigma)
 {
-    BELLAVENOR_CHECK(values.type() == CV_8UC1 && alpha.type() == CV_8UC1 && values.size() == alpha.size()
-                         && dst.data != values.data,
+    BELLAVENOR_CHECK(values.type() == CV_8UC1 && dst.data != values.data
+                         && (holes.empty() || (alpha.type() == CV_8UC1 && values.size() == alpha.size())),
                      "values " << values.cols << "x" << values.rows << " type " << values.type() << ", alpha "
                                << alpha.cols << "x" << alpha.rows << " type " << alpha.type());
     gaussianBlur(values, dst, sigma, cv::BORDER_REPLICATE);
     if (holes.empty())
         return;
     const int reach = gaussianSupport(sigma);
-    const cv::Rect inner = cv::Rect(holes.x - reach, holes.y - reach, holes.width + 2 * reach,
-                                    holes.height + 2 * reach)
-                           & cv::Rect(cv::Point(), values.size());
+    const cv::Rect whole(cv::Point(), values.size());
+    if (!fastPaths()) { // weighed everywhere, kept where the blurred alpha is not full
+        weighNearHoles(values, alpha, whole, whole, dst, sigma);
+        return;
+    }
+    const cv::Rect inner =
+        cv::Rect(holes.x - reach, holes.y - reach, holes.width + 2 * reach, holes.height + 2 * reach) & whole;
     weighNearHoles(values, alpha, weighingArea(holes, values.size(), reach, gaussianCell(sigma)), inner, dst, sigma);
 }
