@@ -7,6 +7,7 @@
 
 #include "HogFaceDetector.h"
 
+#include "FastPaths.h"
 #if defined(__x86_64__) && defined(__GNUC__)
 #include <immintrin.h>
 #define BELLAVENOR_HAVE_AVX2_KERNELS 1
@@ -94,7 +95,7 @@ dlib::rectangle filterSeparable(const dlib::array2d<float>& in, dlib::array2d<fl
                                 const dlib::matrix<float, 0, 1>& rowFilter, const dlib::matrix<float, 0, 1>& colFilter,
                                 dlib::array2d<float>& scratch, bool addTo)
 {
-    if (!hasAvx2() || in.size() == 0)
+    if (!fastPaths() || !hasAvx2() || in.size() == 0)
         return dlib::float_spatially_filter_image_separable(in, out, rowFilter, colFilter, scratch, addTo);
 #ifdef BELLAVENOR_HAVE_AVX2_KERNELS
     out.set_size(in.nr(), in.nc());

@@ -1,6 +1,7 @@
 #include "FilterPrimitives.h"
 
 #include "Contract.h"
+#include "FastPaths.h"
 #include "GaussianBlur.h"
 #include "PixelKernels.h"
 
@@ -102,7 +103,7 @@ QImage imageBlurCheek(const QImage& image, float radius)
     FilterImage spread = grown(FilterImage::fromPicture(image), int(std::ceil(radius)));
     const cv::Mat kernel = discKernel(radius);
     cv::Mat pixels = matView(spread.image);
-    if (kernel.total() >= kSmallestDftKernel) {
+    if (kernel.total() >= kSmallestDftKernel || !fastPaths()) {
         cv::filter2D(pixels, pixels, -1, kernel, cv::Point(-1, -1), 0, cv::BORDER_CONSTANT);
         return imageFromCIImage(spread);
     }

@@ -1,5 +1,6 @@
 #include "SkinBlend.h"
 
+#include "FastPaths.h"
 #include "PixelKernels.h"
 
 #include <algorithm>
@@ -76,7 +77,7 @@ struct SkinBlend::Tables {
         green = blend[shared ? 0 : 1].data();
         blue = blend[shared ? 0 : 2].data();
 #ifdef BELLAVENOR_HAVE_AVX2_KERNELS
-        vectors = neverDarker && __builtin_cpu_supports("avx2");
+        vectors = neverDarker && fastPaths() && __builtin_cpu_supports("avx2");
 #else
         vectors = false;
 #endif

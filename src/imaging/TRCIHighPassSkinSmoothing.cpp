@@ -1,6 +1,7 @@
 #include "TRCIHighPassSkinSmoothing.h"
 
 #include "Contract.h"
+#include "FastPaths.h"
 #include "GaussianBlur.h"
 #include "PixelKernels.h"
 #include "SkinBlend.h"
@@ -168,7 +169,7 @@ void maskOf(const cv::Mat& doubled, const cv::Mat& doubledBlur, cv::Mat& mask)
         const uchar* db = doubledBlur.ptr<uchar>() + first;
         uchar* m = mask.ptr<uchar>() + first;
 #if defined(__x86_64__) && defined(__GNUC__)
-        if (__builtin_cpu_supports("avx2")) {
+        if (fastPaths() && __builtin_cpu_supports("avx2")) {
             maskRowsAvx2(d, db, wide.data(), m, count);
             return;
         }

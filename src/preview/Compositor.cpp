@@ -12,6 +12,7 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
         working_ = QImage();
         return working_;
     }
+    ++passes_;
     CompositorPass pass{working_, record_, photo, reshaping, state, memos_, handles_};
     for (const CompositorStep& step : compositorSteps())
         if (step.runs(state))

@@ -109,8 +109,13 @@ public:
 
     const Handles& handles() const { return handles_; }
 
+    // The picture of the last call, and how many calls composed one.
+    const QImage& working() const { return working_; }
+    std::uint64_t passes() const { return passes_; }
+
 private:
     QImage working_;
+    std::uint64_t passes_ = 0;
     WorkingRecord record_;
     CompositorMemos memos_;
     Handles handles_;

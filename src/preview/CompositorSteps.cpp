@@ -1,6 +1,7 @@
 #include "CompositorSteps.h"
 
 #include "Contract.h"
+#include "FastPaths.h"
 #include "FilterPrimitives.h"
 #include "GaussianBlur.h"
 #include "ImageSpace.h"
@@ -155,7 +156,7 @@ void copyBase(const QImage& base, CompositorPass& pass)
 {
     WorkingRecord& record = pass.record;
     QRect part = base.rect();
-    if (record.base == base.cacheKey() && pass.working.size() == base.size())
+    if (record.base == base.cacheKey() && pass.working.size() == base.size() && fastPaths())
         part = record.painted & base.rect();
     ensurePicture(pass.working, base.size());
     uchar* to = pass.working.bits();

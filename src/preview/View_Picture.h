@@ -51,6 +51,9 @@ public:
     // the origin at the bottom-left.
     QRectF rectDrawCamera() const { return rectDrawCamera_; }
 
+    // The compositor of the redraws: its last picture and how many it made.
+    const Compositor& compositor() const { return compositor_; }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

@@ -7,12 +7,14 @@
 #include "Window_Eye_Shadow.h"
 #include "Window_Eyes_Color.h"
 #include "Window_Eyes_Darken.h"
+#include "Window_Face_Skin_Smooth.h"
 #include "Window_Lips_Color.h"
 #include "ui_MainWindow.h"
 #include "ui_Window_Cheek.h"
 #include "ui_Window_Eye_Shadow.h"
 #include "ui_Window_Eyes_Color.h"
 #include "ui_Window_Eyes_Darken.h"
+#include "ui_Window_Face_Skin_Smooth.h"
 #include "ui_Window_Lips_Color.h"
 
 #include <QMouseEvent>
@@ -203,6 +205,31 @@ TEST_F(PanelsTest, SlidersWriteAndShowTheirScaling)
     auto* shadow = panel<Window_Eye_Shadow>(app->window_Eye_Shadow);
     EXPECT_EQ(shadow->ui().slider_Blur->value(), 700) << "blur 7.0 in hundredths";
     EXPECT_EQ(shadow->ui().slider_Transparency->value(), 20);
+}
+
+// A drag sends a step per mouse move, faster than skin smoothing redraws
+// at camera size: the steps must not queue redraws, and the one redraw
+// shows the last value.
+TEST_F(PanelsTest, ABurstOfSliderStepsIsOneRedrawOfTheLastValue)
+{
+    withPhoto();
+    app->state.b_Face_Skin_Smooth = true;
+    app->On_Face_Smooth_Skin();
+    auto* skin = panel<Window_Face_Skin_Smooth>(app->window_Face_Skin_Smooth);
+    ASSERT_NE(skin, nullptr);
+    PaintCounter paints(app->viewPreview());
+    const Compositor& compositor = app->viewPreview()->compositor();
+    const std::uint64_t before = compositor.passes();
+    QSlider* level = skin->ui().slider_Level;
+    level->setValue(0);
+    for (int step = 0; step < 17; ++step)
+        level->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(paints.count, 1);
+    EXPECT_EQ(compositor.passes() - before, 1u);
+    EXPECT_EQ(app->state.u_Face_Skin_Smooth_Level, 17u);
+    Compositor fresh;
+    EXPECT_EQ(compositor.working(), fresh.compose(*app->photo, app->reshaping, app->state));
 }
 
 TEST_F(PanelsTest, ApplyTogglesTheSwitchAndAReopenedPanelShowsTheCurrentState)

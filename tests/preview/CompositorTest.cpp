@@ -1,4 +1,5 @@
 #include "Compositor.h"
+#include "FastPaths.h"
 #include "ImageSpace.h"
 #include "OpenedPhoto.h"
 #include "PictureSaver.h"
@@ -296,6 +297,42 @@ TEST(Compositor, EverySwitchTurnedAndEveryAreaMovedGivesWhatAFreshCompositorGive
     kept.compose(portrait(), asOpened(), all);
     const QImage after = kept.compose(portrait(), moved, all).copy();
     EXPECT_TRUE(changedArea(after, composed(all, portrait(), moved)).isEmpty()) << "areas moved";
+}
+
+// Every effect at camera size, by the fast paths (vector kernels, blurs
+// weighed only near holes, a kept compositor renewing only what its last
+// pass painted) and by the plain ones: the same bits.
+TEST(Compositor, FastPathsGiveThePlainPathsPictureAtTwelveMegapixels)
+{
+    const QImage picture =
+        portrait().img_Basic.copy(56, 0, 400, 300).scaled(4000, 3000, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const OpenResult opened = analysePhoto("camera", DecodedPhoto{picture, QSizeF(picture.size()), {}});
+    ASSERT_EQ(opened.outcome, OpenResult::Opened);
+    const Reshaping reshaping = Reshaping::of(opened.photo.regions);
+    EditingState all;
+    all.forEachField([](const char* name, auto& value) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>)
+            value = qstrcmp(name, "b_Cheeks_Picking_Color") != 0;
+    });
+    all.u_Widen_Eyes_Level = 12;
+    all.u_Face_Skin_Smooth_Radius = 7;
+    all.f_Darken_Eyes_Transparency = 0.4f;
+    all.f_Color_Cheeks_Transparency = 0.3f;
+    EditingState earlier = all;
+    earlier.u_Face_Skin_Smooth_Radius = 12;
+    earlier.f_Cheeks_Blur_Level_Left = 9;
+    earlier.b_Activated_Darken_Eyes_Reposition = false;
+
+    Compositor kept;
+    kept.compose(opened.photo, reshaping, earlier);
+    const QImage fast = kept.compose(opened.photo, reshaping, all).copy();
+    setFastPaths(false);
+    const QImage plain = composed(all, opened.photo, reshaping);
+    setFastPaths(true);
+    EXPECT_TRUE(changedArea(fast, plain).isEmpty()) << "differs in " << changedArea(fast, plain).x() << ","
+                                                    << changedArea(fast, plain).y() << " "
+                                                    << changedArea(fast, plain).width() << "x"
+                                                    << changedArea(fast, plain).height();
 }
 
 TEST(Compositor, SkinSmoothingLeavesCheeksSmootherAndGentlyBrighterWithHairStillCrisp)
