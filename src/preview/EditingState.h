@@ -64,6 +64,10 @@ struct EditingState {
     // shadow, cheeks, under-eye. Settings and interaction modes stay.
     void Reset_Variables();
 
+    // Puts the settings of the effect with this switch back to their
+    // starting values; its switch, the other effects and the modes stay.
+    void restoreDefaultsOf(bool EditingState::*effectSwitch);
+
     bool operator==(const EditingState&) const = default;
 
     // Calls visit(name, field) for every field above, in declaration order.

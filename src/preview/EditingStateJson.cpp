@@ -2,10 +2,12 @@
 
 #include "RegularFile.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
+#include <QSaveFile>
 #include <QSet>
 
 #include <charconv>
@@ -192,5 +194,26 @@ bool readSettingsFile(const QString& path, EditingState& state, QString& error)
         return false;
     }
     state = read;
+    return true;
+}
+
+QJsonObject exportedSettings(const EditingState& state)
+{
+    QJsonObject json = toJson(state);
+    for (const char* windowOnly : {"b_Activated_Cheeks_Reposition", "b_Activated_Darken_Eyes_Reposition",
+                                   "b_Cheeks_Picking_Color", "i_Picking_Color_Index"})
+        json.remove(windowOnly);
+    return json;
+}
+
+bool writeSettingsFile(const QString& path, const EditingState& state, QString& error)
+{
+    QSaveFile file(path);
+    const QByteArray bytes = QJsonDocument(exportedSettings(state)).toJson(QJsonDocument::Indented);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        error = QString("The settings could not be saved to \"%1\": %2.")
+                    .arg(QDir::toNativeSeparators(path), file.errorString());
+        return false;
+    }
     return true;
 }

@@ -9,6 +9,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
 
 #include <cmath>
 
@@ -22,10 +23,15 @@ View_Picture::View_Picture(QWidget* parent)
 void View_Picture::setSources(std::shared_ptr<const OpenedPhoto> photo, Reshaping* reshaping, EditingState* state,
                               SaveRequest* saveRequest)
 {
+    const bool newPhoto = photo != photo_;
     photo_ = std::move(photo);
     reshaping_ = reshaping;
     state_ = state;
     saveRequest_ = saveRequest;
+    if (newPhoto) { // a new photo opens fitted
+        framing_ = {};
+        emit framingChanged();
+    }
 }
 
 void View_Picture::paintEvent(QPaintEvent*)
@@ -34,18 +40,37 @@ void View_Picture::paintEvent(QPaintEvent*)
     painter.fillRect(rect(), Qt::black);
     if (!hasPhoto())
         return;
+    const bool savePending = saveRequest_ && saveRequest_->b_Save_Picture;
     QString failure;
-    const QImage* working = compositor_.tryCompose(*photo_, *reshaping_, *state_, failure);
-    rectDrawCamera_ = return_Best_Fit_Frame(photo_->imgSize.width(), photo_->imgSize.height(), width(), height());
-    if (working)
-        showFitted(*working);
+    // Holding the compare key needs no retouched picture, unless a save
+    // waits for one.
+    const QImage* working = showingUntouched_ && !splitView_ && !savePending ? nullptr : upToDateWorking(failure);
     // A redraw that failed (the memory ran out) leaves the last good picture.
+    if (working || failure.isEmpty())
+        showFramed(working);
     painter.drawImage(QPointF(0, 0), shown_);
     if (saveRequest_)
         fulfil(*saveRequest_, working, failure);
 }
 
-void View_Picture::showFitted(const QImage& working)
+// The compositor's picture, composed again only when the photo, the
+// reshaping or the settings differ from what it was made of.
+const QImage* View_Picture::upToDateWorking(QString& failure)
+{
+    if (composed_ && composed_->photo == photo_.get() && composed_->reshaping == *reshaping_
+        && composed_->state == *state_ && !compositor_.working().isNull())
+        return &compositor_.working();
+    composed_.reset();
+    const QImage* working = compositor_.tryCompose(*photo_, *reshaping_, *state_, failure);
+    if (working)
+        composed_ = Composed{photo_.get(), *reshaping_, *state_};
+    return working;
+}
+
+// Draws the retouched picture, the untouched photo or both halves into the
+// frame. The retouched picture is opaque and covers the photo completely,
+// so the photo itself need not be drawn under it.
+void View_Picture::showFramed(const QImage* working)
 {
     const qreal ratio = devicePixelRatioF();
     const QSize pixels = (QSizeF(size()) * ratio).toSize();
@@ -53,13 +78,132 @@ void View_Picture::showFitted(const QImage& working)
         shown_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
     shown_.setDevicePixelRatio(ratio);
     shown_.fill(Qt::black);
-    // The working picture is opaque and covers the photo completely, so the
-    // photo itself need not be drawn under it. The frame is centred, so it
-    // is the same rectangle with y counted from the top.
-    const QRectF onScreen = flipped(rectDrawCamera_, height());
+    const QRectF onScreen = flipped(rectDrawCamera(), height());
+    const QImage& untouched = photo_->img_Basic;
     QPainter painter(&shown_);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(onScreen, working);
+    if (!splitView_ || !working) {
+        painter.drawImage(onScreen, showingUntouched_ || !working ? untouched : *working);
+        return;
+    }
+    // The split runs through the middle of the part of the frame in view.
+    const QRectF visible = onScreen & QRectF(rect());
+    const double split = std::round(visible.center().x() * ratio) / ratio;
+    painter.setClipRect(QRectF(onScreen.left(), onScreen.top(), split - onScreen.left(), onScreen.height()));
+    painter.drawImage(onScreen, untouched);
+    painter.setClipRect(QRectF(split, onScreen.top(), onScreen.right() - split, onScreen.height()));
+    painter.drawImage(onScreen, *working);
+    painter.setClipping(false);
+    // A light line with dark edges shows on light and dark photos alike.
+    const double onePixel = 1 / ratio;
+    painter.fillRect(QRectF(split - onePixel, visible.top(), 3 * onePixel, visible.height()), QColor(0, 0, 0, 160));
+    painter.fillRect(QRectF(split, visible.top(), onePixel, visible.height()), Qt::white);
+}
+
+QSizeF View_Picture::photoSize() const
+{
+    return photo_ ? photo_->imgSize : QSizeF();
+}
+
+QRectF View_Picture::rectDrawCamera() const
+{
+    if (!photo_ || photo_->isEmpty())
+        return {};
+    return framedPhoto(framing_, photoSize(), QSizeF(size()), devicePixelRatioF());
+}
+
+double View_Picture::zoom() const
+{
+    return shownZoom(framing_, photoSize(), QSizeF(size()), devicePixelRatioF());
+}
+
+void View_Picture::setFraming(const Framing& framing)
+{
+    if (framing == framing_)
+        return;
+    framing_ = framing;
+    update();
+    emit framingChanged();
+}
+
+void View_Picture::zoomToFit()
+{
+    setFraming(Framing{});
+}
+
+void View_Picture::zoomToActualPixels()
+{
+    setFraming(zoomedAbout(framing_, 1, QRectF(rect()).center(), photoSize(), QSizeF(size()), devicePixelRatioF()));
+}
+
+void View_Picture::zoomBy(int steps)
+{
+    zoomBy(steps, QRectF(rect()).center());
+}
+
+void View_Picture::zoomBy(int steps, QPointF anchor)
+{
+    if (!hasPhoto())
+        return;
+    const double to = steppedZoom(zoom(), steps);
+    setFraming(zoomedAbout(framing_, to, anchor, photoSize(), QSizeF(size()), devicePixelRatioF()));
+}
+
+void View_Picture::panBy(QPointF delta)
+{
+    if (hasPhoto())
+        setFraming(pannedBy(framing_, delta, photoSize(), QSizeF(size()), devicePixelRatioF()));
+}
+
+void View_Picture::setShowingUntouched(bool untouched)
+{
+    if (untouched == showingUntouched_)
+        return;
+    showingUntouched_ = untouched;
+    update();
+}
+
+void View_Picture::setSplitView(bool split)
+{
+    if (split == splitView_)
+        return;
+    splitView_ = split;
+    update();
+    emit splitViewChanged(split);
+}
+
+void View_Picture::setPanKeyHeld(bool held)
+{
+    panKeyHeld_ = held;
+    if (!held && panFrom_ && !b_Mouse_Down)
+        panFrom_.reset();
+    setCursor(held ? Qt::OpenHandCursor : Qt::ArrowCursor);
+}
+
+// A fitted photo stays fitted to the new size; a zoomed one keeps its pan
+// within the new bounds. Either way the zoom shown may change.
+void View_Picture::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    emit framingChanged();
+}
+
+void View_Picture::wheelEvent(QWheelEvent* event)
+{
+    const QPoint degrees = event->angleDelta() / 8;
+    if (event->modifiers() & Qt::ControlModifier) {
+        const int steps = degrees.y() / 15;
+        if (steps != 0)
+            zoomBy(steps, event->position());
+    } else {
+        panBy(QPointF(degrees) * 2); // scrolling moves a zoomed photo
+    }
+    event->accept();
+}
+
+bool View_Picture::panning(const QMouseEvent* event) const
+{
+    return event->button() == Qt::MiddleButton || (event->button() == Qt::LeftButton && panKeyHeld_);
 }
 
 namespace {
@@ -104,9 +248,10 @@ QPointF View_Picture::viewPoint(const QMouseEvent* event) const
     return flipped(event->position(), height()); // y up, as rectDrawCamera
 }
 
+// The one mapping from the pointer to the photo, through the frame shown.
 QPointF View_Picture::percentOfPhoto(QPointF view) const
 {
-    const QRectF& frame = rectDrawCamera_;
+    const QRectF frame = rectDrawCamera();
     return singlePoint((view.x() - frame.x()) * 100 / frame.width(), (view.y() - frame.y()) * 100 / frame.height());
 }
 
@@ -134,6 +279,11 @@ void View_Picture::hitCheekHandles(QPointF percent, Dragging& flags, const std::
 
 void View_Picture::mousePressEvent(QMouseEvent* event)
 {
+    if (panning(event)) { // a pan is never a handle drag or a pick
+        panFrom_ = event->position();
+        setCursor(Qt::ClosedHandCursor);
+        return;
+    }
     if (event->button() != Qt::LeftButton)
         return; // gestures, handles and picking are the left button's
     b_Mouse_Down = true;
@@ -192,6 +342,11 @@ bool View_Picture::dragUnderEyePoints(QPointF pixel)
 
 void View_Picture::mouseMoveEvent(QMouseEvent* event)
 {
+    if (panFrom_) {
+        panBy(event->position() - *panFrom_);
+        panFrom_ = event->position();
+        return;
+    }
     mouseDownPos = viewPoint(event);
     if (!hasPhoto())
         return;
@@ -242,6 +397,11 @@ void View_Picture::pickColour(QPointF percent)
 
 void View_Picture::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (panFrom_ && (event->button() == Qt::MiddleButton || event->button() == Qt::LeftButton)) {
+        panFrom_.reset();
+        setCursor(panKeyHeld_ ? Qt::OpenHandCursor : Qt::ArrowCursor);
+        return;
+    }
     if (event->button() != Qt::LeftButton)
         return;
     b_Mouse_Down = false;

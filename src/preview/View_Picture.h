@@ -1,6 +1,9 @@
 #pragma once
 
 #include "Compositor.h"
+#include "EditingState.h"
+#include "PreviewGeometry.h"
+#include "Reshaping.h"
 
 #include <QRectF>
 #include <QWidget>
@@ -8,15 +11,16 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 
-struct EditingState;
 struct OpenedPhoto;
-struct Reshaping;
 struct SaveRequest;
 
-// The preview of the main window: on every redraw the retouched picture is
-// composed at the photo's full size and shown fitted into the view; black
-// without a photo. A pending save request is fulfilled by the same redraw.
+// The preview of the main window: the retouched picture, composed at the
+// photo's full size whenever what it is made of changed, shown fitted into
+// the view or zoomed; black without a photo. A pending save request is
+// fulfilled by the same redraw. The untouched photo can be shown instead of
+// it, or beside it in a split view, without composing anything.
 class View_Picture : public QWidget {
     Q_OBJECT
 
@@ -47,21 +51,54 @@ public:
     QPointF mouseDownPos, mouseDownPos_Mouse_Down; // view space, y up
     QRectF rect_Cheek_Left_Area_To_Paint_Mouse_Down, rect_Cheek_Right_Area_To_Paint_Mouse_Down;
 
-    // Where the photo was drawn by the last redraw, in view coordinates with
-    // the origin at the bottom-left.
-    QRectF rectDrawCamera() const { return rectDrawCamera_; }
+    // Where the photo is drawn, in view coordinates with the origin at the
+    // bottom-left: the best-fit frame unless zoomed. Every pointer position
+    // is mapped to the photo through it.
+    QRectF rectDrawCamera() const;
+
+    // Zoom and pan: fitted (Ctrl+0), 100 % (Ctrl+1: one photo pixel per
+    // device pixel), a level up or down about the view's centre, or about a
+    // point of the view (the wheel with Ctrl); panning by view pixels.
+    const Framing& framing() const { return framing_; }
+    double zoom() const; // device pixels per photo pixel, as shown
+    void zoomToFit();
+    void zoomToActualPixels();
+    void zoomBy(int steps);
+    void zoomBy(int steps, QPointF anchor);
+    void panBy(QPointF delta);
+
+    // Before and after: while held the untouched photo is shown in the same
+    // frame; the split view shows it in the left half of the frame and the
+    // retouched picture in the right half.
+    void setShowingUntouched(bool untouched);
+    bool showingUntouched() const { return showingUntouched_; }
+    void setSplitView(bool split);
+    bool splitView() const { return splitView_; }
+    // While the pan key is held, the left button pans too.
+    void setPanKeyHeld(bool held);
 
     // The compositor of the redraws: its last picture and how many it made.
     const Compositor& compositor() const { return compositor_; }
 
+signals:
+    // The frame or the zoom changed: what the status line shows.
+    void framingChanged();
+    void splitViewChanged(bool split);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    void showFitted(const QImage& working);
+    const QImage* upToDateWorking(QString& failure);
+    void showFramed(const QImage* working);
+    void setFraming(const Framing& framing);
+    QSizeF photoSize() const;
+    bool panning(const QMouseEvent* event) const;
     QPointF viewPoint(const QMouseEvent* event) const;
     QPointF percentOfPhoto(QPointF view) const;
     QPointF pixelOf(QPointF percent) const;
@@ -78,6 +115,16 @@ private:
     EditingState* state_ = nullptr;
     SaveRequest* saveRequest_ = nullptr;
     Compositor compositor_;
-    QRectF rectDrawCamera_;
-    QImage shown_; // the last picture drawn, fitted into the view
+    // What the compositor's picture was made of: while they stay the same,
+    // a redraw (a zoom, a pan, the compare key) only shows it again.
+    struct Composed {
+        const OpenedPhoto* photo = nullptr;
+        Reshaping reshaping;
+        EditingState state;
+    };
+    std::optional<Composed> composed_;
+    Framing framing_;
+    bool showingUntouched_ = false, splitView_ = false, panKeyHeld_ = false;
+    std::optional<QPointF> panFrom_; // view pixels, y down, while a pan drags
+    QImage shown_; // the last picture drawn, framed in the view
 };

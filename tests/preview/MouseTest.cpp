@@ -4,6 +4,7 @@
 
 #include <QTest>
 
+#include <cmath>
 #include <functional>
 
 #include <gtest/gtest.h>
@@ -16,21 +17,54 @@ const OpenedPhoto& portrait()
     return opened.photo;
 }
 
-// A preview exactly the photo's size, so a photo pixel (x, y up) lies at
-// widget position (x, 512 - y).
-class MouseTest : public ::testing::Test {
+// Every rule runs twice: with the photo fitted (the best-fit frame, here
+// 1.16 view pixels per photo pixel) and at 100 % (one photo pixel per view
+// pixel, the photo panned off centre). The pointer reaches the photo only
+// through the frame shown.
+class MouseTest : public ::testing::TestWithParam<bool> {
 protected:
     void SetUp() override
     {
         reshaping = Reshaping::of(photo.regions);
-        view.resize(512, 512);
+        view.resize(700, 600);
         view.setSources(std::make_shared<const OpenedPhoto>(photo), &reshaping, &state, nullptr);
         view.onColourPicked = [this](int index) { picked.push_back(index); };
+        if (GetParam()) {
+            view.zoomToActualPixels();
+            view.panBy({-60, 25});
+        }
     }
 
     void redraw() { view.grab(); } // composes, which places the handles
 
-    static QPoint at(QPointF imagePoint) { return QPoint(int(imagePoint.x()), int(512 - imagePoint.y())); }
+    // The view position showing a photo point (pixels, y up).
+    QPoint at(QPointF imagePoint) const
+    {
+        const QRectF frame = view.rectDrawCamera();
+        const double scale = frame.width() / photo.imgSize.width();
+        const QPointF viewUp(frame.x() + imagePoint.x() * scale, frame.y() + imagePoint.y() * scale);
+        return QPoint(int(std::lround(viewUp.x())), int(std::lround(view.height() - viewUp.y())));
+    }
+    // The photo pixel (y from the top) under a view position.
+    QPoint pixelAt(QPoint position) const
+    {
+        const QRectF frame = view.rectDrawCamera();
+        const double scale = frame.width() / photo.imgSize.width();
+        const double yUp = (view.height() - position.y() - frame.y()) / scale;
+        return QPoint(int(std::floor((position.x() - frame.x()) / scale)),
+                      int(std::floor(photo.imgSize.height() - yUp)));
+    }
+    // How far a pointer on whole view pixels can be from a photo point.
+    double slack() const { return photo.imgSize.width() / view.rectDrawCamera().width(); }
+    void expectNear(const QRectF& actual, const QRectF& expected) const
+    {
+        EXPECT_NEAR(actual.x(), expected.x(), slack());
+        EXPECT_NEAR(actual.y(), expected.y(), slack());
+        EXPECT_NEAR(actual.width(), expected.width(), 2 * slack());
+        EXPECT_NEAR(actual.height(), expected.height(), 2 * slack());
+    }
+    // The same for a point with y from the top of the photo.
+    QPoint atTopDown(QPointF pixel) const { return at({pixel.x(), photo.imgSize.height() - pixel.y()}); }
 
     void press(QPoint p, Qt::MouseButton button = Qt::LeftButton) { QTest::mousePress(&view, button, {}, p); }
     void drag(QPoint p, Qt::MouseButton held = Qt::LeftButton)
@@ -70,7 +104,7 @@ protected:
 
 } // namespace
 
-TEST_F(MouseTest, NothingChangesWithBothModesOff)
+TEST_P(MouseTest, NothingChangesWithBothModesOff)
 {
     state.b_Apply_Cheeks = state.b_Eyes_Darken = true;
     redraw();
@@ -88,7 +122,7 @@ TEST_F(MouseTest, NothingChangesWithBothModesOff)
     EXPECT_FALSE(view.b_Mouse_Down);
 }
 
-TEST_F(MouseTest, RightTopHandleFollowsTheRightBottomRule)
+TEST_P(MouseTest, RightTopHandleFollowsTheRightBottomRule)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
     reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
@@ -106,7 +140,7 @@ TEST_F(MouseTest, RightTopHandleFollowsTheRightBottomRule)
     EXPECT_EQ(reshaping.rect_Cheek_Right_Area_To_Paint, QRectF(300, 300, 50, 50));
 }
 
-TEST_F(MouseTest, LeftTopHandleMovesTheTopEdgeWhileTheOriginStays)
+TEST_P(MouseTest, LeftTopHandleMovesTheTopEdgeWhileTheOriginStays)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
     reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
@@ -114,15 +148,17 @@ TEST_F(MouseTest, LeftTopHandleMovesTheTopEdgeWhileTheOriginStays)
 
     press(at({100, 150})); // the left-top corner
     drag(at({100, 150}));
-    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50)) << "held still: unchanged";
+    expectNear(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50)); // held still: unchanged
 
     drag(at({90, 170}));
-    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 60, 70))
-        << "the top follows the mouse; the width grows as for the left edge, the origin stays";
+    // The top follows the mouse; the width grows as for the left edge, the
+    // origin stays.
+    expectNear(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 60, 70));
+    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint.topLeft(), QPointF(100, 100));
     release(at({90, 170}));
 }
 
-TEST_F(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
+TEST_P(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
     reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
@@ -144,7 +180,7 @@ TEST_F(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
     EXPECT_EQ(picked, std::vector<int>{2});
 }
 
-TEST_F(MouseTest, ClickOnePercentAwayMissesAndLeftBottomPastTheRightEdgeGoesNegative)
+TEST_P(MouseTest, ClickOnePercentAwayMissesAndLeftBottomPastTheRightEdgeGoesNegative)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
     reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(102.4, 102.4, 51.2, 51.2); // corners on cell edges
@@ -162,14 +198,14 @@ TEST_F(MouseTest, ClickOnePercentAwayMissesAndLeftBottomPastTheRightEdgeGoesNega
     EXPECT_LT(reshaping.rect_Cheek_Left_Area_To_Paint.width(), 0) << "stored as it is";
 }
 
-TEST_F(MouseTest, UnderEyePointIsReplacedAtTheFlippedPosition)
+TEST_P(MouseTest, UnderEyePointIsReplacedAtTheFlippedPosition)
 {
     state.b_Eyes_Darken = state.b_Activated_Darken_Eyes_Reposition = true;
     redraw();
     const QPointF third = reshaping.array_Eye_Darken_Left_Points[2]; // y from the top
-    press(QPoint(int(third.x()), int(third.y())));
-    drag(QPoint(int(third.x()) + 10, int(third.y()) + 20));
-    release(QPoint(int(third.x()) + 10, int(third.y()) + 20));
+    press(atTopDown(third));
+    drag(atTopDown(third + QPointF(10, 20)));
+    release(atTopDown(third + QPointF(10, 20)));
 
     const QPointF moved = reshaping.array_Eye_Darken_Left_Points[2];
     EXPECT_NEAR(moved.x(), third.x() + 10, 1.1);
@@ -177,7 +213,7 @@ TEST_F(MouseTest, UnderEyePointIsReplacedAtTheFlippedPosition)
     EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points[0], portrait().regions.array_Eye_Darken_Left_Points[0]);
 }
 
-TEST_F(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColourOnly)
+TEST_P(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColourOnly)
 {
     state.b_Color_Lips = true; // the shown picture differs from the photo on the lips
     state.f_Color_Lips_Transparency = 1;
@@ -185,11 +221,9 @@ TEST_F(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColou
     state.i_Picking_Color_Index = 3;
     redraw();
     const QPointF lip = (photo.facePointsRelativeToImageSize[57] + photo.facePointsRelativeToImageSize[66]) / 2;
-    const QPoint where(int(lip.x()), int(lip.y()));
+    QTest::mouseClick(&view, Qt::LeftButton, {}, atTopDown(lip));
 
-    QTest::mouseClick(&view, Qt::LeftButton, {}, where);
-
-    const QColor expected = photo.img_Basic.pixelColor(where);
+    const QColor expected = photo.img_Basic.pixelColor(pixelAt(atTopDown(lip)));
     EXPECT_NEAR(state.color_Color_Cheeks_1_Right.r, expected.redF(), 0.01);
     EXPECT_NEAR(state.color_Color_Cheeks_1_Right.g, expected.greenF(), 0.01);
     EXPECT_EQ(state.color_Color_Cheeks_1, EditingState{}.color_Color_Cheeks_1);
@@ -197,3 +231,6 @@ TEST_F(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColou
     EXPECT_FALSE(state.b_Cheeks_Picking_Color);
     EXPECT_EQ(picked, std::vector<int>{3});
 }
+
+INSTANTIATE_TEST_SUITE_P(FittedAndAtActualPixels, MouseTest, ::testing::Values(false, true),
+                         [](const auto& info) { return info.param ? "AtActualPixels" : "Fitted"; });

@@ -1,5 +1,7 @@
 #include "PreviewGeometry.h"
 
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 TEST(BestFitFrame, StepsInFiftiethsAndOverhangsOneStepWhenShrinking)
@@ -37,4 +39,65 @@ TEST(PercentConversions, ResultsAreRoundedToSinglePrecision)
               QPointF(333.3330078125, 518.2589721679688));
     EXPECT_EQ(Return_Rect_In_Percentage(QRectF(1, 2, 3, 4), QSizeF(3, 7)),
               QRectF(33.33333206176758, 28.571428298950195, 100, 57.14285659790039));
+}
+
+TEST(Framing, StepsThroughTheUsualLevelsAndAFittedZoomStepsToItsNeighbours)
+{
+    EXPECT_EQ(steppedZoom(1, 1), 1.5);
+    EXPECT_EQ(steppedZoom(1, -1), 2.0 / 3);
+    EXPECT_EQ(steppedZoom(0.23, 1), 0.25) << "a fitted 23 % goes up to 25 %";
+    EXPECT_EQ(steppedZoom(0.23, -1), 0.125) << "and down to 12.5 %";
+    EXPECT_EQ(steppedZoom(1, 3), 3);
+    EXPECT_EQ(steppedZoom(16, 1), 16) << "the top stays";
+    EXPECT_EQ(steppedZoom(1.0 / 16, -1), 1.0 / 16) << "the bottom stays";
+    EXPECT_EQ(steppedZoom(2, -20), 1.0 / 16);
+}
+
+TEST(Framing, ActualPixelsHonourTheScreensScaleFactorAndStartOnADevicePixel)
+{
+    const QSizeF photo(513, 301), view(700, 600);
+    const Framing actual{false, 1, {}};
+    const QRectF onePerPixel = framedPhoto(actual, photo, view, 1);
+    EXPECT_EQ(onePerPixel.size(), photo);
+    EXPECT_EQ(onePerPixel.x(), std::round((700 - 513) / 2.0)) << "93.5 moves to a whole pixel";
+
+    const QRectF onTwice = framedPhoto(actual, photo, view, 2);
+    EXPECT_EQ(onTwice.size(), photo / 2) << "one photo pixel per device pixel on a 2× screen";
+    EXPECT_EQ(onTwice.x() * 2, std::round(onTwice.x() * 2));
+    EXPECT_EQ(shownZoom(actual, photo, view, 2), 1);
+
+    EXPECT_EQ(framedPhoto(Framing{}, photo, view, 2), return_Best_Fit_Frame(513, 301, 700, 600));
+    EXPECT_DOUBLE_EQ(shownZoom(Framing{}, photo, view, 1), return_Best_Fit_Frame(513, 301, 700, 600).width() / 513);
+}
+
+TEST(Framing, ZoomingAboutAPointKeepsThePhotoPointUnderIt)
+{
+    const QSizeF photo(4000, 3000), view(800, 600);
+    const QPointF anchor(600, 150); // y down
+    const auto photoPointAt = [&](const Framing& f) {
+        const QRectF frame = framedPhoto(f, photo, view, 1);
+        const double scale = frame.width() / photo.width();
+        return QPointF((anchor.x() - frame.x()) / scale, (view.height() - anchor.y() - frame.y()) / scale);
+    };
+    const Framing fitted;
+    const Framing zoomed = zoomedAbout(fitted, 0.5, anchor, photo, view, 1);
+    EXPECT_FALSE(zoomed.fitted);
+    EXPECT_EQ(zoomed.zoom, 0.5);
+    const QPointF before = photoPointAt(fitted), after = photoPointAt(zoomed);
+    EXPECT_NEAR(after.x(), before.x(), 2) << "within a device pixel at 50 %";
+    EXPECT_NEAR(after.y(), before.y(), 2);
+}
+
+TEST(Framing, APhotoLargerThanTheViewCannotLeaveItAndASmallerOneStaysCentred)
+{
+    const QSizeF photo(1000, 400), view(800, 600);
+    const Framing actual{false, 1, {}};
+    const QRectF far = framedPhoto(pannedBy(actual, {5000, 5000}, photo, view, 1), photo, view, 1);
+    EXPECT_EQ(far.x(), 0) << "the left edge stops at the view's";
+    EXPECT_EQ(far.y(), 100) << "400 high in 600: stays centred";
+    const QRectF back = framedPhoto(pannedBy(actual, {-5000, 0}, photo, view, 1), photo, view, 1);
+    EXPECT_EQ(back.right(), 800);
+    const Framing moved = pannedBy(actual, {-30, 0}, photo, view, 1);
+    EXPECT_EQ(framedPhoto(moved, photo, view, 1).x(), -130);
+    EXPECT_EQ(pannedBy(Framing{}, {50, 50}, photo, view, 1), Framing{}) << "a fitted photo does not pan";
 }

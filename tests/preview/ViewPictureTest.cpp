@@ -1,0 +1,189 @@
+#include "ImageSpace.h"
+#include "OpenedPhoto.h"
+#include "PreviewGeometry.h"
+#include "Reshaping.h"
+#include "View_Picture.h"
+
+#include <QColorSpace>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const OpenedPhoto& portrait()
+{
+    static const OpenResult opened = openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png");
+    return opened.photo;
+}
+
+// The 512 × 512 portrait in a 700 × 600 preview, lips recoloured and skin
+// smoothed, so the retouched picture differs from the photo on both sides
+// of the frame's middle.
+class ViewTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        reshaping = Reshaping::of(photo.regions);
+        state.b_Color_Lips = state.b_Face_Skin_Smooth = true;
+        state.f_Color_Lips_Transparency = 1;
+        view.resize(700, 600);
+        view.setSources(std::make_shared<const OpenedPhoto>(photo), &reshaping, &state, nullptr);
+    }
+
+    QImage shown() { return opaque(view.grab().toImage()); }
+
+    // What the view shows inside the photo's frame (whole view pixels).
+    QImage shownInFrame()
+    {
+        return shown().copy(flipped(view.rectDrawCamera(), view.height()).toRect());
+    }
+
+    // Pixels only: the photo's colour profile is no part of what is shown.
+    static QImage opaque(const QImage& picture)
+    {
+        QImage pixels = picture.convertToFormat(QImage::Format_RGB32);
+        pixels.setColorSpace({});
+        return pixels;
+    }
+
+    const OpenedPhoto& photo = portrait();
+    Reshaping reshaping;
+    EditingState state;
+    View_Picture view;
+};
+
+} // namespace
+
+TEST_F(ViewTest, HoldingCompareShowsTheUntouchedPhotoAndReleasingShowsTheRetouchedOneWithoutComposing)
+{
+    view.zoomToActualPixels(); // one photo pixel per view pixel: the pixels can be compared exactly
+    const QImage retouched = shownInFrame();
+    ASSERT_EQ(view.compositor().passes(), 1u);
+    const QImage working = opaque(view.compositor().working());
+    ASSERT_NE(working, opaque(photo.img_Basic)) << "the lips are recoloured";
+    EXPECT_EQ(retouched, working);
+
+    view.setShowingUntouched(true);
+    EXPECT_EQ(shownInFrame(), opaque(photo.img_Basic)) << "exactly the photo, in the same frame";
+    view.setShowingUntouched(false);
+    EXPECT_EQ(shownInFrame(), working);
+    EXPECT_EQ(view.compositor().passes(), 1u) << "neither showing needed a new picture";
+
+    state.f_Color_Lips_Transparency = 0.5f;
+    view.grab();
+    EXPECT_EQ(view.compositor().passes(), 2u) << "a changed setting does";
+}
+
+TEST_F(ViewTest, SplitViewShowsThePhotoLeftAndTheRetouchedPictureRightOfAThinLine)
+{
+    view.zoomToActualPixels();
+    view.setSplitView(true);
+    const QImage inFrame = shownInFrame();
+    const QImage working = opaque(view.compositor().working());
+    const QImage untouched = opaque(photo.img_Basic);
+    const int split = 256; // the middle of a frame wholly in view
+    int leftDiffers = 0, rightDiffers = 0;
+    for (int y = 0; y < 512; ++y)
+        for (int x = 0; x < 512; ++x) {
+            if (x >= split - 1 && x <= split + 1)
+                continue;
+            const QImage& expected = x < split ? untouched : working;
+            ASSERT_EQ(inFrame.pixel(x, y), expected.pixel(x, y)) << x << ", " << y;
+            (x < split ? leftDiffers : rightDiffers) += working.pixel(x, y) != untouched.pixel(x, y);
+        }
+    EXPECT_GT(leftDiffers, 100) << "the left half would look different retouched";
+    EXPECT_GT(rightDiffers, 100);
+    EXPECT_EQ(inFrame.pixel(split, 200), qRgb(255, 255, 255)) << "the line";
+}
+
+TEST_F(ViewTest, ZoomAndPanRedrawWithoutComposingAndCtrlZeroReturnsExactlyToTheBestFit)
+{
+    view.grab();
+    view.zoomBy(2);
+    view.grab();
+    view.panBy({-40, 30});
+    view.grab();
+    EXPECT_NE(view.rectDrawCamera(), return_Best_Fit_Frame(512, 512, 700, 600));
+    view.zoomToFit();
+    view.grab();
+    EXPECT_EQ(view.rectDrawCamera(), return_Best_Fit_Frame(512, 512, 700, 600));
+    EXPECT_TRUE(view.framing().fitted);
+    EXPECT_EQ(view.compositor().passes(), 1u);
+}
+
+TEST_F(ViewTest, WheelWithCtrlZoomsAboutThePointerAndWithoutItLeavesAFittedPhoto)
+{
+    const QPointF pointer(400, 250);
+    const auto photoPointUnder = [&] {
+        const QRectF frame = view.rectDrawCamera();
+        const double scale = frame.width() / 512;
+        return QPointF((pointer.x() - frame.x()) / scale, (600 - pointer.y() - frame.y()) / scale);
+    };
+    const auto wheel = [&](Qt::KeyboardModifiers modifiers) {
+        QWheelEvent event(pointer, view.mapToGlobal(pointer), {}, QPoint(0, 120), Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&view, &event);
+    };
+    wheel(Qt::NoModifier);
+    EXPECT_TRUE(view.framing().fitted);
+
+    const QPointF before = photoPointUnder();
+    const double fitted = view.zoom();
+    wheel(Qt::ControlModifier);
+    EXPECT_EQ(view.zoom(), steppedZoom(fitted, 1));
+    EXPECT_NEAR(photoPointUnder().x(), before.x(), 1);
+    EXPECT_NEAR(photoPointUnder().y(), before.y(), 1);
+}
+
+TEST_F(ViewTest, MiddleDragAndLeftDragWithThePanKeyPanAndNeverMoveAHandle)
+{
+    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
+    view.zoomBy(3); // 2 ×: the photo is larger than the view
+    view.grab();
+    const Reshaping before = reshaping;
+    const QRectF frame = view.rectDrawCamera();
+    // Over the centre of the left cheek area, where a left drag would move it.
+    const QRectF area = before.rect_Cheek_Left_Area_To_Paint;
+    const double scale = frame.width() / 512;
+    const QPoint onArea(int(frame.x() + area.center().x() * scale), int(600 - frame.y() - area.center().y() * scale));
+
+    QTest::mousePress(&view, Qt::MiddleButton, {}, onArea);
+    QMouseEvent move(QEvent::MouseMove, onArea + QPoint(-30, 20), view.mapToGlobal(onArea + QPoint(-30, 20)),
+                     Qt::NoButton, Qt::MiddleButton, {});
+    QCoreApplication::sendEvent(&view, &move);
+    QTest::mouseRelease(&view, Qt::MiddleButton, {}, onArea + QPoint(-30, 20));
+    EXPECT_EQ(view.rectDrawCamera().topLeft(), frame.topLeft() + QPointF(-30, -20)) << "y up: 20 down is -20";
+
+    view.setPanKeyHeld(true);
+    QTest::mousePress(&view, Qt::LeftButton, {}, onArea);
+    QMouseEvent leftMove(QEvent::MouseMove, onArea + QPoint(10, 0), view.mapToGlobal(onArea + QPoint(10, 0)),
+                         Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&view, &leftMove);
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, onArea + QPoint(10, 0));
+    view.setPanKeyHeld(false);
+    EXPECT_EQ(view.rectDrawCamera().topLeft(), frame.topLeft() + QPointF(-20, -20));
+    EXPECT_EQ(reshaping, before) << "a pan is never a handle drag";
+}
+
+TEST_F(ViewTest, AtActualPixelsADraggedCheekAreaMovesAsManyPhotoPixelsAsTheMouseMoved)
+{
+    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
+    view.zoomToActualPixels();
+    view.grab();
+    const QRectF frame = view.rectDrawCamera();
+    const QRectF area = reshaping.rect_Cheek_Left_Area_To_Paint;
+    const QPoint start(int(frame.x() + area.center().x()), int(600 - frame.y() - area.center().y()));
+    const QPoint moved = start + QPoint(37, -23);
+
+    QTest::mousePress(&view, Qt::LeftButton, {}, start);
+    QMouseEvent drag(QEvent::MouseMove, moved, view.mapToGlobal(moved), Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&view, &drag);
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, moved);
+
+    const QPointF shift = reshaping.rect_Cheek_Left_Area_To_Paint.center() - area.center();
+    EXPECT_NEAR(shift.x(), 37, 1);
+    EXPECT_NEAR(shift.y(), 23, 1) << "23 view pixels up is 23 photo pixels up";
+    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint.size(), area.size());
+}
