@@ -170,12 +170,67 @@
         <source>Help</source>
         <translation>Hilfe</translation>
     </message>
+    <message>
+        <source>View</source>
+        <translation>Ansicht</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Zoom In</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message>
+        <source>Split View</source>
+        <translation>Geteilte Ansicht</translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation>Vergleichen</translation>
+    </message>
+    <message>
+        <source>Hold to see the untouched photo (\)</source>
+        <translation>Gedrückt halten, um das unbearbeitete Foto zu sehen (\)</translation>
+    </message>
+    <message>
+        <source>Export Settings…</source>
+        <translation>Einstellungen exportieren…</translation>
+    </message>
 </context>
 <context>
     <name>AppDelegate</name>
     <message>
         <source>Pictures</source>
         <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>Export Settings…</source>
+        <translation>Einstellungen exportieren…</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Fit (%1)</source>
+        <translation>Eingepasst (%1)</translation>
+    </message>
+    <message>
+        <source>Settings exported to %1</source>
+        <translation>Einstellungen gespeichert unter %1</translation>
+    </message>
+</context>
+<context>
+    <name>EffectPanel</name>
+    <message>
+        <source>Defaults</source>
+        <translation>Standardwerte</translation>
     </message>
 </context>
 <context>

@@ -3,7 +3,9 @@
 #include "DataFolder.h"
 #include "EffectCatalogue.h"
 #include "EffectPanel.h"
+#include "EditingStateJson.h"
 #include "MainWindow.h"
+#include "PreviewKeys.h"
 #include "View_Picture.h"
 #include "WorkingFolder.h"
 #include "Window_Share.h"
@@ -14,6 +16,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLabel>
+#include <QLocale>
+#include <QStatusBar>
+#include <QToolButton>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -39,6 +45,10 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
         dialog.setOption(QFileDialog::ShowDirsOnly, false);
         dialog.selectFile(QFileInfo(suggestedPath).fileName());
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    };
+    chooseSettingsPath = [this](const QString& suggestedPath) {
+        return QFileDialog::getSaveFileName(window_.get(), tr("Export Settings…"), suggestedPath,
+                                            tr("Settings") + " (*.json)");
     };
     openWithDefaultApplication = [](const QUrl& url) { QDesktopServices::openUrl(url); };
     endProcess = [](int status) { QCoreApplication::exit(status); };
@@ -80,7 +90,11 @@ bool AppDelegate::applicationDidFinishLaunching()
     for (const EffectEntry* effect : effectsInCloseOrder())
         this->*effect->panel = nullptr;
     panelContext_ = std::make_unique<PanelContext>(PanelContext{
-        state, labels, window_.get(), [this] { viewPreview()->update(); },
+        state, labels, window_.get(),
+        [this] {
+            viewPreview()->update();
+            showEffectsOn();
+        },
         [this] { Change_Cursor_To_Color_Picker(); },
         [this] { reshaping.resetUnderEyeRings(photo->regions, photo->imgSize.height()); }});
     state = EditingState{};
@@ -121,6 +135,60 @@ void AppDelegate::awakeFromNib()
     connect(ui.menuItemCompanyHomePage, &QAction::triggered, this, &AppDelegate::OnMenuHelpCompanyHomePage);
     connect(ui.menuItemPrivacyPolicy, &QAction::triggered, this, &AppDelegate::OnMenuHelpPrivacyPolicy);
     connect(ui.menuItemSubmitTicket, &QAction::triggered, this, &AppDelegate::OnMenuHelpSubmitTicket);
+    connect(ui.actionExportSettings, &QAction::triggered, this, &AppDelegate::OnMenuExportSettings);
+    connectView();
+}
+
+// Zoom, pan and before/after are the preview's own; the window only passes
+// its keys, menu items and the Compare button on, and keeps the status line.
+void AppDelegate::connectView()
+{
+    const Ui::MainWindow& ui = window_->ui();
+    View_Picture* view = ui.viewPreview;
+    connect(ui.actionZoomFit, &QAction::triggered, view, &View_Picture::zoomToFit);
+    connect(ui.actionZoomActualPixels, &QAction::triggered, view, &View_Picture::zoomToActualPixels);
+    connect(ui.actionZoomIn, &QAction::triggered, view, [view] { view->zoomBy(1); });
+    connect(ui.actionZoomOut, &QAction::triggered, view, [view] { view->zoomBy(-1); });
+    connect(ui.actionSplitView, &QAction::toggled, view, &View_Picture::setSplitView);
+    connect(view, &View_Picture::splitViewChanged, ui.actionSplitView, &QAction::setChecked);
+    connect(view, &View_Picture::framingChanged, this, &AppDelegate::showStatus);
+    if (QToolButton* compare = window_->compareButton()) {
+        connect(compare, &QToolButton::pressed, view, [view] { view->setShowingUntouched(true); });
+        connect(compare, &QToolButton::released, view, [view] { view->setShowingUntouched(false); });
+    }
+    previewKeys_ = std::make_unique<PreviewKeys>(window_.get(), view);
+}
+
+void AppDelegate::showStatus()
+{
+    QLabel* line = window_ ? window_->statusLine() : nullptr;
+    if (!line)
+        return;
+    if (!b_Image_Loaded_OK || !photo || photo->isEmpty()) {
+        line->clear();
+        return;
+    }
+    const View_Picture* view = viewPreview();
+    const double percent = view->zoom() * 100;
+    const QString zoom = QString("%1 %").arg(QLocale().toString(percent, 'f', percent < 10 ? 1 : 0));
+    line->setText(QString("%1    %2 × %3 px    %4")
+                      .arg(QFileInfo(photo->path).fileName())
+                      .arg(photo->img_Basic.width())
+                      .arg(photo->img_Basic.height())
+                      .arg(view->framing().fitted ? tr("Fit (%1)").arg(zoom) : zoom));
+}
+
+void AppDelegate::OnMenuExportSettings()
+{
+    const QString folder = lastOpenFolder_.isEmpty() ? QDir::homePath() : lastOpenFolder_;
+    const QString path = chooseSettingsPath(QDir(folder).filePath("bellavenor-settings.json"));
+    if (path.isEmpty())
+        return;
+    if (QString error; !writeSettingsFile(path, state, error)) {
+        showAlert({"Error", error, {"Close"}});
+        return;
+    }
+    window_->statusBar()->showMessage(tr("Settings exported to %1").arg(QDir::toNativeSeparators(path)), 5000);
 }
 
 void AppDelegate::setMenuAndToolbarTitles()
@@ -184,6 +252,7 @@ void AppDelegate::Reset_Variables()
     for (const EffectEntry* effect : effectsInCloseOrder())
         if (auto* panel = qobject_cast<EffectPanel*>((this->*effect->panel).data()))
             panel->showState();
+    showEffectsOn();
 }
 
 QTableWidget* AppDelegate::tableActions() const
@@ -289,6 +358,7 @@ void AppDelegate::acceptPhoto(OpenedPhoto opened)
     viewPreview()->setSources(photo, &reshaping, &state, &saveRequest);
     b_Image_Loaded_OK = true;
     viewPreview()->update();
+    showStatus();
 }
 
 void AppDelegate::OnMenuOpen() { OnToolbarOpen(); }
@@ -304,7 +374,9 @@ void AppDelegate::openEffect(const EffectEntry& effect)
         return;
     QPointer<QWidget>& panel = this->*effect.panel;
     if (!panel) {
-        panel = effect.makePanel(*panelContext_); // deletes itself when closed, which empties the reference
+        EffectPanel* made = effect.makePanel(*panelContext_); // deletes itself when closed, which empties the reference
+        made->offerDefaults([this, effectSwitch = effect.effectSwitch] { state.restoreDefaultsOf(effectSwitch); });
+        panel = made;
         placeBesideWindow(panel);
     }
     panel->show();
@@ -410,6 +482,21 @@ void AppDelegate::reloadTable()
         table->setCellWidget(row, 0, cell);
         array_Buttons.append(button);
     }
+    showEffectsOn();
+}
+
+void AppDelegate::showEffectsOn()
+{
+    if (u_Table_Index > std::uint64_t(Category::Mouth))
+        return;
+    const std::vector<const EffectEntry*> effects = effectsOf(Category(u_Table_Index));
+    static const QIcon tick(":/icons/tick.svg");
+    for (qsizetype row = 0; row < array_Buttons.size() && size_t(row) < effects.size(); ++row)
+        if (QPushButton* button = array_Buttons[row]) {
+            const bool on = state.*effects[size_t(row)]->effectSwitch;
+            button->setChecked(on);
+            button->setIcon(on ? tick : QIcon());
+        }
 }
 
 // A row's button opens the effect of that row of the category; Advanced
@@ -419,9 +506,15 @@ QPushButton* AppDelegate::rowButton(std::uint64_t category, int row, const QStri
     auto* button = new QPushButton(title);
     if (category > std::uint64_t(Category::Mouth))
         return button;
+    // Checkable only to look highlighted while its effect is on; a click
+    // opens the panel and the row shows the switch again.
+    button->setCheckable(true);
     const std::vector<const EffectEntry*> effects = effectsOf(Category(category));
     if (size_t(row) < effects.size())
-        connect(button, &QPushButton::clicked, this, [this, effect = effects[size_t(row)]] { openEffect(*effect); });
+        connect(button, &QPushButton::clicked, this, [this, effect = effects[size_t(row)]] {
+            openEffect(*effect);
+            showEffectsOn();
+        });
     return button;
 }
 

@@ -20,6 +20,7 @@
 #include <memory>
 
 class MainWindow;
+class PreviewKeys;
 struct EffectEntry;
 struct PanelContext;
 class QPushButton;
@@ -78,6 +79,8 @@ public:
     AlertPresenter showAlert;
     std::function<QString(const QString& startFolder)> chooseFileToOpen;
     std::function<QString(const QString& suggestedPath)> chooseSavePath;
+    // Where File → Export Settings… writes (empty: cancelled).
+    std::function<QString(const QString& suggestedPath)> chooseSettingsPath;
     std::function<void(const QUrl& url)> openWithDefaultApplication;
     std::function<void(int status)> endProcess;
 
@@ -134,6 +137,7 @@ public slots:
 
     void OnMenuOpen();
     void OnMenuSave();
+    void OnMenuExportSettings();
     void OnMenuHelpAppHomePage();
     void OnMenuHelpCompanyHomePage();
     void OnMenuHelpPrivacyPolicy();
@@ -161,8 +165,15 @@ public slots:
     void Change_Cursor_To_Color_Picker();
     void Change_Cursor_To_Regular();
 
+    // Each row of the action table shows whether its effect is on: ticked
+    // and highlighted.
+    void showEffectsOn();
+    // The status line: the photo's file name, its size and the zoom.
+    void showStatus();
+
 private:
     void openEffect(const EffectEntry& effect);
+    void connectView();
     void reloadTable();
     void placeBesideWindow(QWidget* panel);
     QString openDialogFolder() const;
@@ -182,4 +193,5 @@ private:
     QString lastOpenFolder_;
     std::unique_ptr<MainWindow> window_;
     std::unique_ptr<PanelContext> panelContext_; // what the panels reach of the application
+    std::unique_ptr<PreviewKeys> previewKeys_;
 };

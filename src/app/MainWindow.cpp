@@ -3,6 +3,8 @@
 #include "ui_MainWindow.h"
 
 #include <QActionGroup>
+#include <QLabel>
+#include <QToolButton>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -18,6 +20,7 @@ MainWindow::MainWindow(QWidget* parent)
     ui_->actionSave->setShortcut(QKeySequence::Save);
     ui_->menuItemQuit->setShortcut(QKeySequence::Quit);
     ui_->menuItemHelp->setShortcut(QKeySequence::HelpContents);
+    setViewShortcuts();
 
     // The four category items show which category the action table lists.
     auto* categories = new QActionGroup(this);
@@ -28,6 +31,30 @@ MainWindow::MainWindow(QWidget* parent)
 }
 
 MainWindow::~MainWindow() = default;
+
+// The zoom keys work from the panels too, as a tool window is part of the
+// main window for the user. Ctrl+= is Ctrl++ without Shift on most layouts.
+// Shift+\ is a held-key rule of the preview, only shown in the menu.
+void MainWindow::setViewShortcuts()
+{
+    const auto keys = [](QAction* action, const QList<QKeySequence>& sequences) {
+        action->setShortcuts(sequences);
+        action->setShortcutContext(Qt::ApplicationShortcut);
+    };
+    keys(ui_->actionZoomFit, {QKeySequence(Qt::CTRL | Qt::Key_0)});
+    keys(ui_->actionZoomActualPixels, {QKeySequence(Qt::CTRL | Qt::Key_1)});
+    keys(ui_->actionZoomIn, {QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    keys(ui_->actionZoomOut, {QKeySequence::ZoomOut});
+    ui_->actionSplitView->setText(ui_->actionSplitView->text() + "\tShift+\\");
+    statusLine_ = new QLabel(this);
+    statusLine_->setObjectName("statusLine");
+    ui_->statusBar->addWidget(statusLine_, 1);
+}
+
+QToolButton* MainWindow::compareButton() const
+{
+    return qobject_cast<QToolButton*>(ui_->toolBar->widgetForAction(ui_->actionCompare));
+}
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {

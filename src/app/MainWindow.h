@@ -4,6 +4,9 @@
 
 #include <memory>
 
+class QLabel;
+class QToolButton;
+
 namespace Ui {
 class MainWindow;
 }
@@ -20,6 +23,11 @@ public:
 
     const Ui::MainWindow& ui() const { return *ui_; }
 
+    // The toolbar's Compare button, held for the untouched photo, and the
+    // status line under the preview.
+    QToolButton* compareButton() const;
+    QLabel* statusLine() const { return statusLine_; }
+
 signals:
     void windowWillClose();
     // A file was dropped onto the window: the first local file's path.
@@ -31,5 +39,8 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    void setViewShortcuts();
+
     std::unique_ptr<Ui::MainWindow> ui_;
+    QLabel* statusLine_ = nullptr;
 };

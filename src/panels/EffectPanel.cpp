@@ -6,6 +6,8 @@
 #include <QCheckBox>
 #include <QEvent>
 #include <QFontMetrics>
+#include <QGridLayout>
+#include <QPushButton>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -53,6 +55,26 @@ void EffectPanel::showState()
     }
 }
 
+void EffectPanel::offerDefaults(std::function<void()> restore)
+{
+    auto* button = new QPushButton(tr("Defaults"), this);
+    button->setObjectName("buttonDefaults");
+    if (auto* grid = qobject_cast<QGridLayout*>(layout()))
+        grid->addWidget(button, grid->rowCount(), 0, 1, grid->columnCount(), Qt::AlignLeft);
+    else if (layout())
+        layout()->addWidget(button);
+    connect(button, &QPushButton::clicked, this, [this, restore = std::move(restore)] {
+        restore();
+        showState();
+        for (const WriteOnlySlider& s : writeOnly_) {
+            const QSignalBlocker quiet(s.slider);
+            s.slider->setValue(s.start);
+            s.value->setNum(s.start);
+        }
+        redraw();
+    });
+}
+
 void EffectPanel::addShow(QWidget* control, std::function<void()> show)
 {
     shows_.emplace_back(control, std::move(show));
@@ -77,6 +99,8 @@ void EffectPanel::bindSlider(QSlider* slider, QLabel* value, std::function<int()
             slider->setValue(shown());
             value->setNum(slider->value());
         });
+    else
+        writeOnly_.push_back({slider, value, slider->value()});
     value->setNum(slider->value());
     connect(slider, &QSlider::valueChanged, this, [this, value, write = std::move(write)](int position) {
         write(position);

@@ -30,6 +30,11 @@ public:
     // opened), without running any control's action or changing the state.
     virtual void showState();
 
+    // Adds the "Defaults" button below the controls: it runs `restore`
+    // (which puts this effect's settings back to their starting values),
+    // shows the state and redraws.
+    void offerDefaults(std::function<void()> restore);
+
 protected:
     void changeEvent(QEvent* event) override;
     EditingState& state() { return context_.state; }
@@ -75,5 +80,13 @@ private:
     // How each bound control shows the state; run with the control's
     // signals blocked.
     std::vector<std::pair<QWidget*, std::function<void()>>> shows_;
+    // Sliders that only write keep their own position; Defaults puts them
+    // back where the interface file starts them.
+    struct WriteOnlySlider {
+        QSlider* slider;
+        QLabel* value;
+        int start;
+    };
+    std::vector<WriteOnlySlider> writeOnly_;
     void addShow(QWidget* control, std::function<void()> show);
 };
