@@ -171,8 +171,11 @@ public slots:
     // The status line: the photo's file name, its size and the zoom.
     void showStatus();
 
-private:
+    // Opens an effect's panel (made on first use, with its Defaults button)
+    // once a photo is open; the row buttons and the menus come here.
     void openEffect(const EffectEntry& effect);
+
+private:
     void connectView();
     void reloadTable();
     void placeBesideWindow(QWidget* panel);

@@ -16,13 +16,24 @@ PreviewKeys::PreviewKeys(QWidget* mainWindow, View_Picture* view, QObject* paren
 
 // Keys typed into a text field are text; elsewhere in the main window and
 // its panels they are the preview's.
+namespace {
+
+bool takesText(const QWidget* widget)
+{
+    return widget
+           && (widget->inherits("QLineEdit") || widget->inherits("QTextEdit") || widget->inherits("QPlainTextEdit")
+               || widget->inherits("QAbstractSpinBox"));
+}
+
+} // namespace
+
 bool PreviewKeys::ours(QObject* watched) const
 {
     const auto* widget = qobject_cast<QWidget*>(watched);
     if (!widget || !mainWindow_ || !view_)
         return false;
-    if (widget->inherits("QLineEdit") || widget->inherits("QTextEdit") || widget->inherits("QPlainTextEdit")
-        || widget->inherits("QAbstractSpinBox"))
+    // A key a text field left alone travels on to its parents: still text.
+    if (takesText(widget) || takesText(QApplication::focusWidget()))
         return false;
     const QWidget* window = widget->window();
     return window == mainWindow_ || window->parentWidget() == mainWindow_;
