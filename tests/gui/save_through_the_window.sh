@@ -28,7 +28,7 @@ sleep 1
 xdotool type --delay 10 "$portrait"
 xdotool key Return
 sleep 4                                        # analysis of the portrait
-xdotool mousemove --window "$main" 145 8 click 1 # the Mouth menu
+xdotool mousemove --window "$main" 184 8 click 1 # the Mouth menu
 sleep 0.5
 xdotool key Down Return                          # its first entry: Lips
 panel=$(xdotool search --sync --onlyvisible --name '^Lip Colour$' | head -n 1)
