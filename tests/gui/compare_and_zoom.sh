@@ -11,13 +11,7 @@ portrait=$2
 shots=${3:-}
 for tool in xvfb-run openbox xdotool import compare; do command -v "$tool" >/dev/null || exit 77; done
 
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-[ -n "$shots" ] || shots=$work/shots
-mkdir -p "$shots"
-export HOME=$work XDG_CONFIG_HOME=$work/.config XDG_RUNTIME_DIR=$work/run
-mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
-unset QT_QPA_PLATFORM
+. "$(dirname "$0")/session.sh"
 
 xvfb-run -a -s "-screen 0 1600x1000x24" bash -s "$app" "$portrait" "$shots" <<'SCRIPT'
 set -euo pipefail
@@ -36,13 +30,16 @@ main=$(visible '^Bellavenor$') || fail "no main window"
 sleep 4
 xdotool mousemove --window "$main" 88 123 click 1    # Face row 1: Smooth Skin
 skin=$(visible '^Smooth Skin$') || fail "no skin panel"
+sleep 0.5
 xdotool windowfocus --sync "$skin" key space         # its Apply box has the focus
+sleep 1
 xdotool mousemove --window "$main" 220 43 click 1    # toolbar: Mouth
 sleep 0.6
 xdotool mousemove --window "$main" 88 123 click 1    # Mouth row 1: Lips
 lips=$(visible '^Lip Colour$') || fail "no lips panel"
-xdotool windowfocus --sync "$lips" key space Tab Tab Page_Up Page_Up Page_Up Page_Up
-sleep 1
+sleep 0.5
+xdotool windowfocus --sync "$lips" key --delay 100 space Tab Tab Page_Up Page_Up Page_Up Page_Up
+sleep 1.5
 xdotool windowfocus --sync "$main"
 xdotool mousemove 60 950                             # the pointer off the preview
 sleep 0.5

@@ -13,13 +13,7 @@ portrait=$2
 shots=${3:-}
 for tool in xvfb-run openbox xdotool import; do command -v "$tool" >/dev/null || exit 77; done
 
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-[ -n "$shots" ] || shots=$work/shots
-mkdir -p "$shots"
-export HOME=$work XDG_CONFIG_HOME=$work/.config XDG_RUNTIME_DIR=$work/run
-mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
-unset QT_QPA_PLATFORM
+. "$(dirname "$0")/session.sh"
 cp "$portrait" "$work/second.png"
 
 xvfb-run -a -s "-screen 0 1600x1000x24" bash -s "$app" "$portrait" "$shots" "$work/second.png" <<'SCRIPT'
