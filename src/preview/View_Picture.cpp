@@ -44,7 +44,7 @@ void View_Picture::paintEvent(QPaintEvent*)
     QString failure;
     // Holding the compare key needs no retouched picture, unless a save
     // waits for one.
-    const QImage* working = showingUntouched_ && !splitView_ && !savePending ? nullptr : upToDateWorking(failure);
+    const QImage* working = showingUntouched_ && !savePending ? nullptr : upToDateWorking(failure);
     // A redraw that failed (the memory ran out) leaves the last good picture.
     if (working || failure.isEmpty())
         showFramed(working);
@@ -82,7 +82,8 @@ void View_Picture::showFramed(const QImage* working)
     const QImage& untouched = photo_->img_Basic;
     QPainter painter(&shown_);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    if (!splitView_ || !working) {
+    // Holding the compare key shows the photo whole, in the split view too.
+    if (showingUntouched_ || !working || !splitView_) {
         painter.drawImage(onScreen, showingUntouched_ || !working ? untouched : *working);
         return;
     }

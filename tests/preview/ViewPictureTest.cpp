@@ -96,6 +96,9 @@ TEST_F(ViewTest, SplitViewShowsThePhotoLeftAndTheRetouchedPictureRightOfAThinLin
     EXPECT_GT(leftDiffers, 100) << "the left half would look different retouched";
     EXPECT_GT(rightDiffers, 100);
     EXPECT_EQ(inFrame.pixel(split, 200), qRgb(255, 255, 255)) << "the line";
+
+    view.setShowingUntouched(true);
+    EXPECT_EQ(shownInFrame(), untouched) << "the compare key shows the whole photo in the split view too";
 }
 
 TEST_F(ViewTest, ZoomAndPanRedrawWithoutComposingAndCtrlZeroReturnsExactlyToTheBestFit)
