@@ -37,16 +37,16 @@ protected:
 
     void redraw() { view.grab(); } // composes, which places the handles
 
-    // The view position showing a photo point (pixels, y up).
-    QPoint at(QPointF imagePoint) const
+    // The view position showing a photo point (pixels, y up); a fraction of
+    // a view pixel where the scale asks for one, as a precise pointer gives.
+    QPointF at(QPointF imagePoint) const
     {
         const QRectF frame = view.rectDrawCamera();
         const double scale = frame.width() / photo.imgSize.width();
-        const QPointF viewUp(frame.x() + imagePoint.x() * scale, frame.y() + imagePoint.y() * scale);
-        return QPoint(int(std::lround(viewUp.x())), int(std::lround(view.height() - viewUp.y())));
+        return {frame.x() + imagePoint.x() * scale, view.height() - frame.y() - imagePoint.y() * scale};
     }
     // The photo pixel (y from the top) under a view position.
-    QPoint pixelAt(QPoint position) const
+    QPoint pixelAt(QPointF position) const
     {
         const QRectF frame = view.rectDrawCamera();
         const double scale = frame.width() / photo.imgSize.width();
@@ -64,15 +64,21 @@ protected:
         EXPECT_NEAR(actual.height(), expected.height(), 2 * slack());
     }
     // The same for a point with y from the top of the photo.
-    QPoint atTopDown(QPointF pixel) const { return at({pixel.x(), photo.imgSize.height() - pixel.y()}); }
+    QPointF atTopDown(QPointF pixel) const { return at({pixel.x(), photo.imgSize.height() - pixel.y()}); }
 
-    void press(QPoint p, Qt::MouseButton button = Qt::LeftButton) { QTest::mousePress(&view, button, {}, p); }
-    void drag(QPoint p, Qt::MouseButton held = Qt::LeftButton)
+    void send(QEvent::Type type, QPointF p, Qt::MouseButton button, Qt::MouseButtons held)
     {
-        QMouseEvent move(QEvent::MouseMove, p, view.mapToGlobal(p), Qt::NoButton, held, {});
-        QCoreApplication::sendEvent(&view, &move);
+        QMouseEvent event(type, p, view.mapToGlobal(p), button, held, {});
+        QCoreApplication::sendEvent(&view, &event);
     }
-    void release(QPoint p, Qt::MouseButton button = Qt::LeftButton) { QTest::mouseRelease(&view, button, {}, p); }
+    void press(QPointF p, Qt::MouseButton button = Qt::LeftButton) { send(QEvent::MouseButtonPress, p, button, button); }
+    void release(QPointF p, Qt::MouseButton button = Qt::LeftButton) { send(QEvent::MouseButtonRelease, p, button, {}); }
+    void click(QPointF p, Qt::MouseButton button = Qt::LeftButton)
+    {
+        press(p, button);
+        release(p, button);
+    }
+    void drag(QPointF p, Qt::MouseButton held = Qt::LeftButton) { send(QEvent::MouseMove, p, Qt::NoButton, held); }
 
     // Shows the view and counts its redraws from now on.
     int paintsDuring(const std::function<void()>& gesture)
@@ -109,14 +115,14 @@ TEST_P(MouseTest, NothingChangesWithBothModesOff)
     state.b_Apply_Cheeks = state.b_Eyes_Darken = true;
     redraw();
     const Reshaping before = reshaping;
-    const QPoint corner = at(before.rect_Cheek_Left_Area_To_Paint.topLeft());
+    const QPointF corner = at(before.rect_Cheek_Left_Area_To_Paint.topLeft());
     const int paints = paintsDuring([&] {
         press(corner);
         for (int step = 1; step <= 5; ++step)
-            drag(corner + QPoint(8 * step, 8 * step));
+            drag(corner + QPointF(8 * step, 8 * step));
     });
     EXPECT_EQ(paints, 0) << "a drag with both modes off does not rebuild the picture";
-    release(corner + QPoint(40, 40));
+    release(corner + QPointF(40, 40));
     EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, before.rect_Cheek_Left_Area_To_Paint);
     EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points, before.array_Eye_Darken_Left_Points);
     EXPECT_FALSE(view.b_Mouse_Down);
@@ -170,12 +176,12 @@ TEST_P(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
 
     state.b_Cheeks_Picking_Color = true;
     state.i_Picking_Color_Index = 2;
-    QTest::mouseClick(&view, Qt::RightButton, {}, at({200, 200}));
+    click(at({200, 200}), Qt::RightButton);
     EXPECT_TRUE(state.b_Cheeks_Picking_Color) << "the pick waits for a left click";
     EXPECT_EQ(state.color_Color_Cheeks_2, EditingState{}.color_Color_Cheeks_2);
     EXPECT_TRUE(picked.empty());
 
-    QTest::mouseClick(&view, Qt::LeftButton, {}, at({200, 200}));
+    click(at({200, 200}));
     EXPECT_FALSE(state.b_Cheeks_Picking_Color);
     EXPECT_EQ(picked, std::vector<int>{2});
 }
@@ -221,7 +227,7 @@ TEST_P(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColou
     state.i_Picking_Color_Index = 3;
     redraw();
     const QPointF lip = (photo.facePointsRelativeToImageSize[57] + photo.facePointsRelativeToImageSize[66]) / 2;
-    QTest::mouseClick(&view, Qt::LeftButton, {}, atTopDown(lip));
+    click(atTopDown(lip));
 
     const QColor expected = photo.img_Basic.pixelColor(pixelAt(atTopDown(lip)));
     EXPECT_NEAR(state.color_Color_Cheeks_1_Right.r, expected.redF(), 0.01);

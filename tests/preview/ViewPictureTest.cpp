@@ -34,10 +34,13 @@ protected:
 
     QImage shown() { return opaque(view.grab().toImage()); }
 
-    // What the view shows inside the photo's frame (whole view pixels).
+    // What the view shows inside the photo's frame, in device pixels: the
+    // tests also run on a screen of scale 2 (QT_SCALE_FACTOR=2).
     QImage shownInFrame()
     {
-        return shown().copy(flipped(view.rectDrawCamera(), view.height()).toRect());
+        const QRectF frame = flipped(view.rectDrawCamera(), view.height());
+        const double ratio = view.devicePixelRatioF();
+        return shown().copy(QRectF(frame.topLeft() * ratio, frame.size() * ratio).toRect());
     }
 
     // Pixels only: the photo's colour profile is no part of what is shown.
@@ -177,17 +180,23 @@ TEST_F(ViewTest, AtActualPixelsADraggedCheekAreaMovesAsManyPhotoPixelsAsTheMouse
     view.grab();
     const QRectF frame = view.rectDrawCamera();
     const QRectF area = reshaping.rect_Cheek_Left_Area_To_Paint;
-    const QPoint start(int(frame.x() + area.center().x()), int(600 - frame.y() - area.center().y()));
-    const QPoint moved = start + QPoint(37, -23);
+    const double perPhotoPixel = frame.width() / 512;
+    const QPointF start(frame.x() + area.center().x() * perPhotoPixel,
+                        600 - frame.y() - area.center().y() * perPhotoPixel);
+    const QPointF moved = start + QPointF(37, -23);
+    const auto send = [&](QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
+        QMouseEvent event(type, at, view.mapToGlobal(at), button, held, {});
+        QCoreApplication::sendEvent(&view, &event);
+    };
+    send(QEvent::MouseButtonPress, start, Qt::LeftButton, Qt::LeftButton);
+    send(QEvent::MouseMove, moved, Qt::NoButton, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, moved, Qt::LeftButton, {});
 
-    QTest::mousePress(&view, Qt::LeftButton, {}, start);
-    QMouseEvent drag(QEvent::MouseMove, moved, view.mapToGlobal(moved), Qt::NoButton, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(&view, &drag);
-    QTest::mouseRelease(&view, Qt::LeftButton, {}, moved);
-
+    // One photo pixel per device pixel: a view pixel is `ratio` of them.
+    const double ratio = view.devicePixelRatioF();
     const QPointF shift = reshaping.rect_Cheek_Left_Area_To_Paint.center() - area.center();
-    EXPECT_NEAR(shift.x(), 37, 1);
-    EXPECT_NEAR(shift.y(), 23, 1) << "23 view pixels up is 23 photo pixels up";
+    EXPECT_NEAR(shift.x(), 37 * ratio, 1);
+    EXPECT_NEAR(shift.y(), 23 * ratio, 1) << "23 view pixels up is 23 × ratio photo pixels up";
     EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint.size(), area.size());
 }
 
