@@ -134,6 +134,8 @@ void View_Picture::zoomToFit()
 
 void View_Picture::zoomToActualPixels()
 {
+    if (!hasPhoto())
+        return;
     setFraming(zoomedAbout(framing_, 1, QRectF(rect()).center(), photoSize(), QSizeF(size()), devicePixelRatioF()));
 }
 
