@@ -177,10 +177,8 @@ void View_Picture::setSplitView(bool split)
 
 void View_Picture::setPanKeyHeld(bool held)
 {
-    panKeyHeld_ = held;
-    if (!held && panFrom_ && !b_Mouse_Down)
-        panFrom_.reset();
-    setCursor(held ? Qt::OpenHandCursor : Qt::ArrowCursor);
+    panKeyHeld_ = held; // a pan under way ends with its button, not with the key
+    setCursor(panFrom_ ? Qt::ClosedHandCursor : held ? Qt::OpenHandCursor : Qt::ArrowCursor);
 }
 
 // A fitted photo stays fitted to the new size; a zoomed one keeps its pan

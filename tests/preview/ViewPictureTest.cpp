@@ -162,15 +162,20 @@ TEST_F(ViewTest, MiddleDragAndLeftDragWithThePanKeyPanAndNeverMoveAHandle)
     QTest::mouseRelease(&view, Qt::MiddleButton, {}, onArea + QPoint(-30, 20));
     EXPECT_EQ(view.rectDrawCamera().topLeft(), frame.topLeft() + QPointF(-30, -20)) << "y up: 20 down is -20";
 
+    // Space let go before the button: the gesture stays a pan to its end,
+    // even while a colour pick waits for a click.
+    state.b_Cheeks_Picking_Color = true;
+    state.i_Picking_Color_Index = 2;
     view.setPanKeyHeld(true);
     QTest::mousePress(&view, Qt::LeftButton, {}, onArea);
     QMouseEvent leftMove(QEvent::MouseMove, onArea + QPoint(10, 0), view.mapToGlobal(onArea + QPoint(10, 0)),
                          Qt::NoButton, Qt::LeftButton, {});
     QCoreApplication::sendEvent(&view, &leftMove);
-    QTest::mouseRelease(&view, Qt::LeftButton, {}, onArea + QPoint(10, 0));
     view.setPanKeyHeld(false);
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, onArea + QPoint(10, 0));
     EXPECT_EQ(view.rectDrawCamera().topLeft(), frame.topLeft() + QPointF(-20, -20));
     EXPECT_EQ(reshaping, before) << "a pan is never a handle drag";
+    EXPECT_TRUE(state.b_Cheeks_Picking_Color) << "nor a pick";
 }
 
 TEST_F(ViewTest, AtActualPixelsADraggedCheekAreaMovesAsManyPhotoPixelsAsTheMouseMoved)
