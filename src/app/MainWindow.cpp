@@ -21,6 +21,9 @@ MainWindow::MainWindow(QWidget* parent)
     ui_->menuItemQuit->setShortcut(QKeySequence::Quit);
     ui_->menuItemHelp->setShortcut(QKeySequence::HelpContents);
     setViewShortcuts();
+    statusLine_ = new QLabel(this);
+    statusLine_->setObjectName("statusLine");
+    ui_->statusBar->addWidget(statusLine_, 1);
 
     // The four category items show which category the action table lists.
     auto* categories = new QActionGroup(this);
@@ -46,9 +49,6 @@ void MainWindow::setViewShortcuts()
     keys(ui_->actionZoomIn, {QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)});
     keys(ui_->actionZoomOut, {QKeySequence::ZoomOut});
     ui_->actionSplitView->setText(ui_->actionSplitView->text() + "\tShift+\\");
-    statusLine_ = new QLabel(this);
-    statusLine_->setObjectName("statusLine");
-    ui_->statusBar->addWidget(statusLine_, 1);
 }
 
 QToolButton* MainWindow::compareButton() const
