@@ -1,5 +1,6 @@
 #include "StartedDelegate.h"
 #include "ColourWell.h"
+#include "EffectCatalogue.h"
 #include "EffectPanel.h"
 #include "MainWindow.h"
 #include "ViewCircleCenter.h"
@@ -152,21 +153,12 @@ TEST_F(PanelsTest, EveryPanelIsWideEnoughForItsTitleInEnglishAndGerman)
 {
     withPhoto();
     const auto openAll = [&] {
-        app->On_Face_Smooth_Skin();
-        app->On_Face_Wrinkle_Remover();
-        app->On_Face_Cheek();
-        app->On_Eye_Color();
-        app->On_Eye_Size();
-        app->On_Eye_Brush();
-        app->On_Eyes_Darken();
-        app->On_Mouth_Lips();
-        app->On_Mouth_Teeth();
+        for (const EffectEntry& effect : effectCatalogue())
+            app->openEffect(effect);
     };
     const auto expectTitlesFit = [&](const char* language) {
-        for (QWidget* panel : {app->window_Face_Skin_Smooth.data(), app->window_Remove_Wrinkles.data(),
-                               app->window_Cheek.data(), app->window_Eyes_Color.data(), app->window_Widen_Eyes.data(),
-                               app->window_Eye_Shadow.data(), app->window_Eyes_Darken.data(),
-                               app->window_Lips_Color.data(), app->window_Whiten_Teeth.data()}) {
+        for (const EffectEntry& effect : effectCatalogue()) {
+            const QWidget* panel = app.get()->*effect.panel;
             ASSERT_NE(panel, nullptr);
             EXPECT_GE(panel->width(), EffectPanel::widthForTitle(panel->windowTitle()))
                 << language << ": " << panel->windowTitle().toStdString();
