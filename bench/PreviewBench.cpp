@@ -25,7 +25,7 @@ const Photo& photoOf(QSize size)
     auto found = photos.find(size.width());
     if (found == photos.end()) {
         const QImage picture = portraitPhoto(size);
-        OpenResult opened = analysePhoto("portrait", DecodedPhoto{picture, QSizeF(picture.size()), {}});
+        OpenResult opened = analysePhoto("portrait", DecodedPhoto{picture, QSizeF(picture.size()), {}, {}, {}});
         if (opened.outcome != OpenResult::Opened)
             qFatal("the benchmark photo was refused: %s", qPrintable(opened.message));
         Reshaping reshaping = Reshaping::of(opened.photo.regions);

@@ -18,10 +18,25 @@ int fail(int status, const QString& message)
     return status;
 }
 
+// What was left out of a photo or a picture: the work goes on.
+void tellWarnings(const QStringList& warnings)
+{
+    for (const QString& warning : warnings)
+        std::fprintf(stderr, "%s\n", qPrintable(warning));
+}
+
 struct RenderArguments {
     QString photo, settings, output;
+    PictureEncoding encoding;
     bool timings = false;
 };
+
+bool parseQuality(const QString& text, int& quality)
+{
+    bool number = false;
+    quality = text.toInt(&number);
+    return number && quality >= 1 && quality <= 100;
+}
 
 bool parse(const QStringList& arguments, RenderArguments& parsed)
 {
@@ -29,6 +44,10 @@ bool parse(const QStringList& arguments, RenderArguments& parsed)
         const QString& argument = arguments[i];
         if (argument == "--timings")
             parsed.timings = true;
+        else if (argument == "--quality" && i + 1 < arguments.size()) {
+            if (!parseQuality(arguments[++i], parsed.encoding.quality))
+                return false;
+        }
         else if (argument == "--settings" && i + 1 < arguments.size())
             parsed.settings = arguments[++i];
         else if (argument == "-o" && i + 1 < arguments.size())
@@ -64,7 +83,13 @@ int runRender(const QStringList& arguments)
 {
     RenderArguments args;
     if (!parse(arguments, args))
-        return fail(kCliUsage, "usage: bellavenor-cli render PHOTO [--settings FILE.json] -o OUT.png [--timings]");
+        return fail(kCliUsage, "usage: bellavenor-cli render PHOTO [--settings FILE.json] -o OUT.png|.jpg|.webp|.tif "
+                               "[--quality 1-100] [--timings]");
+    const std::optional<PictureFormat> format = pictureFormatOf(args.output);
+    if (!format)
+        return fail(kCliUsage, QString("Bellavenor cannot write \"%1\": the output's name must end in %2.")
+                                   .arg(args.output, writtenExtensions()));
+    args.encoding.format = *format;
     EditingState state;
     QString error;
     if (!args.settings.isEmpty() && !readSettingsFile(args.settings, state, error))
@@ -76,6 +101,7 @@ int runRender(const QStringList& arguments)
     clock.lap("decode");
     if (!decoded.ok())
         return fail(kCliUnreadable, decoded.error);
+    tellWarnings(decoded.warnings);
     const OpenResult opened = analysePhoto(args.photo, std::move(decoded));
     clock.lap("analyse");
     if (opened.outcome != OpenResult::Opened)
@@ -88,8 +114,11 @@ int runRender(const QStringList& arguments)
     clock.lap("compose");
     if (!picture)
         return fail(kCliUnreadable, QString("The picture could not be rendered: %1.").arg(error));
-    if (const QString reason = writePng(*picture, args.output); !reason.isEmpty())
+    QStringList leftOut;
+    if (const QString reason = writePicture(*picture, args.output, args.encoding, opened.photo.metadata, &leftOut);
+        !reason.isEmpty())
         return fail(kCliUnreadable, QString("The picture could not be written to \"%1\": %2.").arg(args.output, reason));
+    tellWarnings(leftOut);
     clock.lap("encode");
     return kCliOk;
 }

@@ -42,6 +42,7 @@ OpenResult analyseDecoded(const QString& path, DecodedPhoto decoded)
     photo.path = path;
     photo.img_Basic = std::move(decoded.img_Basic);
     photo.imgSize = decoded.imgSize;
+    photo.metadata = std::move(decoded.metadata);
     photo.facePointsRelativeToImageSize = std::move(detection.landmarks);
     photo.regions = FaceRegions::build(photo.facePointsRelativeToImageSize, photo.imgSize);
     photo.images = RegionImages::build(photo.img_Basic, photo.imgSize, photo.regions);

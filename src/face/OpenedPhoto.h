@@ -18,6 +18,9 @@ struct OpenedPhoto {
     QString path;
     QImage img_Basic;
     QSizeF imgSize; // img_Basic's size: the largest width and height in the file
+    // The colour space img_Basic's values are in, and the tags every picture
+    // made from it carries.
+    PhotoMetadata metadata;
     FaceLandmarks facePointsRelativeToImageSize;
     PointList facePointsInPercentRelativeToImage;
     // The regions; array_Face_Points is already in percent of the photo.

@@ -1,5 +1,6 @@
 #include "PhotoDecoder.h"
 
+#include "HeifDecoder.h"
 #include "Picture.h"
 #include "RegularFile.h"
 
@@ -105,8 +106,9 @@ DecodedPhoto readPhoto(const QByteArray& bytes, const QString& path)
 {
     DecodedPhoto photo;
     if (!MemoryReader(bytes).reader.canRead()) {
-        photo.error = QString("The file %1 is not a picture Bellavenor can read (BMP, JPEG, PNG, GIF or TIFF).")
-                          .arg(quoted(path));
+        photo.error =
+            QString("The file %1 is not a picture Bellavenor can read (BMP, JPEG, PNG, GIF, TIFF, WebP, HEIC or AVIF).")
+                .arg(quoted(path));
         return photo;
     }
     const PageSurvey survey = surveyPages(path, bytes);
@@ -124,6 +126,30 @@ DecodedPhoto readPhoto(const QByteArray& bytes, const QString& path)
     const QSize measure = survey.measure.expandedTo(image.size());
     photo.img_Basic = image.size() == measure ? toPicture(image) : Stretch_Image(image, measure);
     photo.imgSize = measure;
+    bool hasIccProfile = false;
+    photo.metadata = readMetadata(bytes, photo.warnings, &hasIccProfile);
+    photo.metadata.colourSpace = image.colorSpace();
+    if (hasIccProfile && !image.colorSpace().isValid())
+        photo.warnings << kUnreadableProfile;
+    return photo;
+}
+
+// HEIC and AVIF go through libheif: one image, upright, its colour space
+// from an ICC profile or an nclx box, EXIF and XMP from the file's items.
+DecodedPhoto readHeifPhoto(const QByteArray& bytes, const QString& path)
+{
+    DecodedPhoto photo;
+    HeifPhoto heif = decodeHeif(bytes, kMaxPhotoPixels);
+    if (!heif.oversize.isEmpty())
+        photo.error = tooLarge(path, heif.oversize);
+    else if (!heif.error.isEmpty())
+        photo.error = QString("The picture %1 could not be decoded: %2.").arg(quoted(path), heif.error);
+    if (!photo.ok())
+        return photo;
+    photo.img_Basic = std::move(heif.image);
+    photo.imgSize = photo.img_Basic.size();
+    photo.metadata = std::move(heif.metadata);
+    photo.warnings = std::move(heif.warnings);
     return photo;
 }
 
@@ -132,7 +158,7 @@ DecodedPhoto readPhoto(const QByteArray& bytes, const QString& path)
 DecodedPhoto decodePhotoData(const QByteArray& bytes, const QString& path)
 {
     try {
-        return readPhoto(bytes, path);
+        return isHeifFile(bytes) ? readHeifPhoto(bytes, path) : readPhoto(bytes, path);
     } catch (const std::bad_alloc&) {
         DecodedPhoto refused;
         refused.error = QString("There is not enough memory to open %1.").arg(quoted(path));

@@ -3,6 +3,9 @@
 #include <QImage>
 #include <QSizeF>
 #include <QString>
+#include <QStringList>
+
+#include "PhotoMetadata.h"
 
 // Pictures above this many pixels are refused before they are decoded: the
 // retouching keeps several full-size layers of a photo in memory.
@@ -18,12 +21,17 @@ struct DecodedPhoto {
     // Always img_Basic's size, so the face found on it and the regions
     // flipped by it agree.
     QSizeF imgSize;
+    // Its colour space, EXIF, XMP and IPTC, for the pictures made from it.
+    PhotoMetadata metadata;
+    // What was left out of an otherwise good photo (an unreadable profile or
+    // metadata block): the command-line tool says so, the window opens it.
+    QStringList warnings;
     QString error; // says what went wrong and names the file; empty on success
 
     bool ok() const { return error.isEmpty(); }
 };
 
-// Reads a BMP, JPEG, PNG, GIF or TIFF file. Never throws: a missing, empty,
+// Reads a BMP, JPEG, PNG, GIF, TIFF, WebP, HEIC/HEIF or AVIF file. Never throws: a missing, empty,
 // truncated, unsupported or oversized file (any of its images over the
 // pixel limit) comes back with an error before its pixels are read.
 DecodedPhoto decodePhoto(const QString& path);

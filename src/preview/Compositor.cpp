@@ -2,8 +2,36 @@
 
 #include "CompositorSteps.h"
 
+#include <QColorTransform>
+
+#include <algorithm>
 #include <exception>
 #include <new>
+#include <type_traits>
+
+namespace {
+
+// Colours are chosen in sRGB (the colour dialogs, picked colours as seen);
+// they are painted in the photo's own space so that they look in the
+// saved picture as they looked when chosen. Every sRGB colour lies inside
+// the wide-gamut spaces photos come in, so none is clipped.
+EditingState inPhotoSpace(const EditingState& state, const PhotoMetadata& metadata)
+{
+    EditingState painted = state;
+    if (isSrgb(metadata))
+        return painted;
+    const QColorTransform toPhoto = QColorSpace(QColorSpace::SRgb).transformationToColorSpace(metadata.colourSpace);
+    painted.forEachField([&](const char*, auto& field) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(field)>, RgbaColor>) {
+            const RgbaColor mapped = toPhoto.map(field);
+            field = RgbaColor{std::clamp(mapped.r, 0.f, 1.f), std::clamp(mapped.g, 0.f, 1.f),
+                              std::clamp(mapped.b, 0.f, 1.f), field.a};
+        }
+    });
+    return painted;
+}
+
+} // namespace
 
 const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state)
 {
@@ -13,9 +41,10 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
         return working_;
     }
     ++passes_;
-    CompositorPass pass{working_, record_, photo, reshaping, state, memos_, handles_};
+    const EditingState painted = inPhotoSpace(state, photo.metadata);
+    CompositorPass pass{working_, record_, photo, reshaping, painted, memos_, handles_};
     for (const CompositorStep& step : compositorSteps())
-        if (step.runs(state))
+        if (step.runs(painted))
             step.paint(pass);
     return working_;
 }

@@ -2,15 +2,19 @@
 
 #include "FilterPrimitives.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 #include <QImageWriter>
 #include <QSaveFile>
 
 #include <unicode/locid.h>
 #include <unicode/smpdtfmt.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -23,6 +27,63 @@ namespace {
 // (every retouched one: the photo lies over black) is written without its
 // alpha at 70: as small as before and in 60 % of the time.
 constexpr int kPngQuality = 70;
+
+struct FormatName {
+    PictureFormat format;
+    const char* writer; // Qt's name of the format
+    std::array<const char*, 2> extensions;
+};
+
+constexpr FormatName kFormats[] = {
+    {PictureFormat::Png, "png", {"png", nullptr}},
+    {PictureFormat::Jpeg, "jpeg", {"jpg", "jpeg"}},
+    {PictureFormat::WebP, "webp", {"webp", nullptr}},
+    {PictureFormat::Tiff, "tiff", {"tif", "tiff"}},
+};
+
+const FormatName& nameOf(PictureFormat format)
+{
+    return *std::find_if(std::begin(kFormats), std::end(kFormats),
+                         [&](const FormatName& name) { return name.format == format; });
+}
+
+// The file's bytes in memory, so that the metadata can be written into them
+// before anything reaches the disk.
+QByteArray encoded(const QImage& picture, const PictureEncoding& encoding, const QColorSpace& colourSpace,
+                   QString& reason)
+{
+    // JPEG holds no alpha; an opaque picture is written without it, which
+    // is also faster for PNG.
+    QImage toWrite = isOpaque(picture) || encoding.format == PictureFormat::Jpeg
+                         ? picture.convertToFormat(QImage::Format_RGB888)
+                         : picture;
+    toWrite.setColorSpace(colourSpace); // Qt embeds it as an ICC profile
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, nameOf(encoding.format).writer);
+    writer.setQuality(encoding.format == PictureFormat::Png ? kPngQuality : encoding.quality);
+    if (!writer.write(toWrite)) {
+        reason = writer.errorString();
+        return {};
+    }
+    return bytes;
+}
+
+QString writeReplacing(const QByteArray& bytes, const QString& path)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return file.errorString();
+    if (file.write(bytes) != bytes.size()) {
+        const QString reason = file.errorString();
+        file.cancelWriting();
+        return reason;
+    }
+    if (!file.commit())
+        return file.errorString();
+    return {};
+}
 
 QString quoted(const QString& path)
 {
@@ -68,24 +129,50 @@ QString renderedPictureName(const QDateTime& when)
     return QString::fromStdString(utf8) + ".png";
 }
 
-QString writePng(const QImage& picture, const QString& path)
+std::optional<PictureFormat> pictureFormatOf(const QString& path)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    QImageWriter writer(&file, "png");
-    writer.setQuality(kPngQuality);
-    if (!writer.write(isOpaque(picture) ? picture.convertToFormat(QImage::Format_RGB888) : picture)) {
-        const QString reason = file.error() != QFileDevice::NoError ? file.errorString() : writer.errorString();
-        file.cancelWriting();
-        return reason;
-    }
-    if (!file.commit())
-        return file.errorString();
-    return {};
+    const QString extension = QFileInfo(path).suffix().toLower();
+    for (const FormatName& name : kFormats)
+        for (const char* known : name.extensions)
+            if (known && extension == QLatin1String(known))
+                return name.format;
+    return std::nullopt;
 }
 
-void fulfil(SaveRequest& request, const QImage* composed, const QString& composeFailure)
+QString writtenExtensions()
+{
+    QStringList all;
+    for (const FormatName& name : kFormats)
+        for (const char* known : name.extensions)
+            if (known)
+                all << QString(".") + known;
+    return all.join(", ");
+}
+
+QString withPictureExtension(const QString& path, PictureFormat format)
+{
+    return pictureFormatOf(path) ? path : path + "." + nameOf(format).extensions[0];
+}
+
+QString writePicture(const QImage& picture, const QString& path, const PictureEncoding& encoding,
+                     const PhotoMetadata& metadata, QStringList* warnings)
+{
+    QString reason;
+    QByteArray bytes = encoded(picture, encoding, metadata.colourSpace, reason);
+    if (!reason.isEmpty())
+        return reason;
+    if (const QString leftOut = embedMetadata(bytes, metadata); !leftOut.isEmpty() && warnings)
+        *warnings << leftOut;
+    return writeReplacing(bytes, path);
+}
+
+QString writePng(const QImage& picture, const QString& path)
+{
+    return writePicture(picture, path, {}, {});
+}
+
+void fulfil(SaveRequest& request, const QImage* composed, const QString& composeFailure,
+            const PhotoMetadata& metadata)
 {
     if (!request.b_Save_Picture)
         return;
@@ -94,10 +181,11 @@ void fulfil(SaveRequest& request, const QImage* composed, const QString& compose
     request.s_Saved_Take_Picture = path;
     if (!composed)
         request.failure = QString("The picture could not be rendered: %1").arg(composeFailure);
-    else if (const QString reason = writePng(*composed, path); !reason.isEmpty())
+    else if (const QString reason = writePicture(*composed, path, {}, metadata); !reason.isEmpty())
         request.failure = QString("The picture could not be written to %1: %2").arg(quoted(path), reason);
     else
         request.failure.clear();
+    request.metadata = metadata;
     request.b_Save_Picture = false;
 }
 
@@ -112,6 +200,21 @@ QString moveReplacing(const QString& from, const QString& to)
     if (errno != EXDEV)
         return QString::fromLocal8Bit(std::strerror(errno));
     if (const QString reason = copyReplacing(from, to); !reason.isEmpty())
+        return reason;
+    QFile::remove(from);
+    return {};
+}
+
+QString moveAsFormat(const QString& from, const QString& to, const PhotoMetadata& metadata)
+{
+    const std::optional<PictureFormat> format = pictureFormatOf(to);
+    if (!format || *format == PictureFormat::Png)
+        return moveReplacing(from, to);
+    QImageReader reader(from, "png");
+    const QImage picture = reader.read();
+    if (picture.isNull())
+        return QString("the rendered picture could not be read back: %1").arg(reader.errorString());
+    if (const QString reason = writePicture(picture, to, {*format}, metadata); !reason.isEmpty())
         return reason;
     QFile::remove(from);
     return {};

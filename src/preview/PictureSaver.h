@@ -1,8 +1,13 @@
 #pragma once
 
+#include "PhotoMetadata.h"
+
 #include <QDateTime>
 #include <QImage>
 #include <QString>
+#include <QStringList>
+
+#include <optional>
 
 // The handshake between Save or Share and the preview: the shell sets
 // b_Save_Picture and asks for a redraw; the redraw writes the retouched
@@ -14,7 +19,41 @@ struct SaveRequest {
     QString s_Output_Folder;
     QString s_Saved_Take_Picture;
     QString failure;
+    // The tags of the photo the picture was rendered from, for a Save into
+    // another format.
+    PhotoMetadata metadata;
 };
+
+// The file types Bellavenor writes, chosen by a name's extension.
+enum class PictureFormat { Png, Jpeg, WebP, Tiff };
+
+// How a picture is encoded: its format and, for JPEG and WebP, the quality
+// (1 to 100). PNG and TIFF are lossless and ignore it.
+struct PictureEncoding {
+    PictureFormat format = PictureFormat::Png;
+    int quality = 92;
+};
+
+// The format a file name's extension asks for (.png, .jpg, .jpeg, .webp,
+// .tif, .tiff, in any case), or none for any other name.
+std::optional<PictureFormat> pictureFormatOf(const QString& path);
+
+// The extensions Bellavenor writes, for messages: ".png, .jpg, .jpeg, …".
+QString writtenExtensions();
+
+// `path` itself when its extension names a written format; otherwise with
+// the first extension of `format` added.
+QString withPictureExtension(const QString& path, PictureFormat format);
+
+// Writes `picture` to `path` as `encoding` asks, carrying the photo's
+// colour profile (a photo without one gives an untagged picture) and its
+// EXIF, XMP and IPTC where the format holds them. The file goes through a
+// temporary file renamed into place, so a failed write leaves no half file
+// and an existing file untouched. Returns why it failed, or an empty
+// string; metadata that could not be written is left out and said in
+// `warnings` when given.
+QString writePicture(const QImage& picture, const QString& path, const PictureEncoding& encoding,
+                     const PhotoMetadata& metadata, QStringList* warnings = nullptr);
 
 // The file name of a picture rendered at `when`: the pattern
 // "YYYY-MM-dd-HH-mm-ss" and ".png". "YYYY" is the week-based year, which
@@ -26,9 +65,11 @@ QString renderedPictureName(const QDateTime& when);
 // untouched. Returns why it failed, or an empty string.
 QString writePng(const QImage& picture, const QString& path);
 
-// Performs a pending save request: `composed` is the retouched picture, or
-// null when it could not be made, for the reason `composeFailure`.
-void fulfil(SaveRequest& request, const QImage* composed, const QString& composeFailure = {});
+// Performs a pending save request: `composed` is the retouched picture of a
+// photo with `metadata`, or null when it could not be made, for the reason
+// `composeFailure`.
+void fulfil(SaveRequest& request, const QImage* composed, const QString& composeFailure = {},
+            const PhotoMetadata& metadata = {});
 
 // Moves the file `from` to `to`, replacing what is there in one step: on
 // the same file system by a rename over it; on another by a copy into a
@@ -36,3 +77,10 @@ void fulfil(SaveRequest& request, const QImage* composed, const QString& compose
 // the whole new file is at `to` and `from` is gone, or nothing changed at
 // either place. Returns why it failed, or an empty string.
 QString moveReplacing(const QString& from, const QString& to);
+
+// Puts the rendered PNG `from` at `to` in the format `to`'s extension names:
+// a PNG is moved as moveReplacing does; any other format is written from
+// the PNG's pixels with `metadata`, replacing `to` whole or not at all, and
+// `from` is removed once it is there. Returns why it failed, or an empty
+// string.
+QString moveAsFormat(const QString& from, const QString& to, const PhotoMetadata& metadata);

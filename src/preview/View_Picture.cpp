@@ -29,6 +29,9 @@ void View_Picture::setSources(std::shared_ptr<const OpenedPhoto> photo, Reshapin
     state_ = state;
     saveRequest_ = saveRequest;
     if (newPhoto) { // a new photo opens fitted
+        toScreen_ = !photo_ || isSrgb(photo_->metadata)
+                        ? QColorTransform()
+                        : photo_->metadata.colourSpace.transformationToColorSpace(QColorSpace::SRgb);
         framing_ = {};
         emit framingChanged();
     }
@@ -50,7 +53,7 @@ void View_Picture::paintEvent(QPaintEvent*)
         showFramed(working);
     painter.drawImage(QPointF(0, 0), shown_);
     if (saveRequest_)
-        fulfil(*saveRequest_, working, failure);
+        fulfil(*saveRequest_, working, failure, photo_->metadata);
 }
 
 // The compositor's picture, composed again only when the photo, the
@@ -85,6 +88,7 @@ void View_Picture::showFramed(const QImage* working)
     // Holding the compare key shows the photo whole, in the split view too.
     if (showingUntouched_ || !working || !splitView_) {
         painter.drawImage(onScreen, showingUntouched_ || !working ? untouched : *working);
+        convertToScreen(onScreen);
         return;
     }
     // The split runs through the middle of the part of the frame in view.
@@ -95,10 +99,27 @@ void View_Picture::showFramed(const QImage* working)
     painter.setClipRect(QRectF(split, onScreen.top(), onScreen.right() - split, onScreen.height()));
     painter.drawImage(onScreen, *working);
     painter.setClipping(false);
+    convertToScreen(onScreen);
     // A light line with dark edges shows on light and dark photos alike.
     const double onePixel = 1 / ratio;
     painter.fillRect(QRectF(split - onePixel, visible.top(), 3 * onePixel, visible.height()), QColor(0, 0, 0, 160));
     painter.fillRect(QRectF(split, visible.top(), onePixel, visible.height()), Qt::white);
+}
+
+// Only the frame's pixels in view are converted, at their on-screen size:
+// a redraw costs the same at any photo size.
+void View_Picture::convertToScreen(const QRectF& onScreen)
+{
+    if (toScreen_.isIdentity())
+        return;
+    const qreal ratio = shown_.devicePixelRatio();
+    const QRect area = QRectF(onScreen.topLeft() * ratio, onScreen.size() * ratio).toAlignedRect() & shown_.rect();
+    if (area.isEmpty())
+        return;
+    // A view into shown_'s own rows: converted in place, nothing copied.
+    QImage framePart(shown_.scanLine(area.top()) + area.left() * 4, area.width(), area.height(),
+                     shown_.bytesPerLine(), shown_.format());
+    framePart.applyColorTransform(toScreen_);
 }
 
 QSizeF View_Picture::photoSize() const
@@ -382,7 +403,8 @@ void View_Picture::pickColour(QPointF percent)
     const QImage& photo = photo_->img_Basic;
     const QPoint pixel(int(std::floor(photo_->imgSize.width() * percent.x() / 100)),
                        int(std::floor(photo_->imgSize.height() * (100 - percent.y()) / 100)));
-    const QColor picked = photo.valid(pixel) ? photo.pixelColor(pixel) : QColor(Qt::black);
+    // The colour as the person sees it on the screen.
+    const QColor picked = toScreen_.map(photo.valid(pixel) ? photo.pixelColor(pixel) : QColor(Qt::black));
     const RgbaColor colour{float(picked.redF()), float(picked.greenF()), float(picked.blueF()), float(picked.alphaF())};
     const int index = state_->i_Picking_Color_Index;
     if (index == 1)

@@ -96,6 +96,7 @@ protected:
 private:
     const QImage* upToDateWorking(QString& failure);
     void showFramed(const QImage* working);
+    void convertToScreen(const QRectF& onScreen);
     void setFraming(const Framing& framing);
     QSizeF photoSize() const;
     bool panning(const QMouseEvent* event) const;
@@ -127,4 +128,7 @@ private:
     bool showingUntouched_ = false, splitView_ = false, panKeyHeld_ = false;
     std::optional<QPointF> panFrom_; // view pixels, y down, while a pan drags
     QImage shown_; // the last picture drawn, framed in the view
+    // From the photo's colour space to the screen's (sRGB: Qt 6.4 names no
+    // other); the identity for sRGB photos.
+    QColorTransform toScreen_;
 };

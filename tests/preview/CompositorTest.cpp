@@ -33,7 +33,7 @@ const OpenedPhoto& enlargedPortrait()
 {
     static const OpenResult opened = [] {
         const QImage picture = portrait().img_Basic.scaled(1536, 1536, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        return analysePhoto("enlarged", DecodedPhoto{picture, QSizeF(picture.size()), {}});
+        return analysePhoto("enlarged", DecodedPhoto{picture, QSizeF(picture.size()), {}, {}, {}});
     }();
     EXPECT_EQ(opened.outcome, OpenResult::Opened);
     return opened.photo;
@@ -306,7 +306,7 @@ TEST(Compositor, FastPathsGiveThePlainPathsPictureAtTwelveMegapixels)
 {
     const QImage picture =
         portrait().img_Basic.copy(56, 0, 400, 300).scaled(4000, 3000, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const OpenResult opened = analysePhoto("camera", DecodedPhoto{picture, QSizeF(picture.size()), {}});
+    const OpenResult opened = analysePhoto("camera", DecodedPhoto{picture, QSizeF(picture.size()), {}, {}, {}});
     ASSERT_EQ(opened.outcome, OpenResult::Opened);
     const Reshaping reshaping = Reshaping::of(opened.photo.regions);
     EditingState all;
@@ -527,7 +527,7 @@ TEST(SavedPicture, RedrawThatFailsShowsTheLastGoodPictureAndSavesNothing)
 
     state.b_Apply_Cheeks = true;
     state.f_Cheeks_Blur_Level_Right = 1e7f;
-    request = {true, folder.path(), {}, {}};
+    request = {true, folder.path(), {}, {}, {}};
     const QImage afterFailure = view.grab().toImage();
 
     EXPECT_EQ(afterFailure, good) << "the last good picture stays";
@@ -546,7 +546,7 @@ TEST(SavedPicture, RedrawWritesTheFullSizePictureOnlyWithAPhoto)
 {
     QTemporaryDir folder;
     EditingState state;
-    SaveRequest request{true, folder.path(), {}, {}};
+    SaveRequest request{true, folder.path(), {}, {}, {}};
     Reshaping reshaping;
     View_Picture view;
     view.resize(300, 200);

@@ -106,7 +106,7 @@ TEST(PictureSaver, RenderIntoAFolderThatIsAFileFailsNamingThePath)
     QTemporaryDir folder;
     const QString notAFolder = folder.filePath("Bellavenro");
     writeFile(notAFolder, "a file where the working folder should be");
-    SaveRequest request{true, notAFolder, {}, {}};
+    SaveRequest request{true, notAFolder, {}, {}, {}};
     const QImage picture = noisyPicture();
 
     fulfil(request, &picture);
@@ -114,7 +114,7 @@ TEST(PictureSaver, RenderIntoAFolderThatIsAFileFailsNamingThePath)
     EXPECT_FALSE(request.b_Save_Picture);
     EXPECT_TRUE(request.failure.contains(request.s_Saved_Take_Picture)) << request.failure.toStdString();
     fulfil(request, &picture); // no request pending: nothing happens
-    SaveRequest unmade{true, folder.path(), {}, {}};
+    SaveRequest unmade{true, folder.path(), {}, {}, {}};
     fulfil(unmade, nullptr, "there is not enough memory");
     EXPECT_EQ(unmade.failure, "The picture could not be rendered: there is not enough memory");
     EXPECT_FALSE(QFile::exists(unmade.s_Saved_Take_Picture));
