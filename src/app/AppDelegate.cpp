@@ -4,6 +4,7 @@
 #include "EffectCatalogue.h"
 #include "EffectPanel.h"
 #include "EditingStateJson.h"
+#include "PictureSaver.h"
 #include "MainWindow.h"
 #include "PreviewKeys.h"
 #include "View_Picture.h"
@@ -34,7 +35,11 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
     showAlert = [this](const Alert& alert) { return presentAlertModally(alert, window_.get()); };
     chooseFileToOpen = [this](const QString& startFolder) {
         QFileDialog dialog(window_.get());
-        dialog.setNameFilter(tr("Pictures") + " (*.bmp *.jpg *.gif *.png *.jpeg *.tif *.tiff)");
+        // Phones and cameras write upper-case extensions as often as not.
+        QStringList patterns;
+        for (const char* extension : {"bmp", "jpg", "gif", "png", "jpeg", "tif", "tiff", "webp", "heic", "heif", "avif"})
+            patterns << QString("*.") + extension << QString("*.") + QString(extension).toUpper();
+        dialog.setNameFilter(tr("Pictures") + " (" + patterns.join(' ') + ")");
         dialog.setDirectory(startFolder); // a folder only: the name field stays empty
         dialog.setFileMode(QFileDialog::ExistingFile);
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
@@ -43,8 +48,22 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
         QFileDialog dialog(window_.get(), "Select a folder to save the captured image", suggestedPath);
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setOption(QFileDialog::ShowDirsOnly, false);
+        // The name's extension chooses the format; without a known one the
+        // chosen type adds its own. PNG first: the picture is PNG until then.
+        const QList<std::pair<QString, PictureFormat>> types = {
+            {"PNG (*.png)", PictureFormat::Png},
+            {"JPEG (*.jpg *.jpeg)", PictureFormat::Jpeg},
+            {"WebP (*.webp)", PictureFormat::WebP},
+            {"TIFF (*.tif *.tiff)", PictureFormat::Tiff}};
+        QStringList filters;
+        for (const auto& type : types)
+            filters << type.first;
+        dialog.setNameFilters(filters);
         dialog.selectFile(QFileInfo(suggestedPath).fileName());
-        return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+        if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+            return QString();
+        const qsizetype type = std::max<qsizetype>(filters.indexOf(dialog.selectedNameFilter()), 0);
+        return withPictureExtension(dialog.selectedFiles().first(), types[type].second);
     };
     chooseSettingsPath = [this](const QString& suggestedPath) {
         return QFileDialog::getSaveFileName(window_.get(), tr("Export Settings…"), suggestedPath,
@@ -585,7 +604,7 @@ void AppDelegate::Timer_Save_Picture_Routine()
         return; // the picture stays in the working folder
     // The dialog has asked before replacing; the old file is replaced in one
     // step or not at all.
-    if (const QString reason = moveReplacing(rendered, chosen); !reason.isEmpty()) {
+    if (const QString reason = moveAsFormat(rendered, chosen, saveRequest.metadata); !reason.isEmpty()) {
         showAlert({"Error",
                    QString("The picture could not be saved to \"%1\": %2. It is still in the working folder: \"%3\".")
                        .arg(QDir::toNativeSeparators(chosen), reason, QDir::toNativeSeparators(rendered)),

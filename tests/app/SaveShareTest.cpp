@@ -67,6 +67,22 @@ TEST_F(SaveShareTest, SaveRendersTheDatedPictureAndMovesItWhereTheUserChooses)
     EXPECT_EQ(alerts[0].buttons, (QStringList{"View Image File", "Close"}));
 }
 
+TEST_F(SaveShareTest, SaveWritesTheFormatTheChosenNameAsks)
+{
+    openPortrait();
+    for (const auto& [name, firstBytes] : {std::pair{"mine.jpg", QByteArray("\xff\xd8\xff")}, {"mine.webp", "RIFF"}}) {
+        nextSavePath = chosenFolder.filePath(name);
+        suggestions.clear();
+        app->OnToolbarSave();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !suggestions.isEmpty(); }, 5000));
+        QFile saved(nextSavePath);
+        ASSERT_TRUE(saved.open(QIODevice::ReadOnly)) << name;
+        EXPECT_TRUE(saved.read(4).startsWith(firstBytes)) << name;
+        EXPECT_EQ(QImage(nextSavePath).size(), QSize(512, 512));
+        EXPECT_TRUE(workingFolderFiles().isEmpty()) << "the rendered PNG is gone once the " << name << " is there";
+    }
+}
+
 TEST_F(SaveShareTest, CancelledSaveLeavesThePictureInTheWorkingFolder)
 {
     openPortrait();

@@ -70,20 +70,39 @@ dev_t deviceOf(const QString& path)
 } // namespace
 
 // An opaque picture is written without its alpha, a translucent one with
-// it: both read back to the very pixels.
+// it: both read back to the very pixels from the lossless formats.
 TEST(PictureSaver, WrittenPicturesReadBackToTheirPixels)
 {
     QTemporaryDir folder;
     QImage translucent = noisyPicture();
     for (int x = 0; x < 300; ++x)
         translucent.setPixelColor(x, 7, QColor(40, 80, 120, x % 256));
-    for (const QImage& picture : {noisyPicture(), translucent}) {
-        const QString path = folder.filePath("picture.png");
-        ASSERT_EQ(writePng(picture, path), QString());
-        const QImage read(path);
-        EXPECT_EQ(read.hasAlphaChannel(), !isOpaque(picture));
-        EXPECT_EQ(read.convertToFormat(picture.format()), picture);
-    }
+    for (const QString name : {"picture.png", "picture.tif"})
+        for (const QImage& picture : {noisyPicture(), translucent}) {
+            const QString path = folder.filePath(name);
+            ASSERT_EQ(writePicture(picture, path, {*pictureFormatOf(name)}, {}), QString());
+            const QImage read(path);
+            EXPECT_EQ(read.hasAlphaChannel(), !isOpaque(picture)) << name.toStdString();
+            EXPECT_EQ(read.convertToFormat(picture.format()), picture) << name.toStdString();
+        }
+}
+
+TEST(PictureSaver, TheNamesExtensionChoosesTheFormatElseTheChosenTypeAddsItsOwn)
+{
+    const struct {
+        const char* chosen;
+        PictureFormat type;
+        const char* written;
+    } cases[] = {
+        {"/p/a.JPG", PictureFormat::Png, "/p/a.JPG"},   {"/p/a.tiff", PictureFormat::Jpeg, "/p/a.tiff"},
+        {"/p/a", PictureFormat::Jpeg, "/p/a.jpg"},      {"/p/a.bmp", PictureFormat::Tiff, "/p/a.bmp.tif"},
+        {"/p/a.x.webp", PictureFormat::Png, "/p/a.x.webp"}, {"/p/png", PictureFormat::WebP, "/p/png.webp"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(withPictureExtension(c.chosen, c.type), c.written);
+    EXPECT_EQ(pictureFormatOf("a.JPEG"), PictureFormat::Jpeg);
+    EXPECT_EQ(pictureFormatOf("a.tif"), PictureFormat::Tiff);
+    EXPECT_FALSE(pictureFormatOf("a.heic")) << "read, never written";
 }
 
 TEST(PictureSaver, WriteOnAFullDiskFailsAndLeavesTheOldFileWhole)

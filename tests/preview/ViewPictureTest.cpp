@@ -1,5 +1,6 @@
 #include "ImageSpace.h"
 #include "OpenedPhoto.h"
+#include "Picture.h"
 #include "PreviewGeometry.h"
 #include "Reshaping.h"
 #include "View_Picture.h"
@@ -222,4 +223,41 @@ TEST_F(ViewTest, ASettingAReshapingOrANewPhotoEachComposeAgainAndShowWhatAFreshC
     expectFresh("a reshaping", 3);
     view.setSources(std::make_shared<const OpenedPhoto>(photo), &reshaping, &state, nullptr);
     expectFresh("the photo opened again", 4);
+}
+
+TEST_F(ViewTest, ADisplayP3PhotoIsShownAndPickedAsAColourManagedViewerShowsIt)
+{
+    // The portrait's colours, stored as Display P3 values.
+    QImage srgb = photo.img_Basic.convertToFormat(QImage::Format_RGB888);
+    srgb.setColorSpace(QColorSpace::SRgb);
+    const QImage values = toPicture(srgb.convertedToColorSpace(QColorSpace::DisplayP3));
+    PhotoMetadata tags;
+    tags.colourSpace = QColorSpace::DisplayP3;
+    OpenResult opened = analysePhoto("p3", DecodedPhoto{values, QSizeF(values.size()), tags, {}, {}});
+    ASSERT_EQ(opened.outcome, OpenResult::Opened) << opened.message.toStdString();
+    auto p3 = std::make_shared<const OpenedPhoto>(std::move(opened.photo));
+    state = EditingState{};
+    view.setSources(p3, &reshaping, &state, nullptr);
+    view.zoomToActualPixels();
+
+    const QImage shown = shownInFrame(), expected = opaque(srgb);
+    ASSERT_EQ(shown.size(), expected.size());
+    int largest = 0;
+    for (int y = 0; y < shown.height(); y += 3)
+        for (int x = 0; x < shown.width(); x += 3) {
+            const QRgb a = shown.pixel(x, y), b = expected.pixel(x, y);
+            largest = std::max({largest, std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                                std::abs(qBlue(a) - qBlue(b))});
+        }
+    EXPECT_LE(largest, 2) << "the P3 values are shown converted to the screen's sRGB";
+    ASSERT_NE(opaque(p3->img_Basic).pixel(80, 300), expected.pixel(80, 300)) << "the orange suit's values differ";
+
+    state.b_Cheeks_Picking_Color = true;
+    state.i_Picking_Color_Index = 2;
+    const QRectF frame = flipped(view.rectDrawCamera(), view.height());
+    QTest::mouseClick(&view, Qt::LeftButton, {}, (frame.topLeft() + QPointF(80.25, 300.25) * frame.width() / 512).toPoint());
+    const QColor seen = srgb.pixelColor(80, 300);
+    EXPECT_NEAR(state.color_Color_Cheeks_2.r * 255, seen.red(), 1.5) << "the colour the person sees is picked";
+    EXPECT_NEAR(state.color_Color_Cheeks_2.g * 255, seen.green(), 1.5);
+    EXPECT_NEAR(state.color_Color_Cheeks_2.b * 255, seen.blue(), 1.5);
 }
