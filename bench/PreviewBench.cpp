@@ -3,6 +3,8 @@
 #include "OpenedPhoto.h"
 #include "PictureSaver.h"
 
+#include <QColorSpace>
+#include <QColorTransform>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -97,15 +99,28 @@ void redrawAfter(benchmark::State& state, QSize size, const char* field)
     }
 }
 
-void savePng(benchmark::State& state, QSize size)
+// The retouched picture written as `name` asks (PNG; JPEG and WebP at the
+// default quality 92; TIFF), with the size of the file.
+void save(benchmark::State& state, QSize size, const char* name)
 {
     const Photo& p = photoOf(size);
     Compositor compositor;
     const QImage picture = compositor.compose(p.photo, p.reshaping, everyEffectOn());
     QTemporaryDir folder;
+    const QString path = folder.filePath(name);
     for (auto _ : state)
-        writePng(picture, folder.filePath("saved.png"));
-    state.counters["MB"] = double(QFileInfo(folder.filePath("saved.png")).size()) / 1e6;
+        writePicture(picture, path, {*pictureFormatOf(path)}, p.photo.metadata);
+    state.counters["MB"] = double(QFileInfo(path).size()) / 1e6;
+}
+
+// What the preview converts for a wide-gamut photo on every redraw: a
+// 1600 × 1000 frame from Display P3 to the screen's sRGB, in place.
+void showP3Frame(benchmark::State& state)
+{
+    QImage frame = noisePicture({1600, 1000}).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QColorTransform toScreen = QColorSpace(QColorSpace::DisplayP3).transformationToColorSpace(QColorSpace::SRgb);
+    for (auto _ : state)
+        frame.applyColorTransform(toScreen);
 }
 
 bool isPanelSetting(const char* name)
@@ -127,9 +142,13 @@ void registerAll(const char* label, QSize size)
             benchmark::RegisterBenchmark(name(QString("BM_Redraw%1/") + field).c_str(), redrawAfter, size, field)
                 ->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.5);
     });
-    benchmark::RegisterBenchmark(name("BM_SavePng%1").c_str(), savePng, size)
-        ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
+    for (const auto& [format, file] : {std::pair{"Png", "saved.png"}, {"Jpeg", "saved.jpg"}, {"WebP", "saved.webp"},
+                                       {"Tiff", "saved.tif"}})
+        benchmark::RegisterBenchmark(name(QString("BM_Save") + format + "%1").c_str(), save, size, file)
+            ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 }
+
+BENCHMARK(showP3Frame)->Name("BM_ShowP3Frame1600x1000")->Unit(benchmark::kMillisecond)->UseRealTime();
 
 const bool registered = [] {
     registerAll("12MP", k12Megapixels);

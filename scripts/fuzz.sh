@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets (clang, libFuzzer, AddressSanitizer and
-# UndefinedBehaviorSanitizer) in build-fuzz/ and runs the photo decoder and
-# the settings reader side by side for SECONDS each (default 600), seeded
+# UndefinedBehaviorSanitizer) in build-fuzz/ and runs the photo decoder (HEIF
+# included), the settings reader and the metadata copy, two at a time, for
+# SECONDS each (default 600), seeded
 # with the test fixtures. Inputs that crash are kept in
 # build-fuzz/crashes/<target>/; add them to tests/data/fuzz/ so the suite
 # replays them.
@@ -18,10 +19,12 @@ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DBELLAV
 cmake --build "$build" --parallel "$(nproc)"
 
 export QT_QPA_PLATFORM=offscreen
-for target in decoder settings; do
+export LSAN_OPTIONS=suppressions="$root/tests/lsan-suppressions.txt"
+for target in decoder settings metadata; do
   mkdir -p "$build/corpus/$target" "$build/crashes/$target"
 done
-"$build/bin/make_fuzz_seeds" "$root/tests/data/portrait.png" "$build/corpus/decoder" "$build/corpus/settings"
+"$build/bin/make_fuzz_seeds" "$root/tests/data/portrait.png" "$build/corpus/decoder" "$build/corpus/settings" \
+    "$build/corpus/metadata"
 cp "$root"/tests/data/portrait.gif "$build/corpus/decoder/"
 [ -d "$root/tests/data/fuzz" ] && cp "$root"/tests/data/fuzz/* "$build/corpus/decoder/" 2>/dev/null || true
 
@@ -33,4 +36,5 @@ run() {
   echo "== $target: $(grep -E 'stat::number_of_executed_units' "$build/fuzz_$target.log" | awk '{print $2}') runs," \
        "$(ls "$build/crashes/$target" | wc -l) crashing inputs (log: build-fuzz/fuzz_$target.log)"
 }
-run decoder & run settings & wait
+run decoder & run metadata & wait
+run settings

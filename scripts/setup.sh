@@ -13,8 +13,8 @@ packages=(
   qt6-image-formats-plugins qt6-qpa-plugins qt6-svg-dev qt6-translations-l10n fonts-dejavu-core
   # pixel filters, face detection and its 68-landmark model, date formatting
   libopencv-core-dev libopencv-imgproc-dev libdlib-dev libdlib-data libicu-dev
-  # colour profiles, HEIF/HEIC and AVIF photos, EXIF/XMP/IPTC metadata
-  liblcms2-dev libheif-dev libexiv2-dev
+  # HEIF/HEIC and AVIF photos, EXIF/XMP/IPTC metadata
+  libheif-dev libexiv2-dev
   # desktop checks and scripted runs under a virtual display with a window
   # manager, and their screenshots
   xvfb xauth xdotool openbox imagemagick desktop-file-utils appstream

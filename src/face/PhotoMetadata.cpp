@@ -39,7 +39,7 @@ void prepareExiv2()
     });
 }
 
-Exiv2::Image::AutoPtr openBytes(const QByteArray& bytes)
+auto openBytes(const QByteArray& bytes)
 {
     prepareExiv2();
     return Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(bytes.constData()), long(bytes.size()));
@@ -116,11 +116,30 @@ bool isSrgb(const PhotoMetadata& metadata)
     return workingColourSpace(metadata) == QColorSpace(QColorSpace::SRgb);
 }
 
+namespace {
+
+// Whether exiv2 reads this kind of file at all: BMP and GIF carry none of
+// what it copies, and an empty or unknown file is no damaged one.
+bool knownToExiv2(const QByteArray& bytes)
+{
+    try {
+        prepareExiv2();
+        return Exiv2::ImageFactory::getType(reinterpret_cast<const Exiv2::byte*>(bytes.constData()), long(bytes.size()))
+               != Exiv2::ImageType::none;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+} // namespace
+
 PhotoMetadata readMetadata(const QByteArray& fileBytes, QStringList& warnings, bool* hasIccProfile)
 {
     PhotoMetadata metadata;
+    if (!knownToExiv2(fileBytes))
+        return metadata;
     try {
-        Exiv2::Image::AutoPtr image = openBytes(fileBytes);
+        auto image = openBytes(fileBytes);
         image->readMetadata();
         if (hasIccProfile)
             *hasIccProfile = image->iccProfileDefined();
@@ -131,11 +150,10 @@ PhotoMetadata readMetadata(const QByteArray& fileBytes, QStringList& warnings, b
         // exiv2 gives up on the whole file over a broken profile.
         if (hasIccProfile && failure.code() == Exiv2::kerInvalidIccProfile)
             *hasIccProfile = true;
-        // Formats exiv2 does not know (BMP, GIF as it reads them) carry none.
-        if (Exiv2::ImageFactory::getType(reinterpret_cast<const Exiv2::byte*>(fileBytes.constData()),
-                                         long(fileBytes.size()))
-            != Exiv2::ImageType::none)
-            warnings << QString("The photo's metadata could not be read and is left out: %1.").arg(failure.what());
+        warnings << QString("The photo's metadata could not be read and is left out: %1.").arg(failure.what());
+        return {};
+    } catch (const std::exception& failure) {
+        warnings << QString("The photo's metadata could not be read and is left out: %1.").arg(failure.what());
         return {};
     }
     return metadata;
@@ -146,7 +164,7 @@ QString embedMetadata(QByteArray& encoded, const PhotoMetadata& metadata)
     if (!metadata.hasTags())
         return {};
     try {
-        Exiv2::Image::AutoPtr image = openBytes(encoded);
+        auto image = openBytes(encoded);
         image->readMetadata(); // the picture's own structure and profile
         if (!metadata.exif.isEmpty())
             mergeExif(image->exifData(), metadata.exif);

@@ -2,6 +2,8 @@
 
 #include "Picture.h"
 
+#include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QPainter>
 #include <QString>
@@ -9,6 +11,15 @@
 inline QString testDataPath(const QString& name)
 {
     return QString(BELLAVENOR_TEST_DATA) + "/" + name;
+}
+
+// Writes `bytes` as the file `name` in `folder`; its path.
+inline QString writtenFile(const QDir& folder, const QString& name, const QByteArray& bytes)
+{
+    QFile file(folder.filePath(name));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(bytes);
+    return file.fileName();
 }
 
 inline QImage portraitPicture()

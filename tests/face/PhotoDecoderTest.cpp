@@ -17,13 +17,7 @@ namespace {
 
 class PhotoDecoderTest : public ::testing::Test {
 protected:
-    QString write(const QString& name, const QByteArray& bytes)
-    {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return file.fileName();
-    }
+    QString write(const QString& name, const QByteArray& bytes) { return writtenFile(folder.path(), name, bytes); }
 
     QByteArray portraitBytes() const
     {

@@ -42,9 +42,10 @@ inline QByteArray encodedAs(const QImage& image, const char* format, int quality
 
 // A HEIF file (HEVC or AV1) of the picture, its pixels stored turned as
 // `orientation` undoes, with the picture's ICC profile; empty when this
-// libheif has no encoder for the format.
+// libheif has no encoder for the format. Full chroma unless asked for the
+// 4:2:0 phones write.
 inline QByteArray heifOf(const QImage& picture, heif_compression_format format,
-                         heif_orientation orientation = heif_orientation_normal)
+                         heif_orientation orientation = heif_orientation_normal, const char* chroma = "444")
 {
     heif_context* context = heif_context_alloc();
     heif_encoder* encoder = nullptr;
@@ -53,7 +54,7 @@ inline QByteArray heifOf(const QImage& picture, heif_compression_format format,
         heif_encoder_set_lossy_quality(encoder, 95);
         // Full chroma: with 4:2:0 the detector sees a second face on the
         // portrait's mission patch, as it does on the enlarged portrait.
-        heif_encoder_set_parameter(encoder, "chroma", "444");
+        heif_encoder_set_parameter(encoder, "chroma", chroma);
         heif_encoder_set_parameter(encoder, "speed", "8"); // AV1: a test needs no small file
         const QImage rgb = picture.convertToFormat(QImage::Format_RGB888);
         heif_image* image = nullptr;
