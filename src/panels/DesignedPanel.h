@@ -31,19 +31,20 @@ protected:
     }
 
     // The Level slider (slider_Level, labelLevel, labelLevelValue).
-    template <typename Count>
-    void bindLevel(Count& level)
+    template <auto level>
+    void bindLevel()
     {
-        bindCount(ui_->slider_Level, ui_->labelLevelValue, level);
+        bindSetting<level>(ui_->slider_Level, ui_->labelLevelValue);
         ui_->labelLevel->setText(labels().s_IDD_LEVEL);
     }
 
     // The colour well (colorwellColor, labelColor) and the transparency
     // slider (slider_Transparency, labelTransparency, labelTransparencyValue).
-    void bindColourAndTransparency(RgbaColor& colour, float& transparency)
+    template <auto colour, auto transparency>
+    void bindColourAndTransparency()
     {
-        bindColour(ui_->colorwellColor, colour);
-        bindHundredths(ui_->slider_Transparency, ui_->labelTransparencyValue, transparency);
+        bindColour(ui_->colorwellColor, state().*colour);
+        bindSetting<transparency>(ui_->slider_Transparency, ui_->labelTransparencyValue);
         ui_->labelColor->setText(labels().s_IDD_COLOR);
         ui_->labelTransparency->setText(labels().s_IDD_TRANSPARENCY);
     }

@@ -115,6 +115,17 @@ void EffectPanel::bindHundredths(QSlider* slider, QLabel* value, float& field)
                [&field](int position) { field = float(position) / 100; });
 }
 
+void EffectPanel::setSliderRange(QSlider* slider, const SettingRange& range, SliderScale scale)
+{
+    const double perUnit = scale == SliderScale::Hundredths ? 100 : 1;
+    slider->setRange(int(std::lround(range.min * perUnit)), int(std::lround(range.max * perUnit)));
+}
+
+void EffectPanel::setSliderStart(QSlider* slider, int position)
+{
+    slider->setValue(position);
+}
+
 void EffectPanel::bindColour(ColourWell* well, RgbaColor& field)
 {
     addShow(well, [well, &field] { well->setColour(field); });

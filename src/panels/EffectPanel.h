@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <type_traits>
 #include <vector>
 
 class ColourWell;
@@ -55,6 +56,31 @@ protected:
     }
     // Slider writing value / 100 into a float shown as field × 100.
     void bindHundredths(QSlider* slider, QLabel* value, float& field);
+    // The slider of a setting of the editing state's lists: its range and
+    // how its position maps to the value come from there.
+    template <auto field>
+    void bindSetting(QSlider* slider, QLabel* value)
+    {
+        using Of = Setting<field>;
+        static_assert(Of::slider != SliderScale::None, "this setting has no slider");
+        setSliderRange(slider, Of::range, Of::slider);
+        if constexpr (Of::slider == SliderScale::Hundredths)
+            bindHundredths(slider, value, state().*field);
+        else
+            bindCount(slider, value, state().*field);
+    }
+    // A setting's slider that only writes: it starts at the setting's
+    // starting value and keeps its own position, whatever the state says.
+    template <auto field>
+    void bindWritingSetting(QSlider* slider, QLabel* value)
+    {
+        using Of = Setting<field>;
+        static_assert(Of::slider == SliderScale::AsIs, "a writing slider gives the value itself");
+        using Value = std::remove_reference_t<decltype(EditingState{}.*field)>;
+        setSliderRange(slider, Of::range, Of::slider);
+        setSliderStart(slider, int(EditingState{}.*field));
+        bindSlider(slider, value, {}, [this](int position) { state().*field = Value(position); });
+    }
     void bindColour(ColourWell* well, RgbaColor& field);
 
     // The two effects with a mouse mode of their own (cheeks, under-eye
@@ -77,6 +103,8 @@ protected:
     PanelContext& context_;
 
 private:
+    static void setSliderRange(QSlider* slider, const SettingRange& range, SliderScale scale);
+    static void setSliderStart(QSlider* slider, int position);
     // How each bound control shows the state; run with the control's
     // signals blocked.
     std::vector<std::pair<QWidget*, std::function<void()>>> shows_;

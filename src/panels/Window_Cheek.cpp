@@ -1,5 +1,7 @@
 #include "Window_Cheek.h"
 
+using S = EditingState;
+
 Window_Cheek::Window_Cheek(PanelContext& context)
     : DesignedPanel(context)
 {
@@ -16,13 +18,11 @@ Window_Cheek::Window_Cheek(PanelContext& context)
     bindColour(ui_->color_1, s.color_Color_Cheeks_1);
     bindColour(ui_->color_1_Right, s.color_Color_Cheeks_1_Right);
     bindColour(ui_->color_2, s.color_Color_Cheeks_2);
-    bindHundredths(ui_->slider_Transparency, ui_->label_Transparency_Value, s.f_Color_Cheeks_Transparency);
-    // The blur sliders start where the interface file puts them and only
-    // write the state.
-    bindSlider(ui_->slider_Blur_Left, ui_->labelBlurLeftValue, {},
-               [this](int value) { state().f_Cheeks_Blur_Level_Left = float(value); });
-    bindSlider(ui_->slider_Blur_Right, ui_->labelBlurRightValue, {},
-               [this](int value) { state().f_Cheeks_Blur_Level_Right = float(value); });
+    bindSetting<&S::f_Color_Cheeks_Transparency>(ui_->slider_Transparency, ui_->label_Transparency_Value);
+    // The blur sliders start at the blur's starting value and only write
+    // the state.
+    bindWritingSetting<&S::f_Cheeks_Blur_Level_Left>(ui_->slider_Blur_Left, ui_->labelBlurLeftValue);
+    bindWritingSetting<&S::f_Cheeks_Blur_Level_Right>(ui_->slider_Blur_Right, ui_->labelBlurRightValue);
 
     const LocalisedLabels& l = labels();
     setWindowTitle(l.s_IDD_CHEEKS);

@@ -1,5 +1,7 @@
 #include "Window_Eyes_Darken.h"
 
+using S = EditingState;
+
 Window_Eyes_Darken::Window_Eyes_Darken(PanelContext& context)
     : DesignedPanel(context)
 {
@@ -10,9 +12,9 @@ Window_Eyes_Darken::Window_Eyes_Darken(PanelContext& context)
         [this](bool enabled) { Enable_Color_Controls(enabled); }});
     bindMode(*modes_);
 
-    bindHundredths(ui_->slider_Transparency, ui_->label_Transparency_Value, s.f_Darken_Eyes_Transparency);
-    bindCount(ui_->slider_Line_Width, ui_->label_Line_Width_Value, s.f_Darken_Eyes_Line_Width);
-    bindHundredths(ui_->slider_Blur, ui_->label_Blur_Value, s.f_Darken_Eyes_Blur_Level);
+    bindSetting<&S::f_Darken_Eyes_Transparency>(ui_->slider_Transparency, ui_->label_Transparency_Value);
+    bindSetting<&S::f_Darken_Eyes_Line_Width>(ui_->slider_Line_Width, ui_->label_Line_Width_Value);
+    bindSetting<&S::f_Darken_Eyes_Blur_Level>(ui_->slider_Blur, ui_->label_Blur_Value);
 
     const LocalisedLabels& l = labels();
     ui_->checkApply->setText(l.s_IDD_DARKEN_EYES);

@@ -1,64 +1,74 @@
 #include "EditingState.h"
 
-void EditingState::Reset_Variables()
-{
-    b_Face_Skin_Smooth = false;
-    b_Color_Eyes = false;
-    b_Color_Lips = false;
-    b_Whiten_Teeth = false;
-    b_Widen_Eyes = false;
-    b_Remove_Wrinkles = false;
-    b_Eye_Eyeshadow = false;
-    b_Apply_Cheeks = false;
-    b_Eyes_Darken = false;
-}
+#include <algorithm>
+#include <array>
 
 namespace {
 
 using S = EditingState;
 
-// The fields an effect's panel sets back to their starting values.
-template <auto... fields>
-void restore(EditingState& state)
+struct SwitchPlace {
+    bool EditingState::*field;
+    int closeOrder;
+};
+
+#define BELLAVENOR_SWITCH_PLACE(name, closeOrder) SwitchPlace{&S::name, closeOrder},
+constexpr SwitchPlace kSwitches[] = {BELLAVENOR_EFFECT_SWITCHES(BELLAVENOR_SWITCH_PLACE)};
+#undef BELLAVENOR_SWITCH_PLACE
+
+// Close orders are the places 0 to 8, each once.
+constexpr bool closeOrdersArePlaces()
 {
-    const EditingState starting;
-    ((state.*fields = starting.*fields), ...);
+    std::array<int, std::size(kSwitches)> seen{};
+    for (const SwitchPlace& place : kSwitches) {
+        if (place.closeOrder < 0 || place.closeOrder >= int(std::size(kSwitches)))
+            return false;
+        ++seen[std::size_t(place.closeOrder)];
+    }
+    return std::all_of(seen.begin(), seen.end(), [](int count) { return count == 1; });
 }
+static_assert(closeOrdersArePlaces(), "every effect switch needs its own close order, 0 to 8");
 
-struct EffectSettings {
-    bool EditingState::*effectSwitch;
-    void (*restore)(EditingState&);
-};
+const std::array<bool EditingState::*, std::size(kSwitches)> kCloseOrder = [] {
+    std::array<bool EditingState::*, std::size(kSwitches)> order{};
+    for (const SwitchPlace& place : kSwitches)
+        order[std::size_t(place.closeOrder)] = place.field;
+    return order;
+}();
 
-// Teeth whitening has no settings.
-const EffectSettings kEffectSettings[] = {
-    {&S::b_Face_Skin_Smooth, restore<&S::u_Face_Skin_Smooth_Level, &S::u_Face_Skin_Smooth_Radius>},
-    {&S::b_Remove_Wrinkles, restore<&S::u_Remove_Wrinkles_Level>},
-    {&S::b_Color_Eyes, restore<&S::color_Color_Eyes, &S::f_Color_Eyes_Transparency>},
-    {&S::b_Widen_Eyes, restore<&S::u_Widen_Eyes_Level>},
-    {&S::b_Eye_Eyeshadow,
-     restore<&S::color_Eyeshadow, &S::f_Color_Eyeshadow_Transparency, &S::f_Eyeshadow_Blur_Level>},
-    {&S::b_Eyes_Darken,
-     restore<&S::f_Darken_Eyes_Transparency, &S::f_Darken_Eyes_Line_Width, &S::f_Darken_Eyes_Blur_Level>},
-    {&S::b_Apply_Cheeks,
-     restore<&S::color_Color_Cheeks_1, &S::color_Color_Cheeks_1_Right, &S::color_Color_Cheeks_2,
-             &S::f_Color_Cheeks_Transparency, &S::f_Cheeks_Blur_Level_Left, &S::f_Cheeks_Blur_Level_Right,
-             &S::pt_MakeUp_Center_Left, &S::pt_MakeUp_Center_Right>},
-    {&S::b_Color_Lips, restore<&S::color_Color_Lips, &S::f_Color_Lips_Transparency>},
-};
+#define BELLAVENOR_SETTING_RANGE(type, name, init, effect, min, max, slider) SettingRange{#name, min, max},
+#define BELLAVENOR_MODE_RANGE(type, name, init, min, max) SettingRange{#name, min, max},
+constexpr SettingRange kRanges[] = {BELLAVENOR_EFFECT_SETTINGS(BELLAVENOR_SETTING_RANGE)
+                                        BELLAVENOR_INTERACTION_MODES(BELLAVENOR_MODE_RANGE)};
+#undef BELLAVENOR_SETTING_RANGE
+#undef BELLAVENOR_MODE_RANGE
 
 } // namespace
 
+std::span<bool EditingState::* const> switchesInCloseOrder()
+{
+    return kCloseOrder;
+}
+
+void EditingState::Reset_Variables()
+{
+    for (bool EditingState::*effectSwitch : kCloseOrder)
+        this->*effectSwitch = false;
+}
+
 void EditingState::restoreDefaultsOf(bool EditingState::*effectSwitch)
 {
-    for (const EffectSettings& effect : kEffectSettings)
-        if (effect.effectSwitch == effectSwitch)
-            effect.restore(*this);
+    const EditingState starting;
+#define BELLAVENOR_RESTORE(type, name, init, effect, ...) \
+    if (effectSwitch == &S::effect)                       \
+        name = starting.name;
+    BELLAVENOR_EFFECT_SETTINGS(BELLAVENOR_RESTORE)
+#undef BELLAVENOR_RESTORE
 }
 
 const SettingRange* settingRange(std::string_view field)
 {
-    for (const SettingRange& range : kSettingRanges)
+    for (const SettingRange& range : kRanges)
         if (field == range.field)
             return &range;
     return nullptr;
