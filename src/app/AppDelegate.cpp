@@ -140,13 +140,6 @@ void AppDelegate::awakeFromNib()
     connect(ui.toolbarItemEye, &QAction::triggered, this, &AppDelegate::OnToolbarEye);
     connect(ui.toolbarItemMouth, &QAction::triggered, this, &AppDelegate::OnToolbarMouth);
     connect(ui.toolbarItemAdvanced, &QAction::triggered, this, &AppDelegate::OnToolbarAdvanced);
-    connect(ui.actionFaceSkinSmooth, &QAction::triggered, this, &AppDelegate::On_Face_Smooth_Skin);
-    connect(ui.actionFaceRemoveWrinkles, &QAction::triggered, this, &AppDelegate::On_Face_Wrinkle_Remover);
-    connect(ui.actionEyesColor, &QAction::triggered, this, &AppDelegate::On_Eye_Color);
-    connect(ui.actionEyesWiden, &QAction::triggered, this, &AppDelegate::On_Eye_Size);
-    connect(ui.actionEyesLid, &QAction::triggered, this, &AppDelegate::On_Eye_Brush);
-    connect(ui.actionMouthLips, &QAction::triggered, this, &AppDelegate::On_Mouth_Lips);
-    connect(ui.actionMouthWhiteTeeth, &QAction::triggered, this, &AppDelegate::On_Mouth_Teeth);
     connect(ui.menuItemAbout, &QAction::triggered, this, &AppDelegate::showAbout);
     connect(ui.menuItemQuit, &QAction::triggered, this, &AppDelegate::Terminate_App);
     connect(ui.menuItemHelp, &QAction::triggered, this, [this] { openUrl(helpPages.userGuide); });
@@ -225,13 +218,7 @@ void AppDelegate::setMenuAndToolbarTitles()
     ui.menuItemFace->setTitle(l.s_IDD_FACE);
     ui.menuItemEye->setTitle(l.s_IDD_EYE);
     ui.menuItemMouth->setTitle(l.s_IDD_MOUTH);
-    ui.actionFaceSkinSmooth->setText(l.s_IDD_SMOOTH_SKIN);
-    ui.actionFaceRemoveWrinkles->setText(l.s_IDD_WRINKLE_REMOVER);
-    ui.actionEyesColor->setText(l.s_IDD_COLOR_EYES);
-    ui.actionEyesWiden->setText(l.s_IDD_WIDEN_EYES);
-    ui.actionEyesLid->setText(l.s_IDD_EYELID);
-    ui.actionMouthLips->setText(l.s_IDD_LIPS);
-    ui.actionMouthWhiteTeeth->setText(l.s_IDD_WHITE_TEETH);
+    addEffectMenuEntries();
     // Open and Save are one action each, shown in the menu and the toolbar.
     ui.actionOpen->setText(l.s_IDD_OPEN);
     ui.actionSave->setText(l.s_IDD_SAVE);
@@ -240,6 +227,20 @@ void AppDelegate::setMenuAndToolbarTitles()
     ui.toolbarItemMouth->setText(l.s_IDD_MOUTH);
     ui.toolbarItemAdvanced->setText(l.s_IDD_ADVANCED);
     ui.toolbarItemShare->setText(l.s_IDD_SHARE);
+}
+
+// Each category's menu lists its effects that have a menu entry, in
+// catalogue order; an entry opens the effect's panel as its row does.
+void AppDelegate::addEffectMenuEntries()
+{
+    const Ui::MainWindow& ui = window_->ui();
+    QMenu* const menus[] = {ui.menuItemFace, ui.menuItemEye, ui.menuItemMouth};
+    for (const EffectEntry& effect : effectCatalogue()) {
+        if (!effect.inMenu)
+            continue;
+        QAction* entry = menus[int(effect.category)]->addAction(labels.*effect.label);
+        connect(entry, &QAction::triggered, this, [this, &effect] { openEffect(effect); });
+    }
 }
 
 bool AppDelegate::createWorkingFolder()

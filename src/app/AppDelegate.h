@@ -143,6 +143,8 @@ public slots:
     void OnMenuHelpPrivacyPolicy();
     void OnMenuHelpSubmitTicket();
 
+    // The panel openers under their names, one per effect; menus and rows
+    // open the panels through the catalogue.
     void On_Face_Smooth_Skin();
     void On_Face_Wrinkle_Remover();
     void On_Face_Cheek();
@@ -187,6 +189,7 @@ private:
     QPushButton* rowButton(std::uint64_t category, int row, const QString& title);
     void awakeFromNib();
     void setMenuAndToolbarTitles();
+    void addEffectMenuEntries();
     bool createWorkingFolder();
     void showAbout();
     void selectCategory(std::uint64_t index, const QString& header);

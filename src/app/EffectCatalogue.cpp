@@ -27,17 +27,18 @@ using A = AppDelegate;
 
 const EffectEntry kCatalogue[] = {
     {Category::Face, &L::s_IDD_SMOOTH_SKIN, &S::b_Face_Skin_Smooth, &A::window_Face_Skin_Smooth,
-     make<Window_Face_Skin_Smooth>, 0},
+     make<Window_Face_Skin_Smooth>, true},
     {Category::Face, &L::s_IDD_WRINKLE_REMOVER, &S::b_Remove_Wrinkles, &A::window_Remove_Wrinkles,
-     make<Window_Remove_Wrinkles>, 5},
-    {Category::Face, &L::s_IDD_CHEEKS, &S::b_Apply_Cheeks, &A::window_Cheek, make<Window_Cheek>, 7},
-    {Category::Eye, &L::s_IDD_COLOR_EYES, &S::b_Color_Eyes, &A::window_Eyes_Color, make<Window_Eyes_Color>, 1},
-    {Category::Eye, &L::s_IDD_WIDEN_EYES, &S::b_Widen_Eyes, &A::window_Widen_Eyes, make<Window_Widen_Eyes>, 4},
-    {Category::Eye, &L::s_IDD_EYELID, &S::b_Eye_Eyeshadow, &A::window_Eye_Shadow, make<Window_Eye_Shadow>, 6},
-    {Category::Eye, &L::s_IDD_DARKEN_EYES, &S::b_Eyes_Darken, &A::window_Eyes_Darken, make<Window_Eyes_Darken>, 8},
-    {Category::Mouth, &L::s_IDD_LIPS, &S::b_Color_Lips, &A::window_Lips_Color, make<Window_Lips_Color>, 2},
+     make<Window_Remove_Wrinkles>, true},
+    {Category::Face, &L::s_IDD_CHEEKS, &S::b_Apply_Cheeks, &A::window_Cheek, make<Window_Cheek>, false},
+    {Category::Eye, &L::s_IDD_COLOR_EYES, &S::b_Color_Eyes, &A::window_Eyes_Color, make<Window_Eyes_Color>, true},
+    {Category::Eye, &L::s_IDD_WIDEN_EYES, &S::b_Widen_Eyes, &A::window_Widen_Eyes, make<Window_Widen_Eyes>, true},
+    {Category::Eye, &L::s_IDD_EYELID, &S::b_Eye_Eyeshadow, &A::window_Eye_Shadow, make<Window_Eye_Shadow>, true},
+    {Category::Eye, &L::s_IDD_DARKEN_EYES, &S::b_Eyes_Darken, &A::window_Eyes_Darken, make<Window_Eyes_Darken>,
+     false},
+    {Category::Mouth, &L::s_IDD_LIPS, &S::b_Color_Lips, &A::window_Lips_Color, make<Window_Lips_Color>, true},
     {Category::Mouth, &L::s_IDD_WHITE_TEETH, &S::b_Whiten_Teeth, &A::window_Whiten_Teeth, make<Window_Whiten_Teeth>,
-     3},
+     true},
 };
 
 } // namespace
@@ -47,13 +48,19 @@ std::span<const EffectEntry> effectCatalogue()
     return kCatalogue;
 }
 
+const EffectEntry* effectWithSwitch(bool EditingState::*effectSwitch)
+{
+    const auto found = std::find_if(std::begin(kCatalogue), std::end(kCatalogue),
+                                    [&](const EffectEntry& effect) { return effect.effectSwitch == effectSwitch; });
+    return found == std::end(kCatalogue) ? nullptr : found;
+}
+
 std::vector<const EffectEntry*> effectsInCloseOrder()
 {
     std::vector<const EffectEntry*> effects;
-    for (const EffectEntry& effect : kCatalogue)
-        effects.push_back(&effect);
-    std::sort(effects.begin(), effects.end(),
-              [](const EffectEntry* a, const EffectEntry* b) { return a->closeOrder < b->closeOrder; });
+    for (bool EditingState::*effectSwitch : switchesInCloseOrder())
+        if (const EffectEntry* effect = effectWithSwitch(effectSwitch))
+            effects.push_back(effect);
     return effects;
 }
 

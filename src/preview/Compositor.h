@@ -81,12 +81,6 @@ struct CompositorMemos {
     Memo<CheekLayerKey> cheekLeft, cheekRight;
 };
 
-// Rebuilds the retouched picture at the photo's full size from the untouched
-// photo, what the user reshaped and the editing state, applying every
-// enabled effect in its fixed order (the steps of CompositorSteps.h). It
-// keeps its buffers and the results of its expensive steps between calls,
-// reusing a result only while everything it was made from is unchanged, so
-// every call gives exactly what a fresh compositor would.
 // What the working picture holds between passes: the base it was copied
 // from (its cache key) and the part the steps painted over since. Only that
 // part needs the base again while the base is unchanged.
@@ -95,6 +89,12 @@ struct WorkingRecord {
     QRect painted;
 };
 
+// Rebuilds the retouched picture at the photo's full size from the untouched
+// photo, what the user reshaped and the editing state, applying every
+// enabled effect in its fixed order (the steps of CompositorSteps.h). It
+// keeps its buffers and the results of its expensive steps between calls,
+// reusing a result only while everything it was made from is unchanged, so
+// every call gives exactly what a fresh compositor would.
 class Compositor {
 public:
     // The working picture; valid until the next call. Null without a photo.
@@ -120,7 +120,3 @@ private:
     CompositorMemos memos_;
     Handles handles_;
 };
-
-// The under-eye ring of one side through its six points (photo pixels, y
-// from the top), as a closed image-space outline of cubic segments.
-QPainterPath underEyeCurve(const PointList& points, double imageHeight, bool leftSide);

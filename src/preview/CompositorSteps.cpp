@@ -115,7 +115,8 @@ void blurredLayerOver(CompositorPass& pass, const QRectF& shapeBounds, float blu
     QPainter(&pass.working).drawImage(area.topLeft(), layer);
 }
 
-// --- Step 4: the photo over opaque black, and the smoothed face over all of it.
+// --- "photo and skin smoothing": the photo over opaque black, and the
+// smoothed face over all of it.
 
 // The base into `base`; when `working` is given it receives the same
 // pixels in the same pass and true is returned.
@@ -187,7 +188,7 @@ void startFromPhoto(CompositorPass& pass)
     pass.record = {base.cacheKey(), QRect()};
 }
 
-// --- Steps 5 to 8: lips and eye colour.
+// --- "lips mask", "eye colour", "lips colour".
 
 void paintLipsMask(CompositorPass& pass)
 {
@@ -214,7 +215,29 @@ void paintLipsColour(CompositorPass& pass)
                        colourOf(pass.state.color_Color_Lips, pass.state.f_Color_Lips_Transparency));
 }
 
-// --- Step 9: the under-eye rings, stroked and blurred.
+// The under-eye ring of one side through its six points (photo pixels, y
+// from the top), as a closed image-space outline of cubic segments.
+QPainterPath underEyeCurve(const PointList& points, double imageHeight, bool leftSide)
+{
+    QPainterPath path;
+    if (points.size() < 6)
+        return path;
+    const std::array<QPointF, 6>& offsets = leftSide ? kUnderEyeLeft : kUnderEyeRight;
+    path.moveTo(flipped(points[0], imageHeight));
+    for (int k = 1; k <= 6; ++k) {
+        const QPointF from = points[k - 1], to = points[k % 6];
+        const float w = float(std::abs(to.x() - from.x())), h = float(std::abs(to.y() - from.y()));
+        const float minX = float(std::min(from.x(), to.x())), minY = float(std::min(from.y(), to.y()));
+        const QPointF offset = offsets[size_t(k - 1)];
+        const QPointF control(minX + 0.5f * w + float(offset.x()) * w / 100.0f,
+                              float(imageHeight) - (minY + 0.5f * h + float(offset.y()) * h / 100.0f));
+        path.cubicTo(control, control, flipped(to, imageHeight));
+    }
+    path.closeSubpath();
+    return path;
+}
+
+// --- "under-eye darkening": the rings, stroked and blurred.
 
 void darkenEyes(CompositorPass& pass)
 {
@@ -232,7 +255,7 @@ void darkenEyes(CompositorPass& pass)
                      });
 }
 
-// --- Step 10: the untouched mouth interior, whitened when asked.
+// --- "mouth interior": the untouched mouth interior, whitened when asked.
 
 void restoreMouthInterior(CompositorPass& pass)
 {
@@ -243,7 +266,7 @@ void restoreMouthInterior(CompositorPass& pass)
     ImagePainter(pass).drawInto(r.rect_Inside_Mouth, pass.state.b_Whiten_Teeth ? Whiten_Teeth(cut) : cut);
 }
 
-// --- Step 11: where the marked grey eye is bright (the white of the eye,
+// --- "eye colour finishing": where the marked grey eye is bright (the white of the eye,
 // reflections) the colour fill gives way to the eye's own colour again.
 
 QImage eyeWithBrightPartsRestored(const QImage& working, const QImage& greyEye, const QImage& colouredEye,
@@ -270,7 +293,7 @@ void finishEyeColour(CompositorPass& pass)
     p.drawInto(r.rect_Eye_Right, right);
 }
 
-// --- Step 12: the face skin blurred; the whole spread trimmed equally on
+// --- "wrinkle removal": the face skin blurred; the whole spread trimmed equally on
 // both sides is the blur cropped to the cut.
 
 void removeWrinkles(CompositorPass& pass)
@@ -282,7 +305,7 @@ void removeWrinkles(CompositorPass& pass)
     ImagePainter(pass).drawInto(pass.photo.regions.rect_Face_Skin, skin);
 }
 
-// --- Step 13: each eye stretched horizontally by the level in percent,
+// --- "widen eyes": each eye stretched horizontally by the level in percent,
 // centred on its rectangle. The height comes from the unstretched width
 // through the aspect, so it stays the height up to rounding.
 
@@ -304,7 +327,7 @@ void widenEyes(CompositorPass& pass)
     p.drawInto(widenedRect(right, pass.state.u_Widen_Eyes_Level), rightEye);
 }
 
-// --- Step 14: the lids filled and blurred.
+// --- "eye shadow": the lids filled and blurred.
 
 void paintEyeShadow(CompositorPass& pass)
 {
@@ -319,7 +342,8 @@ void paintEyeShadow(CompositorPass& pass)
                      });
 }
 
-// --- Steps 15 and 16: blush and the handles the mouse aims at.
+// --- "cheeks" and "under-eye handles": blush and the handles the mouse
+// aims at.
 
 QPointF percentOf(QPointF imagePoint, QSizeF imgSize)
 {
@@ -447,7 +471,8 @@ using S = EditingState;
 
 const CompositorStep kSteps[] = {
     {"photo and skin smoothing", {}, startFromPhoto,
-     "every effect paints on the photo; the smoothed face covers the whole picture, so it is the base"},
+     "every effect paints on the photo; the smoothed face covers the whole picture, so it is the base",
+     &S::b_Face_Skin_Smooth},
     {"lips mask", {&S::b_Color_Lips}, paintLipsMask,
      "a grey, brighter copy of the lips under their colour keeps their light and shade"},
     {"eye colour", {&S::b_Color_Eyes}, paintEyeColour,
@@ -455,7 +480,7 @@ const CompositorStep kSteps[] = {
     {"lips colour", {&S::b_Color_Lips}, paintLipsColour, "over the lips mask"},
     {"under-eye darkening", {&S::b_Eyes_Darken}, darkenEyes, "on the face as it is before the eyes are finished"},
     {"mouth interior", {}, restoreMouthInterior,
-     "the untouched or whitened teeth cover what the lips steps painted inside an open mouth"},
+     "the untouched or whitened teeth cover what the lips steps painted inside an open mouth", &S::b_Whiten_Teeth},
     {"eye colour finishing", {&S::b_Color_Eyes}, finishEyeColour,
      "needs the colour fill of its own earlier step; restores the whites and reflections"},
     {"wrinkle removal", {&S::b_Remove_Wrinkles}, removeWrinkles, "lays the blurred skin over everything painted on the face"},
@@ -472,24 +497,4 @@ const CompositorStep kSteps[] = {
 std::span<const CompositorStep> compositorSteps()
 {
     return kSteps;
-}
-
-QPainterPath underEyeCurve(const PointList& points, double imageHeight, bool leftSide)
-{
-    QPainterPath path;
-    if (points.size() < 6)
-        return path;
-    const std::array<QPointF, 6>& offsets = leftSide ? kUnderEyeLeft : kUnderEyeRight;
-    path.moveTo(flipped(points[0], imageHeight));
-    for (int k = 1; k <= 6; ++k) {
-        const QPointF from = points[k - 1], to = points[k % 6];
-        const float w = float(std::abs(to.x() - from.x())), h = float(std::abs(to.y() - from.y()));
-        const float minX = float(std::min(from.x(), to.x())), minY = float(std::min(from.y(), to.y()));
-        const QPointF offset = offsets[size_t(k - 1)];
-        const QPointF control(minX + 0.5f * w + float(offset.x()) * w / 100.0f,
-                              float(imageHeight) - (minY + 0.5f * h + float(offset.y()) * h / 100.0f));
-        path.cubicTo(control, control, flipped(to, imageHeight));
-    }
-    path.closeSubpath();
-    return path;
 }

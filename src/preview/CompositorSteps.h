@@ -2,6 +2,7 @@
 
 #include "Compositor.h"
 
+#include <algorithm>
 #include <array>
 #include <span>
 
@@ -29,6 +30,16 @@ struct CompositorStep {
     std::array<bool EditingState::*, 2> switches;
     void (*paint)(CompositorPass& pass);
     const char* why;
+    // An effect switch the step reads to choose what it paints while it
+    // runs whatever the switch says (skin smoothing in the base, whitening
+    // in the mouth interior).
+    bool EditingState::*chooses = nullptr;
+
+    // Whether the step draws any part of the effect with this switch.
+    bool draws(bool EditingState::*effectSwitch) const
+    {
+        return chooses == effectSwitch || std::find(switches.begin(), switches.end(), effectSwitch) != switches.end();
+    }
 
     bool runs(const EditingState& state) const
     {

@@ -10,9 +10,10 @@ using S = EditingState;
 struct SwitchPlace {
     bool EditingState::*field;
     int closeOrder;
+    const char* name;
 };
 
-#define BELLAVENOR_SWITCH_PLACE(name, closeOrder) SwitchPlace{&S::name, closeOrder},
+#define BELLAVENOR_SWITCH_PLACE(name, closeOrder) SwitchPlace{&S::name, closeOrder, #name},
 constexpr SwitchPlace kSwitches[] = {BELLAVENOR_EFFECT_SWITCHES(BELLAVENOR_SWITCH_PLACE)};
 #undef BELLAVENOR_SWITCH_PLACE
 
@@ -36,7 +37,8 @@ const std::array<bool EditingState::*, std::size(kSwitches)> kCloseOrder = [] {
     return order;
 }();
 
-#define BELLAVENOR_SETTING_RANGE(type, name, init, effect, min, max, slider) SettingRange{#name, min, max},
+#define BELLAVENOR_SETTING_RANGE(type, name, init, effect, min, max, slider) \
+    SettingRange{#name, min, max, SliderScale::slider, &S::effect},
 #define BELLAVENOR_MODE_RANGE(type, name, init, min, max) SettingRange{#name, min, max},
 constexpr SettingRange kRanges[] = {BELLAVENOR_EFFECT_SETTINGS(BELLAVENOR_SETTING_RANGE)
                                         BELLAVENOR_INTERACTION_MODES(BELLAVENOR_MODE_RANGE)};
@@ -44,6 +46,14 @@ constexpr SettingRange kRanges[] = {BELLAVENOR_EFFECT_SETTINGS(BELLAVENOR_SETTIN
 #undef BELLAVENOR_MODE_RANGE
 
 } // namespace
+
+const char* nameOfSwitch(bool EditingState::*effectSwitch)
+{
+    for (const SwitchPlace& place : kSwitches)
+        if (place.field == effectSwitch)
+            return place.name;
+    return "an unknown switch";
+}
 
 std::span<bool EditingState::* const> switchesInCloseOrder()
 {

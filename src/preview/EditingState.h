@@ -110,16 +110,22 @@ struct EditingState {
 // The effect switches in their close order.
 std::span<bool EditingState::* const> switchesInCloseOrder();
 
-// The values the panels' controls can give a setting, in the units the
-// state stores; a point's range holds for both coordinates, a colour's for
-// its components.
+// A setting or mode as the lists declare it: the values the panels'
+// controls can give it, in the units the state stores (a point's range
+// holds for both coordinates, a colour's for its components), how its
+// slider maps to it and the effect it belongs to (none for a mode).
 struct SettingRange {
     const char* field;
     double min, max;
+    SliderScale slider = SliderScale::None;
+    bool EditingState::*effect = nullptr;
 };
 
 // The range of a setting or mode by its field name; none for switches.
 const SettingRange* settingRange(std::string_view field);
+
+// The field name of an effect switch, for messages.
+const char* nameOfSwitch(bool EditingState::*effectSwitch);
 
 // A setting as its panel's slider sees it: Setting<&EditingState::f>::range
 // and ::slider. Only fields of the lists have one, so a panel cannot bind a
@@ -129,9 +135,9 @@ struct Setting;
 #define BELLAVENOR_SETTING_TRAITS(type, name, init, effect, min, max, scale)        \
     template <>                                                                   \
     struct Setting<&EditingState::name> {                                         \
-        static constexpr SettingRange range{#name, min, max};                     \
+        static constexpr SettingRange range{#name, min, max, SliderScale::scale,  \
+                                            &EditingState::effect};               \
         static constexpr SliderScale slider = SliderScale::scale;                 \
-        static constexpr bool EditingState::*effect = &EditingState::effect;      \
     };
 BELLAVENOR_EFFECT_SETTINGS(BELLAVENOR_SETTING_TRAITS)
 #undef BELLAVENOR_SETTING_TRAITS

@@ -1,3 +1,4 @@
+#include "CompositorSteps.h"
 #include "StartedDelegate.h"
 #include "ColourWell.h"
 #include "EffectCatalogue.h"
@@ -300,42 +301,38 @@ TEST_F(PanelsTest, CheekPanelOpenedWhileRepositioningKeepsItsColourControlsDisab
     EXPECT_TRUE(app->state.b_Activated_Cheeks_Reposition);
 }
 
-TEST_F(PanelsTest, SlidersReachExactlyTheRangesSettingsFilesAreHeldTo)
+// What a new effect must bring, checked against the lists: one catalogue
+// row and a compositor step for each switch, and every slider of its panel
+// spanning exactly a setting of that effect, as settings files are held to.
+TEST_F(PanelsTest, EveryEffectSwitchHasItsRowItsStepAndSlidersOfItsOwnSettings)
 {
     withPhoto();
-    struct SliderOf {
-        void (AppDelegate::*open)();
-        QPointer<QWidget> AppDelegate::*panel;
-        const char* slider;
-        const char* field;
-        double scale; // state = slider value × scale
-    };
-    const SliderOf sliders[] = {
-        {&AppDelegate::On_Face_Smooth_Skin, &AppDelegate::window_Face_Skin_Smooth, "slider_Level", "u_Face_Skin_Smooth_Level", 1},
-        {&AppDelegate::On_Face_Smooth_Skin, &AppDelegate::window_Face_Skin_Smooth, "slider_Ratio", "u_Face_Skin_Smooth_Radius", 1},
-        {&AppDelegate::On_Face_Wrinkle_Remover, &AppDelegate::window_Remove_Wrinkles, "slider_Level", "u_Remove_Wrinkles_Level", 1},
-        {&AppDelegate::On_Eye_Size, &AppDelegate::window_Widen_Eyes, "slider_Level", "u_Widen_Eyes_Level", 1},
-        {&AppDelegate::On_Eye_Color, &AppDelegate::window_Eyes_Color, "slider_Transparency", "f_Color_Eyes_Transparency", 0.01},
-        {&AppDelegate::On_Mouth_Lips, &AppDelegate::window_Lips_Color, "slider_Transparency", "f_Color_Lips_Transparency", 0.01},
-        {&AppDelegate::On_Eye_Brush, &AppDelegate::window_Eye_Shadow, "slider_Transparency", "f_Color_Eyeshadow_Transparency", 0.01},
-        {&AppDelegate::On_Eye_Brush, &AppDelegate::window_Eye_Shadow, "slider_Blur", "f_Eyeshadow_Blur_Level", 0.01},
-        {&AppDelegate::On_Eyes_Darken, &AppDelegate::window_Eyes_Darken, "slider_Transparency", "f_Darken_Eyes_Transparency", 0.01},
-        {&AppDelegate::On_Eyes_Darken, &AppDelegate::window_Eyes_Darken, "slider_Line_Width", "f_Darken_Eyes_Line_Width", 1},
-        {&AppDelegate::On_Eyes_Darken, &AppDelegate::window_Eyes_Darken, "slider_Blur", "f_Darken_Eyes_Blur_Level", 0.01},
-        {&AppDelegate::On_Face_Cheek, &AppDelegate::window_Cheek, "slider_Transparency", "f_Color_Cheeks_Transparency", 0.01},
-        {&AppDelegate::On_Face_Cheek, &AppDelegate::window_Cheek, "slider_Blur_Left", "f_Cheeks_Blur_Level_Left", 1},
-        {&AppDelegate::On_Face_Cheek, &AppDelegate::window_Cheek, "slider_Blur_Right", "f_Cheeks_Blur_Level_Right", 1},
-    };
-    for (const SliderOf& s : sliders) {
-        (app.get()->*s.open)();
-        QWidget* panel = app.get()->*s.panel;
-        ASSERT_NE(panel, nullptr) << s.field;
-        const auto* slider = panel->findChild<QSlider*>(s.slider);
-        ASSERT_NE(slider, nullptr) << s.slider;
-        const SettingRange* range = settingRange(s.field);
-        ASSERT_NE(range, nullptr) << s.field;
-        EXPECT_DOUBLE_EQ(slider->minimum() * s.scale, range->min) << s.field;
-        EXPECT_DOUBLE_EQ(slider->maximum() * s.scale, range->max) << s.field;
+    for (bool EditingState::*effectSwitch : switchesInCloseOrder()) {
+        const std::string name = nameOfSwitch(effectSwitch);
+        const EffectEntry* effect = effectWithSwitch(effectSwitch);
+        ASSERT_NE(effect, nullptr) << name << " has no catalogue row";
+        EXPECT_TRUE(std::any_of(compositorSteps().begin(), compositorSteps().end(),
+                                [&](const CompositorStep& step) { return step.draws(effectSwitch); }))
+            << name << " has no compositor step";
+
+        std::vector<std::pair<int, int>> settingSliders;
+        EditingState fields;
+        fields.forEachField([&](const char* field, auto&) {
+            const SettingRange* range = settingRange(field);
+            if (range && range->slider != SliderScale::None && range->effect == effectSwitch) {
+                const double perUnit = range->slider == SliderScale::Hundredths ? 100 : 1;
+                settingSliders.emplace_back(int(std::lround(range->min * perUnit)), int(std::lround(range->max * perUnit)));
+            }
+        });
+        app->openEffect(*effect);
+        const QWidget* panel = app.get()->*effect->panel;
+        ASSERT_NE(panel, nullptr) << name;
+        for (const QSlider* slider : panel->findChildren<QSlider*>()) {
+            const std::pair<int, int> ends(slider->minimum(), slider->maximum());
+            EXPECT_NE(std::find(settingSliders.begin(), settingSliders.end(), ends), settingSliders.end())
+                << name << ": " << slider->objectName().toStdString() << " spans " << ends.first << " to "
+                << ends.second << ", no setting of its effect does";
+        }
     }
 }
 
