@@ -107,7 +107,7 @@ bool AppDelegate::applicationDidFinishLaunching()
     saveRequest.b_Save_Picture = false;
     Reset_Toobar_Arrays();
     for (const EffectEntry* effect : effectsInCloseOrder())
-        this->*effect->panel = nullptr;
+        panelOf(*effect) = nullptr;
     panelContext_ = std::make_unique<PanelContext>(PanelContext{
         state, labels, window_.get(),
         [this] {
@@ -255,7 +255,7 @@ bool AppDelegate::createWorkingFolder()
 void AppDelegate::Terminate_App()
 {
     for (const EffectEntry* effect : effectsInCloseOrder()) {
-        QPointer<QWidget>& panel = this->*effect->panel;
+        QPointer<QWidget>& panel = panelOf(*effect);
         if (panel) {
             panel->close();
             panel = nullptr;
@@ -270,7 +270,7 @@ void AppDelegate::Reset_Variables()
 {
     state.Reset_Variables();
     for (const EffectEntry* effect : effectsInCloseOrder())
-        if (auto* panel = qobject_cast<EffectPanel*>((this->*effect->panel).data()))
+        if (auto* panel = qobject_cast<EffectPanel*>(panelOf(*effect).data()))
             panel->showState();
     showEffectsOn();
 }
@@ -388,11 +388,22 @@ void AppDelegate::OnMenuHelpCompanyHomePage() { openUrl(helpPages.companyPage); 
 void AppDelegate::OnMenuHelpPrivacyPolicy() { openUrl(helpPages.privacyPolicy); }
 void AppDelegate::OnMenuHelpSubmitTicket() { openUrl(helpPages.submitTicket); }
 
+QPointer<QWidget>& AppDelegate::panelOf(const EffectEntry& effect)
+{
+    effectPanels_.resize(effectCatalogue().size());
+    return effectPanels_[std::size_t(&effect - effectCatalogue().data())];
+}
+
+QPointer<QWidget>& AppDelegate::panelOf(bool EditingState::*effectSwitch)
+{
+    return panelOf(*effectWithSwitch(effectSwitch));
+}
+
 void AppDelegate::openEffect(const EffectEntry& effect)
 {
     if (!b_Image_Loaded_OK)
         return;
-    QPointer<QWidget>& panel = this->*effect.panel;
+    QPointer<QWidget>& panel = panelOf(effect);
     if (!panel) {
         EffectPanel* made = effect.makePanel(*panelContext_); // deletes itself when closed, which empties the reference
         made->offerDefaults([this, effectSwitch = effect.effectSwitch] { state.restoreDefaultsOf(effectSwitch); });
@@ -424,7 +435,7 @@ void AppDelegate::placeBesideWindow(QWidget* panel)
     for (bool moved = true; moved;) {
         moved = false;
         for (const EffectEntry* effect : effectsInCloseOrder()) {
-            const QWidget* other = this->*effect->panel;
+            const QWidget* other = panelOf(*effect);
             if (!other || other == panel || !other->isVisible())
                 continue;
             const QRect taken = other->frameGeometry();
@@ -442,15 +453,15 @@ void AppDelegate::placeBesideWindow(QWidget* panel)
     panel->move(place.topLeft());
 }
 
-void AppDelegate::On_Face_Smooth_Skin() { openEffect(effectWithPanel(&AppDelegate::window_Face_Skin_Smooth)); }
-void AppDelegate::On_Face_Wrinkle_Remover() { openEffect(effectWithPanel(&AppDelegate::window_Remove_Wrinkles)); }
-void AppDelegate::On_Face_Cheek() { openEffect(effectWithPanel(&AppDelegate::window_Cheek)); }
-void AppDelegate::On_Eye_Color() { openEffect(effectWithPanel(&AppDelegate::window_Eyes_Color)); }
-void AppDelegate::On_Eye_Size() { openEffect(effectWithPanel(&AppDelegate::window_Widen_Eyes)); }
-void AppDelegate::On_Eye_Brush() { openEffect(effectWithPanel(&AppDelegate::window_Eye_Shadow)); }
-void AppDelegate::On_Eyes_Darken() { openEffect(effectWithPanel(&AppDelegate::window_Eyes_Darken)); }
-void AppDelegate::On_Mouth_Lips() { openEffect(effectWithPanel(&AppDelegate::window_Lips_Color)); }
-void AppDelegate::On_Mouth_Teeth() { openEffect(effectWithPanel(&AppDelegate::window_Whiten_Teeth)); }
+void AppDelegate::On_Face_Smooth_Skin() { openEffect(*effectWithSwitch(&EditingState::b_Face_Skin_Smooth)); }
+void AppDelegate::On_Face_Wrinkle_Remover() { openEffect(*effectWithSwitch(&EditingState::b_Remove_Wrinkles)); }
+void AppDelegate::On_Face_Cheek() { openEffect(*effectWithSwitch(&EditingState::b_Apply_Cheeks)); }
+void AppDelegate::On_Eye_Color() { openEffect(*effectWithSwitch(&EditingState::b_Color_Eyes)); }
+void AppDelegate::On_Eye_Size() { openEffect(*effectWithSwitch(&EditingState::b_Widen_Eyes)); }
+void AppDelegate::On_Eye_Brush() { openEffect(*effectWithSwitch(&EditingState::b_Eye_Eyeshadow)); }
+void AppDelegate::On_Eyes_Darken() { openEffect(*effectWithSwitch(&EditingState::b_Eyes_Darken)); }
+void AppDelegate::On_Mouth_Lips() { openEffect(*effectWithSwitch(&EditingState::b_Color_Lips)); }
+void AppDelegate::On_Mouth_Teeth() { openEffect(*effectWithSwitch(&EditingState::b_Whiten_Teeth)); }
 void AppDelegate::On_Advanced_Effects() {}
 
 // A category change empties the table at once and fills it 0.2 s later; a
@@ -549,7 +560,7 @@ void AppDelegate::Change_Cursor_To_Color_Picker()
 // comes back to the front.
 void AppDelegate::colourPicked()
 {
-    auto* cheek = qobject_cast<EffectPanel*>(window_Cheek.data());
+    auto* cheek = qobject_cast<EffectPanel*>(window_Cheek().data());
     if (!cheek)
         return;
     cheek->showState();

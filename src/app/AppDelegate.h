@@ -115,16 +115,20 @@ public:
     QPointer<QTimer> timer_Share_Picture;
     QPointer<QWidget> windowShare;
 
-    // The effect panels; empty until first opened, dropped when closed.
-    QPointer<QWidget> window_Face_Skin_Smooth;
-    QPointer<QWidget> window_Remove_Wrinkles;
-    QPointer<QWidget> window_Eyes_Color;
-    QPointer<QWidget> window_Widen_Eyes;
-    QPointer<QWidget> window_Eye_Shadow;
-    QPointer<QWidget> window_Eyes_Darken;
-    QPointer<QWidget> window_Cheek;
-    QPointer<QWidget> window_Lips_Color;
-    QPointer<QWidget> window_Whiten_Teeth;
+    // The effect panels, one per catalogue row; empty until first opened,
+    // dropped when closed.
+    QPointer<QWidget>& panelOf(const EffectEntry& effect);
+    QPointer<QWidget>& panelOf(bool EditingState::*effectSwitch);
+    // The same under their own names.
+    QPointer<QWidget>& window_Face_Skin_Smooth() { return panelOf(&EditingState::b_Face_Skin_Smooth); }
+    QPointer<QWidget>& window_Remove_Wrinkles() { return panelOf(&EditingState::b_Remove_Wrinkles); }
+    QPointer<QWidget>& window_Eyes_Color() { return panelOf(&EditingState::b_Color_Eyes); }
+    QPointer<QWidget>& window_Widen_Eyes() { return panelOf(&EditingState::b_Widen_Eyes); }
+    QPointer<QWidget>& window_Eye_Shadow() { return panelOf(&EditingState::b_Eye_Eyeshadow); }
+    QPointer<QWidget>& window_Eyes_Darken() { return panelOf(&EditingState::b_Eyes_Darken); }
+    QPointer<QWidget>& window_Cheek() { return panelOf(&EditingState::b_Apply_Cheeks); }
+    QPointer<QWidget>& window_Lips_Color() { return panelOf(&EditingState::b_Color_Lips); }
+    QPointer<QWidget>& window_Whiten_Teeth() { return panelOf(&EditingState::b_Whiten_Teeth); }
 
 public slots:
     void OnToolbarOpen();
@@ -198,6 +202,7 @@ private:
     QString documentsFolder_;
     QString lastOpenFolder_;
     std::unique_ptr<MainWindow> window_;
+    std::vector<QPointer<QWidget>> effectPanels_;
     std::unique_ptr<PanelContext> panelContext_; // what the panels reach of the application
     std::unique_ptr<PreviewKeys> previewKeys_;
 };

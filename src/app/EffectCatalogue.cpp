@@ -23,22 +23,17 @@ EffectPanel* make(PanelContext& context)
 
 using L = LocalisedLabels;
 using S = EditingState;
-using A = AppDelegate;
 
 const EffectEntry kCatalogue[] = {
-    {Category::Face, &L::s_IDD_SMOOTH_SKIN, &S::b_Face_Skin_Smooth, &A::window_Face_Skin_Smooth,
-     make<Window_Face_Skin_Smooth>, true},
-    {Category::Face, &L::s_IDD_WRINKLE_REMOVER, &S::b_Remove_Wrinkles, &A::window_Remove_Wrinkles,
-     make<Window_Remove_Wrinkles>, true},
-    {Category::Face, &L::s_IDD_CHEEKS, &S::b_Apply_Cheeks, &A::window_Cheek, make<Window_Cheek>, false},
-    {Category::Eye, &L::s_IDD_COLOR_EYES, &S::b_Color_Eyes, &A::window_Eyes_Color, make<Window_Eyes_Color>, true},
-    {Category::Eye, &L::s_IDD_WIDEN_EYES, &S::b_Widen_Eyes, &A::window_Widen_Eyes, make<Window_Widen_Eyes>, true},
-    {Category::Eye, &L::s_IDD_EYELID, &S::b_Eye_Eyeshadow, &A::window_Eye_Shadow, make<Window_Eye_Shadow>, true},
-    {Category::Eye, &L::s_IDD_DARKEN_EYES, &S::b_Eyes_Darken, &A::window_Eyes_Darken, make<Window_Eyes_Darken>,
-     false},
-    {Category::Mouth, &L::s_IDD_LIPS, &S::b_Color_Lips, &A::window_Lips_Color, make<Window_Lips_Color>, true},
-    {Category::Mouth, &L::s_IDD_WHITE_TEETH, &S::b_Whiten_Teeth, &A::window_Whiten_Teeth, make<Window_Whiten_Teeth>,
-     true},
+    {Category::Face, &L::s_IDD_SMOOTH_SKIN, &S::b_Face_Skin_Smooth, make<Window_Face_Skin_Smooth>, true},
+    {Category::Face, &L::s_IDD_WRINKLE_REMOVER, &S::b_Remove_Wrinkles, make<Window_Remove_Wrinkles>, true},
+    {Category::Face, &L::s_IDD_CHEEKS, &S::b_Apply_Cheeks, make<Window_Cheek>, false},
+    {Category::Eye, &L::s_IDD_COLOR_EYES, &S::b_Color_Eyes, make<Window_Eyes_Color>, true},
+    {Category::Eye, &L::s_IDD_WIDEN_EYES, &S::b_Widen_Eyes, make<Window_Widen_Eyes>, true},
+    {Category::Eye, &L::s_IDD_EYELID, &S::b_Eye_Eyeshadow, make<Window_Eye_Shadow>, true},
+    {Category::Eye, &L::s_IDD_DARKEN_EYES, &S::b_Eyes_Darken, make<Window_Eyes_Darken>, false},
+    {Category::Mouth, &L::s_IDD_LIPS, &S::b_Color_Lips, make<Window_Lips_Color>, true},
+    {Category::Mouth, &L::s_IDD_WHITE_TEETH, &S::b_Whiten_Teeth, make<Window_Whiten_Teeth>, true},
 };
 
 } // namespace
@@ -73,8 +68,3 @@ std::vector<const EffectEntry*> effectsOf(Category category)
     return effects;
 }
 
-const EffectEntry& effectWithPanel(QPointer<QWidget> AppDelegate::*panel)
-{
-    return *std::find_if(std::begin(kCatalogue), std::end(kCatalogue),
-                         [panel](const EffectEntry& effect) { return effect.panel == panel; });
-}

@@ -20,13 +20,12 @@ enum class Category { Face = 0, Eye = 1, Mouth = 2 };
 // One effect of the window, declared once: where the action table and the
 // category's menu list it and under which label, the switch its panel's
 // Apply box sets (its settings and close order are declared with the
-// switch in EditingState.h), and its panel: the application's field for it
-// and how it is made. Everything else is derived.
+// switch in EditingState.h), and how its panel is made. Everything else is
+// derived.
 struct EffectEntry {
     Category category; // rows and menu entries appear in catalogue order within a category
     QString LocalisedLabels::*label;
     bool EditingState::*effectSwitch;
-    QPointer<QWidget> AppDelegate::*panel;
     EffectPanel* (*makePanel)(PanelContext& context);
     bool inMenu; // cheeks and under-eye rings are reached through the action table only
 };
@@ -44,5 +43,3 @@ const EffectEntry* effectWithSwitch(bool EditingState::*effectSwitch);
 // The effects one category lists, in row order.
 std::vector<const EffectEntry*> effectsOf(Category category);
 
-// The effect whose panel the application keeps in `panel`.
-const EffectEntry& effectWithPanel(QPointer<QWidget> AppDelegate::*panel);

@@ -183,20 +183,20 @@ TEST_F(AppDelegateTest, TerminateClosesOpenPanelsInTheirFixedOrder)
         field = panel;
     };
     // Made in another order than they must close in; two panels stay unopened.
-    makePanel(delegate->window_Eyes_Darken, "under-eye");
-    makePanel(delegate->window_Cheek, "cheeks");
-    makePanel(delegate->window_Whiten_Teeth, "teeth");
-    makePanel(delegate->window_Face_Skin_Smooth, "skin");
-    makePanel(delegate->window_Remove_Wrinkles, "wrinkles");
-    makePanel(delegate->window_Eyes_Color, "eye colour");
-    makePanel(delegate->window_Widen_Eyes, "widen");
+    makePanel(delegate->window_Eyes_Darken(), "under-eye");
+    makePanel(delegate->window_Cheek(), "cheeks");
+    makePanel(delegate->window_Whiten_Teeth(), "teeth");
+    makePanel(delegate->window_Face_Skin_Smooth(), "skin");
+    makePanel(delegate->window_Remove_Wrinkles(), "wrinkles");
+    makePanel(delegate->window_Eyes_Color(), "eye colour");
+    makePanel(delegate->window_Widen_Eyes(), "widen");
 
     delegate->Terminate_App();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 
     EXPECT_EQ(closed, (QStringList{"skin", "eye colour", "teeth", "widen", "wrinkles", "cheeks", "under-eye"}));
     EXPECT_EQ(exitStatuses, std::vector<int>{0});
-    EXPECT_TRUE(delegate->window_Cheek.isNull());
+    EXPECT_TRUE(delegate->window_Cheek().isNull());
 }
 
 TEST_F(AppDelegateTest, NewPhotoResetUnticksOpenPanelsWithoutRunningTheirActions)
@@ -204,7 +204,7 @@ TEST_F(AppDelegateTest, NewPhotoResetUnticksOpenPanelsWithoutRunningTheirActions
     const auto delegate = startedDelegate();
     delegate->acceptPhoto(openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png").photo);
     delegate->On_Mouth_Lips();
-    QCheckBox* apply = qobject_cast<Window_Lips_Color*>(delegate->window_Lips_Color.data())->ui().checkApply;
+    QCheckBox* apply = qobject_cast<Window_Lips_Color*>(delegate->window_Lips_Color().data())->ui().checkApply;
     apply->click();
     ASSERT_TRUE(delegate->state.b_Color_Lips);
     int actionsRun = 0;

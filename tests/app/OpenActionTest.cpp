@@ -114,7 +114,7 @@ TEST_F(OpenActionTest, SecondGoodPhotoSwitchesEffectsOffAndKeepsTheSettings)
     open(portraitPath());
     app->state.color_Color_Eyes = {0.2f, 0.7f, 0.1f, 1};
     app->On_Eye_Color();
-    QCheckBox* apply = qobject_cast<Window_Eyes_Color*>(app->window_Eyes_Color.data())->ui().checkApply;
+    QCheckBox* apply = qobject_cast<Window_Eyes_Color*>(app->window_Eyes_Color().data())->ui().checkApply;
     apply->click();
     ASSERT_TRUE(app->state.b_Color_Eyes);
 

@@ -80,8 +80,8 @@ TEST_F(PanelsTest, OpenersDoNothingBeforeAPhotoIsLoaded)
 {
     app->On_Eye_Color();
     app->On_Face_Cheek();
-    EXPECT_TRUE(app->window_Eyes_Color.isNull());
-    EXPECT_TRUE(app->window_Cheek.isNull());
+    EXPECT_TRUE(app->window_Eyes_Color().isNull());
+    EXPECT_TRUE(app->window_Cheek().isNull());
 }
 
 TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAndRefillsItOnce)
@@ -117,14 +117,14 @@ TEST_F(PanelsTest, RowButtonsOpenTheirPanelOnceAPhotoIsOpen)
     QPushButton* cheeks = app->tableActions()->cellWidget(2, 0)->findChild<QPushButton*>();
     EXPECT_EQ(cheeks->geometry(), QRect(0, 0, 164, 30));
     cheeks->click();
-    EXPECT_TRUE(app->window_Cheek.isNull());
+    EXPECT_TRUE(app->window_Cheek().isNull());
 
     withPhoto();
     cheeks->click();
-    QWidget* first = app->window_Cheek;
+    QWidget* first = app->window_Cheek();
     ASSERT_NE(first, nullptr);
     cheeks->click();
-    EXPECT_EQ(app->window_Cheek.data(), first) << "one panel per effect";
+    EXPECT_EQ(app->window_Cheek().data(), first) << "one panel per effect";
 }
 
 TEST_F(PanelsTest, PanelsAreToolWindowsOfTheMainWindowAndDoNotCoverEachOther)
@@ -134,7 +134,7 @@ TEST_F(PanelsTest, PanelsAreToolWindowsOfTheMainWindowAndDoNotCoverEachOther)
     app->On_Face_Cheek();
     app->On_Mouth_Lips();
     app->On_Eye_Color();
-    const QList<QWidget*> panels{app->window_Cheek, app->window_Lips_Color, app->window_Eyes_Color};
+    const QList<QWidget*> panels{app->window_Cheek(), app->window_Lips_Color(), app->window_Eyes_Color()};
     for (QWidget* panel : panels) {
         EXPECT_EQ(panel->parentWidget(), app->window()) << "stays above the main window, hides with it";
         EXPECT_EQ(panel->windowType(), Qt::Tool);
@@ -144,10 +144,10 @@ TEST_F(PanelsTest, PanelsAreToolWindowsOfTheMainWindowAndDoNotCoverEachOther)
             EXPECT_FALSE(panels[i]->frameGeometry().intersects(panels[j]->frameGeometry()))
                 << panels[i]->windowTitle().toStdString() << " and " << panels[j]->windowTitle().toStdString();
 
-    const QPoint lipsPlace = app->window_Lips_Color->pos();
-    app->window_Lips_Color->move(lipsPlace + QPoint(30, 40)); // the user moved it
+    const QPoint lipsPlace = app->window_Lips_Color()->pos();
+    app->window_Lips_Color()->move(lipsPlace + QPoint(30, 40)); // the user moved it
     app->On_Mouth_Lips(); // brought to the front again
-    EXPECT_EQ(app->window_Lips_Color->pos(), lipsPlace + QPoint(30, 40)) << "keeps its place";
+    EXPECT_EQ(app->window_Lips_Color()->pos(), lipsPlace + QPoint(30, 40)) << "keeps its place";
 }
 
 TEST_F(PanelsTest, EveryPanelIsWideEnoughForItsTitleInEnglishAndGerman)
@@ -159,7 +159,7 @@ TEST_F(PanelsTest, EveryPanelIsWideEnoughForItsTitleInEnglishAndGerman)
     };
     const auto expectTitlesFit = [&](const char* language) {
         for (const EffectEntry& effect : effectCatalogue()) {
-            const QWidget* panel = app.get()->*effect.panel;
+            const QWidget* panel = app->panelOf(effect);
             ASSERT_NE(panel, nullptr);
             EXPECT_GE(panel->width(), EffectPanel::widthForTitle(panel->windowTitle()))
                 << language << ": " << panel->windowTitle().toStdString();
@@ -168,7 +168,7 @@ TEST_F(PanelsTest, EveryPanelIsWideEnoughForItsTitleInEnglishAndGerman)
     };
     openAll();
     expectTitlesFit("English");
-    EXPECT_GE(app->window_Whiten_Teeth->width(), 126 + 60) << "the panel that showed \"…\"";
+    EXPECT_GE(app->window_Whiten_Teeth()->width(), 126 + 60) << "the panel that showed \"…\"";
 
     QTranslator german;
     ASSERT_TRUE(german.load(QLocale(QLocale::German), "bellavenor", "_", ":/i18n"));
@@ -185,7 +185,7 @@ TEST_F(PanelsTest, SlidersWriteAndShowTheirScaling)
 {
     withPhoto();
     app->On_Mouth_Lips();
-    auto* lips = panel<Window_Lips_Color>(app->window_Lips_Color);
+    auto* lips = panel<Window_Lips_Color>(app->window_Lips_Color());
     ASSERT_NE(lips, nullptr);
     PaintCounter paints(app->viewPreview());
     lips->ui().slider_Transparency->setValue(55);
@@ -195,7 +195,7 @@ TEST_F(PanelsTest, SlidersWriteAndShowTheirScaling)
     EXPECT_EQ(lips->ui().labelTransparencyValue->text(), "55");
 
     app->On_Eye_Brush();
-    auto* shadow = panel<Window_Eye_Shadow>(app->window_Eye_Shadow);
+    auto* shadow = panel<Window_Eye_Shadow>(app->window_Eye_Shadow());
     EXPECT_EQ(shadow->ui().slider_Blur->value(), 700) << "blur 7.0 in hundredths";
     EXPECT_EQ(shadow->ui().slider_Transparency->value(), 20);
 }
@@ -208,7 +208,7 @@ TEST_F(PanelsTest, ABurstOfSliderStepsIsOneRedrawOfTheLastValue)
     withPhoto();
     app->state.b_Face_Skin_Smooth = true;
     app->On_Face_Smooth_Skin();
-    auto* skin = panel<Window_Face_Skin_Smooth>(app->window_Face_Skin_Smooth);
+    auto* skin = panel<Window_Face_Skin_Smooth>(app->window_Face_Skin_Smooth());
     ASSERT_NE(skin, nullptr);
     PaintCounter paints(app->viewPreview());
     const Compositor& compositor = app->viewPreview()->compositor();
@@ -229,7 +229,7 @@ TEST_F(PanelsTest, ApplyTogglesTheSwitchAndAReopenedPanelShowsTheCurrentState)
 {
     withPhoto();
     app->On_Eye_Color();
-    auto* eyes = panel<Window_Eyes_Color>(app->window_Eyes_Color);
+    auto* eyes = panel<Window_Eyes_Color>(app->window_Eyes_Color());
     EXPECT_FALSE(eyes->ui().checkApply->isChecked());
     EXPECT_EQ(eyes->ui().colorwellColor->colour(), (RgbaColor{0, 0, 1, 1}));
     eyes->ui().checkApply->click();
@@ -238,10 +238,10 @@ TEST_F(PanelsTest, ApplyTogglesTheSwitchAndAReopenedPanelShowsTheCurrentState)
 
     eyes->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_TRUE(app->window_Eyes_Color.isNull());
+    EXPECT_TRUE(app->window_Eyes_Color().isNull());
     app->state.color_Color_Eyes = {0.1f, 0.5f, 0.2f, 1};
     app->On_Eye_Color();
-    auto* reopened = panel<Window_Eyes_Color>(app->window_Eyes_Color);
+    auto* reopened = panel<Window_Eyes_Color>(app->window_Eyes_Color());
     EXPECT_TRUE(reopened->ui().checkApply->isChecked());
     EXPECT_EQ(reopened->ui().slider_Transparency->value(), 70);
     EXPECT_EQ(reopened->ui().colorwellColor->colour(), (RgbaColor{0.1f, 0.5f, 0.2f, 1}));
@@ -253,8 +253,8 @@ TEST_F(PanelsTest, RepositionModesExcludeEachOther)
     app->state.b_Apply_Cheeks = app->state.b_Eyes_Darken = true;
     app->On_Face_Cheek();
     app->On_Eyes_Darken();
-    auto* cheek = panel<Window_Cheek>(app->window_Cheek);
-    auto* darken = panel<Window_Eyes_Darken>(app->window_Eyes_Darken);
+    auto* cheek = panel<Window_Cheek>(app->window_Cheek());
+    auto* darken = panel<Window_Eyes_Darken>(app->window_Eyes_Darken());
     cheek->ui().checkActivateCheekReposition->click();
     ASSERT_TRUE(app->state.b_Activated_Cheeks_Reposition);
 
@@ -269,7 +269,7 @@ TEST_F(PanelsTest, UntickingCheekApplyEndsRepositioningAndGreysTheColours)
     withPhoto();
     app->state.b_Apply_Cheeks = true;
     app->On_Face_Cheek();
-    auto* cheek = panel<Window_Cheek>(app->window_Cheek);
+    auto* cheek = panel<Window_Cheek>(app->window_Cheek());
     cheek->ui().checkActivateCheekReposition->click();
     EXPECT_FALSE(cheek->ui().color_1->isEnabled()) << "colours are off while repositioning";
 
@@ -290,7 +290,7 @@ TEST_F(PanelsTest, CheekPanelOpenedWhileRepositioningKeepsItsColourControlsDisab
     withPhoto();
     app->state.b_Apply_Cheeks = app->state.b_Activated_Cheeks_Reposition = true;
     app->On_Face_Cheek();
-    const Ui::Window_Cheek& ui = panel<Window_Cheek>(app->window_Cheek)->ui();
+    const Ui::Window_Cheek& ui = panel<Window_Cheek>(app->window_Cheek())->ui();
     EXPECT_TRUE(ui.checkActivateCheekReposition->isChecked());
     EXPECT_TRUE(ui.checkActivateCheekReposition->isEnabled());
     for (QWidget* colour : std::initializer_list<QWidget*>{ui.btn_Pick_Color_1, ui.color_1, ui.btn_Pick_Color_1_Right,
@@ -325,7 +325,7 @@ TEST_F(PanelsTest, EveryEffectSwitchHasItsRowItsStepAndSlidersOfItsOwnSettings)
             }
         });
         app->openEffect(*effect);
-        const QWidget* panel = app.get()->*effect->panel;
+        const QWidget* panel = app->panelOf(*effect);
         ASSERT_NE(panel, nullptr) << name;
         for (const QSlider* slider : panel->findChildren<QSlider*>()) {
             const std::pair<int, int> ends(slider->minimum(), slider->maximum());
@@ -341,7 +341,7 @@ TEST_F(PanelsTest, PickButtonsArmThePickAndHideThePanel)
     withPhoto();
     app->state.b_Apply_Cheeks = true;
     app->On_Face_Cheek();
-    auto* cheek = panel<Window_Cheek>(app->window_Cheek);
+    auto* cheek = panel<Window_Cheek>(app->window_Cheek());
     cheek->ui().btn_Pick_Color_1_Right->click();
     EXPECT_TRUE(app->state.b_Cheeks_Picking_Color);
     EXPECT_EQ(app->state.i_Picking_Color_Index, 3);
@@ -357,7 +357,7 @@ TEST_F(PanelsTest, UnderEyeResetMakesTheRingsTheEyeOutlinesAgain)
     app->state.b_Eyes_Darken = true;
     app->reshaping.array_Eye_Darken_Left_Points[2] = QPointF(1, 1);
     app->On_Eyes_Darken();
-    panel<Window_Eyes_Darken>(app->window_Eyes_Darken)->ui().btnReset->click();
+    panel<Window_Eyes_Darken>(app->window_Eyes_Darken())->ui().btnReset->click();
 
     const FaceRegions& r = app->photo->regions;
     const Reshaping& rings = app->reshaping;

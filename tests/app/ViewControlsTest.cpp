@@ -128,7 +128,7 @@ TEST_F(ViewControlsTest, BackslashHeldShowsThePhotoAndShiftBackslashTogglesTheSp
     EXPECT_FALSE(view->showingUntouched());
 
     app->On_Mouth_Lips();
-    QWidget* panel = app->window_Lips_Color;
+    QWidget* panel = app->window_Lips_Color();
     key(panel, QEvent::KeyPress, Qt::Key_Backslash);
     EXPECT_TRUE(view->showingUntouched()) << "while a panel has the focus too";
     key(panel, QEvent::KeyRelease, Qt::Key_Backslash);
@@ -190,7 +190,7 @@ TEST_F(ViewControlsTest, RowsShowWhichEffectsAreOnUntilANewPhotoSwitchesThemOff)
 
     face[0]->click(); // opens the panel; the click itself switches nothing on
     EXPECT_FALSE(face[0]->isChecked());
-    auto* smooth = qobject_cast<Window_Face_Skin_Smooth*>(app->window_Face_Skin_Smooth.data());
+    auto* smooth = qobject_cast<Window_Face_Skin_Smooth*>(app->window_Face_Skin_Smooth().data());
     smooth->ui().checkApply->click();
     EXPECT_TRUE(face[0]->isChecked());
     EXPECT_FALSE(face[0]->icon().isNull()) << "ticked";
@@ -219,7 +219,7 @@ TEST_F(ViewControlsTest, DefaultsRestoreThatEffectsSettingsOnlyAndRedraw)
         app->state.b_Color_Lips = true; // another effect's switch
         const EditingState before = app->state;
         app->openEffect(effect);
-        auto* panel = qobject_cast<EffectPanel*>((app.get()->*effect.panel).data());
+        auto* panel = qobject_cast<EffectPanel*>(app->panelOf(effect).data());
         ASSERT_NE(panel, nullptr);
         auto* defaults = panel->findChild<QPushButton*>("buttonDefaults");
         ASSERT_NE(defaults, nullptr);
@@ -246,7 +246,7 @@ TEST_F(ViewControlsTest, DefaultsMoveTheSlidersBackToo)
     app->state.u_Face_Skin_Smooth_Level = 3;
     app->state.u_Face_Skin_Smooth_Radius = 17;
     app->On_Face_Smooth_Skin();
-    auto* smooth = qobject_cast<Window_Face_Skin_Smooth*>(app->window_Face_Skin_Smooth.data());
+    auto* smooth = qobject_cast<Window_Face_Skin_Smooth*>(app->window_Face_Skin_Smooth().data());
     ASSERT_EQ(smooth->ui().slider_Level->value(), 3);
     smooth->findChild<QPushButton*>("buttonDefaults")->click();
     EXPECT_EQ(smooth->ui().slider_Level->value(), 10);
