@@ -200,9 +200,10 @@ bool readSettingsFile(const QString& path, EditingState& state, QString& error)
 QJsonObject exportedSettings(const EditingState& state)
 {
     QJsonObject json = toJson(state);
-    for (const char* windowOnly : {"b_Activated_Cheeks_Reposition", "b_Activated_Darken_Eyes_Reposition",
-                                   "b_Cheeks_Picking_Color", "i_Picking_Color_Index"})
+#define BELLAVENOR_MODE_NAME(type, name, ...) #name,
+    for (const char* windowOnly : {BELLAVENOR_INTERACTION_MODES(BELLAVENOR_MODE_NAME)})
         json.remove(windowOnly);
+#undef BELLAVENOR_MODE_NAME
     return json;
 }
 
