@@ -244,7 +244,6 @@ TEST(Translations, GermanTranslatesEveryLabel)
 
     EXPECT_EQ(labels.s_IDD_OPEN, "Öffnen");
     EXPECT_EQ(labels.s_IDD_SHARE, "Teilen");
-    ASSERT_EQ(labels.all().size(), 39);
     for (const QString& text : labels.all())
         EXPECT_FALSE(text.startsWith("IDD_")) << text.toStdString();
 }

@@ -97,12 +97,12 @@ TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAndRefillsItOnce)
     EXPECT_EQ(app->tableActions()->horizontalHeaderItem(0)->text(), "Eye");
 
     ui.toolbarItemFace->trigger();
-    QTest::qWait(50);
+    QCoreApplication::processEvents();
     ui.toolbarItemMouth->trigger();
     int refills = 0;
     QObject::connect(&app->timer_Reload_Toolbar_Arrays, &QTimer::timeout, [&] { ++refills; });
     ASSERT_TRUE(QTest::qWaitFor([&] { return refills > 0; }, 3000));
-    QTest::qWait(300);
+    EXPECT_FALSE(app->timer_Reload_Toolbar_Arrays.isActive()) << "no second refill pending";
     EXPECT_EQ(refills, 1);
     EXPECT_EQ(tableTitles(), (QStringList{"Lips", "Whiten Teeth"}));
 

@@ -47,7 +47,7 @@ protected:
     // Waits for the action table's refill and returns its row buttons.
     std::vector<QPushButton*> rowButtons()
     {
-        QTest::qWait(250);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !app->timer_Reload_Toolbar_Arrays.isActive(); }, 5000));
         std::vector<QPushButton*> buttons;
         QTableWidget* table = app->tableActions();
         for (int row = 0; row < table->rowCount(); ++row)

@@ -77,14 +77,3 @@ TEST_F(RenderCommandTest, SettingsErrorsNameTheField)
     EXPECT_TRUE(run.err.contains("not a regular file")) << run.err.toStdString();
     EXPECT_FALSE(QFile::exists(out));
 }
-
-TEST_F(RenderCommandTest, SettingsCommandPrintsTheDefaults)
-{
-    const CliRun run = runCli({"settings"});
-    ASSERT_EQ(run.status, 0);
-    const QJsonObject defaults = QJsonDocument::fromJson(run.out).object();
-    EXPECT_EQ(defaults["u_Face_Skin_Smooth_Level"].toInt(), 10);
-    EXPECT_EQ(defaults["color_Color_Cheeks_2"].toString(), "#ff00ffff");
-    EXPECT_EQ(defaults["b_Color_Lips"].toBool(true), false);
-    EXPECT_EQ(defaults.size(), 35);
-}

@@ -152,9 +152,12 @@ TEST(ToneCurveFilter, IntensityMixesWithTheUnchangedPixelAndAlphaIsKept)
 
 TEST(ToneCurveFilter, PreparedCurvesAreCachedAndOnlyTheChangedOneIsRedone)
 {
-    // Lists no other test uses, so the process-wide cache starts without them.
-    const ControlPoints composite{{0, 0}, {0.31, 0.37}, {1, 1}};
-    const ControlPoints red{{0, 0}, {0.41, 0.29}, {1, 1}};
+    // Lists no other test and no earlier run of this one uses, so the
+    // process-wide cache starts without them whatever ran before.
+    static int runs = 0;
+    const double fresh = 0.001 * ++runs;
+    const ControlPoints composite{{0, 0}, {0.31 + fresh, 0.37}, {1, 1}};
+    const ControlPoints red{{0, 0}, {0.41 + fresh, 0.29}, {1, 1}};
     TRCIRGBToneCurve filter;
     filter.inputImage = rampPicture();
     filter.setInputRGBCompositeControlPoints(composite);

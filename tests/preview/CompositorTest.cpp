@@ -15,6 +15,16 @@
 
 namespace {
 
+// The plain paths while it lives, the fast ones again after, also when a
+// check fails or throws.
+struct PlainPathsOnly {
+    PlainPathsOnly() { setFastPaths(false); }
+    ~PlainPathsOnly() { setFastPaths(true); }
+    PlainPathsOnly(const PlainPathsOnly&) = delete;
+    PlainPathsOnly& operator=(const PlainPathsOnly&) = delete;
+};
+
+
 const OpenedPhoto& portrait()
 {
     static const OpenResult opened = openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png");
@@ -326,9 +336,10 @@ TEST(Compositor, FastPathsGiveThePlainPathsPictureAtTwelveMegapixels)
     Compositor kept;
     kept.compose(opened.photo, reshaping, earlier);
     const QImage fast = kept.compose(opened.photo, reshaping, all).copy();
-    setFastPaths(false);
-    const QImage plain = composed(all, opened.photo, reshaping);
-    setFastPaths(true);
+    const QImage plain = [&] {
+        const PlainPathsOnly plainPaths;
+        return composed(all, opened.photo, reshaping);
+    }();
     EXPECT_TRUE(changedArea(fast, plain).isEmpty()) << "differs in " << changedArea(fast, plain).x() << ","
                                                     << changedArea(fast, plain).y() << " "
                                                     << changedArea(fast, plain).width() << "x"

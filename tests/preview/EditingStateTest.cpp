@@ -4,40 +4,6 @@
 
 #include <cstdint>
 
-TEST(EditingState, StartsWithTheExactDefaults)
-{
-    const EditingState s;
-    EXPECT_FALSE(s.b_Face_Skin_Smooth || s.b_Remove_Wrinkles || s.b_Color_Eyes || s.b_Widen_Eyes
-                 || s.b_Eye_Eyeshadow || s.b_Eyes_Darken || s.b_Apply_Cheeks || s.b_Color_Lips
-                 || s.b_Whiten_Teeth);
-    EXPECT_EQ(s.u_Face_Skin_Smooth_Level, 10u);
-    EXPECT_EQ(s.u_Face_Skin_Smooth_Radius, 10u);
-    EXPECT_EQ(s.u_Remove_Wrinkles_Level, 4u);
-    EXPECT_EQ(s.u_Widen_Eyes_Level, 0u);
-    const RgbaColor blue{0, 0, 1, 1};
-    EXPECT_EQ(s.color_Color_Eyes, blue);
-    EXPECT_EQ(s.color_Color_Lips, blue);
-    EXPECT_EQ(s.color_Eyeshadow, blue);
-    EXPECT_EQ(s.f_Color_Eyes_Transparency, 0.2f);
-    EXPECT_EQ(s.f_Color_Lips_Transparency, 0.2f);
-    EXPECT_EQ(s.f_Color_Eyeshadow_Transparency, 0.2f);
-    EXPECT_EQ(s.f_Eyeshadow_Blur_Level, 7.0f);
-    EXPECT_EQ(s.f_Darken_Eyes_Transparency, 0.0f);
-    EXPECT_EQ(s.f_Darken_Eyes_Line_Width, 1.0f);
-    EXPECT_EQ(s.f_Darken_Eyes_Blur_Level, 1.0f);
-    EXPECT_EQ(s.color_Color_Cheeks_1, (RgbaColor{1, 0.5f, 0, 1}));
-    EXPECT_EQ(s.color_Color_Cheeks_1_Right, (RgbaColor{1, 0.5f, 0, 1}));
-    EXPECT_EQ(s.color_Color_Cheeks_2, (RgbaColor{1, 0, 1, 1}));
-    EXPECT_EQ(s.f_Color_Cheeks_Transparency, 0.8f);
-    EXPECT_EQ(s.f_Cheeks_Blur_Level_Left, 4.0f);
-    EXPECT_EQ(s.f_Cheeks_Blur_Level_Right, 4.0f);
-    EXPECT_EQ(s.pt_MakeUp_Center_Left, QPointF(20, 20));
-    EXPECT_EQ(s.pt_MakeUp_Center_Right, QPointF(80, 20));
-    EXPECT_FALSE(s.b_Activated_Cheeks_Reposition || s.b_Activated_Darken_Eyes_Reposition
-                 || s.b_Cheeks_Picking_Color);
-    EXPECT_EQ(s.i_Picking_Color_Index, 0);
-}
-
 namespace {
 
 // Moves every field away from its default: switches and modes on, numbers
