@@ -46,3 +46,8 @@ dlib::rectangle hogSaliency(const dlib::frontal_face_detector::image_scanner_typ
 dlib::rectangle filterSeparable(const dlib::array2d<float>& in, dlib::array2d<float>& out,
                                 const dlib::matrix<float, 0, 1>& rowFilter, const dlib::matrix<float, 0, 1>& colFilter,
                                 dlib::array2d<float>& scratch, bool addTo);
+
+// a × b + c computed in the replicas' files as they compute, with the
+// processor's fused multiply-add allowed: two roundings unless the build
+// fuses them. Lets a test see that those files are built so they never do.
+float replicaMultiplyAdd(float a, float b, float c);

@@ -141,3 +141,11 @@ dlib::rectangle hogSaliency(const dlib::frontal_face_detector::image_scanner_typ
     }
     return area;
 }
+
+#if defined(__x86_64__) && defined(__GNUC__)
+__attribute__((target("fma"), noinline))
+#endif
+float replicaMultiplyAdd(float a, float b, float c)
+{
+    return a * b + c;
+}

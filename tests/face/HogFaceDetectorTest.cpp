@@ -169,3 +169,13 @@ TEST(HogFaceDetector, TwelveMegapixelPortraitGivesStockDlibsFaceAndLandmarks)
     for (int i = 0; i < 68; ++i)
         EXPECT_EQ(ours.landmarks[i], QPointF(shape.part(i).x(), shape.part(i).y())) << "landmark " << i;
 }
+
+// (1 + 2^-12)² rounds to 1 + 2^-11 before the add, so two roundings give 0
+// where a fused multiply-add gives 2^-24.
+TEST(HogFaceDetector, ReplicasAreBuiltWithoutFusedMultiplyAdds)
+{
+    if (!__builtin_cpu_supports("fma"))
+        GTEST_SKIP() << "this processor has no fused multiply-add to tempt the compiler";
+    volatile float a = 1.0f + 1.0f / 4096, c = -(1.0f + 1.0f / 2048);
+    EXPECT_EQ(replicaMultiplyAdd(a, a, c), 0.0f) << "the replicas' files need -ffp-contract=off";
+}
