@@ -11,82 +11,75 @@ set -euo pipefail
 app=$1
 portrait=$2
 shots=${3:-}
-for tool in xvfb-run openbox xdotool import; do command -v "$tool" >/dev/null || exit 77; done
+for tool in xvfb-run openbox xdotool import xprop; do command -v "$tool" >/dev/null || exit 77; done
 
 . "$(dirname "$0")/session.sh"
 cp "$portrait" "$work/second.png"
 
-xvfb-run -a -s "-screen 0 1600x1000x24" bash -s "$app" "$portrait" "$shots" "$work/second.png" <<'SCRIPT'
+xvfb-run -a -s "-screen 0 1600x1000x24" bash -s "$app" "$portrait" "$shots" "$work/second.png" "$(dirname "$0")/waits.sh" <<'SCRIPT'
 set -euo pipefail
 app=$1 portrait=$2 shots=$3 second=$4
-fail() { echo "FAILED: $*"; import -window root "$shots/failure.png"; exit 1; }
-visible() { timeout 10 xdotool search --sync --onlyvisible --name "$1" | head -n 1; }
+. "$5"
 # x y width height of a window's frame
 frame() { xdotool getwindowgeometry --shell "$1" | awk -F= '/^[XYWH]=/{printf "%s ", $2}'; }
 overlap() { # two "x y w h" strings
   read -r ax ay aw ah <<<"$1"; read -r bx by bw bh <<<"$2"
   [ $((ax < bx + bw && bx < ax + aw && ay < by + bh && by < ay + ah)) -eq 1 ]
 }
+# The grey level (0-255) of the screen's pixel at x y.
+grey_at() { import -window root -crop "1x1+$1+$2" -colorspace Gray -depth 8 txt:- | awk 'NR==2 {gsub(/[()]/, "", $2); split($2, v, ","); print int(v[1])}'; }
 
-openbox >/dev/null 2>&1 &
-sleep 1
-
+start_window_manager
 "$app" "$portrait" >/dev/null 2>&1 &
 pid=$!
 main=$(visible '^Bellavenor$') || fail "no main window"
-sleep 4                                              # the portrait given at start is analysed
-xdotool mousemove --window "$main" 88 123 click 1    # table row 1: Smooth Skin
-skin=$(visible '^Smooth Skin$') || fail "no panel: the photo given at start did not open"
-xdotool mousemove --window "$main" 88 199 click 1    # table row 3: Cheek Blush
-cheek=$(visible '^Cheek Blush$') || fail "no cheek panel"
+# Rows open their panels once the photo given at start is analysed.
+skin=$(click_until_visible "$main" 88 123 '^Smooth Skin$') || fail "no panel: the photo given at start did not open"
+cheek=$(click_until_visible "$main" 88 199 '^Cheek Blush$') || fail "no cheek panel"
 xdotool mousemove --window "$main" 220 43 click 1    # toolbar: Mouth
-sleep 0.6
-xdotool mousemove --window "$main" 88 123 click 1    # table row 1: Lips
-lips=$(visible '^Lip Colour$') || fail "no lips panel"
-sleep 0.5
-import -window root "$shots/three-panels.png"
+lips=$(click_until_visible "$main" 88 123 '^Lip Colour$') || fail "no lips panel"
+settled screen "$shots/three-panels.png"
 for a in "$skin" "$cheek" "$lips"; do
   for b in "$skin" "$cheek" "$lips"; do
     [ "$a" = "$b" ] || ! overlap "$(frame "$a")" "$(frame "$b")" || fail "panels $a and $b overlap"
   done
 done
 
-# The lips colour well, then black, then the dialog once more.
+# The lips colour well, then black, then the dialog once more: still light.
 xdotool mousemove --window "$lips" 184 49 click 1
 dialog=$(visible '^Select Color$') || fail "no colour dialog"
 xdotool windowfocus --sync "$dialog"
 xdotool key --delay 50 alt+h ctrl+a
 xdotool type --delay 20 '#000000'
 xdotool key Return
-sleep 0.8
+gone '^Select Color$' || fail "the colour dialog stayed"
 xdotool mousemove --window "$lips" 184 49 click 1
 dialog=$(visible '^Select Color$') || fail "no colour dialog the second time"
-sleep 0.5
-import -window root "$shots/colour-dialog-after-black.png"
+settled screen "$shots/colour-dialog-after-black.png"
+read -r dx dy dw dh <<<"$(frame "$dialog")"
+[ "$(grey_at $((dx + 6)) $((dy + dh - 6)))" -gt 180 ] || fail "the colour dialog after black is dark"
 xdotool windowfocus --sync "$dialog" key Escape
-sleep 0.5
+gone '^Select Color$' || fail "Escape left the colour dialog open"
 
-# A second photo chosen in the open dialog.
+# A second photo chosen in the open dialog opens without a complaint.
 xdotool windowfocus --sync "$main" key ctrl+o
 opener=$(visible '^Open') || fail "no open dialog"
 xdotool windowfocus --sync "$opener"
 xdotool type --delay 10 "$second"
 xdotool key Return
-sleep 4
-import -window root "$shots/second-photo.png"
+gone '^Open' || fail "the open dialog stayed"
+settled screen "$shots/second-photo.png"
+! xdotool search --onlyvisible --name '^Error$' >/dev/null 2>&1 || fail "the second photo was refused"
 kill "$pid" 2>/dev/null || true
-sleep 0.5
+wait "$pid" 2>/dev/null || true
 
 LANG=de_DE.UTF-8 LANGUAGE=de "$app" "$portrait" >/dev/null 2>&1 &
 pid=$!
 main=$(visible '^Bellavenor$') || fail "no German main window"
-sleep 4
-xdotool mousemove --window "$main" 88 199 click 1    # Rouge
-visible '^Rouge$' >/dev/null || fail "no German cheek panel"
+click_until_visible "$main" 88 199 '^Rouge$' >/dev/null || fail "no German cheek panel"
 xdotool windowfocus --sync "$main" key ctrl+o
 visible 'ffnen$' >/dev/null || fail "the open dialog is not German"
-sleep 0.5
-import -window root "$shots/german.png"
+settled screen "$shots/german.png"
 kill "$pid" 2>/dev/null || true
 SCRIPT
 echo "screenshots in $shots"

@@ -6,7 +6,7 @@
 set -euo pipefail
 app=$1
 portrait=$2
-command -v xvfb-run >/dev/null && command -v xdotool >/dev/null || exit 77
+for tool in xvfb-run xdotool import compare; do command -v "$tool" >/dev/null || exit 77; done
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -16,36 +16,42 @@ unset QT_QPA_PLATFORM
 target=$work/saved/retouched.png
 mkdir -p "$work/saved"
 
-xvfb-run -a -s "-screen 0 1600x1000x24" bash -s "$app" "$portrait" "$target" <<'SCRIPT'
-set -u
+xvfb-run -a -s "-screen 0 1600x1000x24" bash -s "$app" "$portrait" "$target" "$(dirname "$0")/waits.sh" <<'SCRIPT'
+set -euo pipefail
 app=$1 portrait=$2 target=$3
+shots=$(dirname "$target")
+. "$4"
 "$app" >/dev/null 2>&1 &
 pid=$!
-main=$(xdotool search --sync --onlyvisible --name '^Bellavenor$' | head -n 1)
+main=$(visible '^Bellavenor$') || fail "no main window"
 xdotool windowfocus --sync "$main" key ctrl+o
-xdotool search --sync --onlyvisible --name 'Bellavenor' >/dev/null
-sleep 1
+opener=$(visible '^Open') || fail "no open dialog"
+xdotool windowfocus --sync "$opener"
 xdotool type --delay 10 "$portrait"
 xdotool key Return
-sleep 4                                        # analysis of the portrait
-xdotool mousemove --window "$main" 184 8 click 1 # the Mouth menu
-sleep 0.5
-xdotool key Down Return                          # its first entry: Lips
-panel=$(xdotool search --sync --onlyvisible --name '^Lip Colour$' | head -n 1)
+gone '^Open' || fail "the open dialog stayed"
+# The Mouth menu's first entry opens the lips panel once the portrait is
+# analysed; until then the menu is closed again and tried anew.
+open_lips() {
+  xdotool mousemove --window "$main" 184 8 click 1   # the Mouth menu
+  xdotool key Down Return
+  timeout 1 xdotool search --sync --onlyvisible --name '^Lip Colour$' 2>/dev/null | head -n 1
+}
+wait_until 'panel=$(open_lips) && [ -n "$panel" ]' 60 || fail "no lips panel from the Mouth menu"
 xdotool mousemove --window "$panel" 14 14 click 1 # the Apply box
-sleep 0.5
 xdotool windowfocus --sync "$main" key ctrl+s
-dialog=$(xdotool search --sync --onlyvisible --name 'Select a folder to save the captured image' | head -n 1)
-sleep 0.5
+dialog=$(visible 'Select a folder to save the captured image') || fail "no save dialog"
 xdotool windowfocus --sync "$dialog" key ctrl+a
 xdotool type --delay 10 "$target"
 xdotool key Return
-for _ in $(seq 1 20); do [ -s "$target" ] && break; sleep 0.5; done
-kill "$pid" 2>/dev/null
+wait_until '[ -s "$target" ]' 30 || fail "nothing saved at $target"
+kill "$pid" 2>/dev/null || true
 SCRIPT
 
-# A PNG whose header says 512 x 512.
+# A PNG whose header says 512 x 512, with the lips coloured.
 header=$(od -An -tx1 -N24 "$target" | tr -d ' \n')
 [ "${header:0:16}" = 89504e470d0a1a0a ] && [ "${header:32:16}" = 0000020000000200 ] ||
   { echo "no 512 x 512 PNG at $target"; exit 1; }
+[ "$(compare -metric AE "$portrait" "$target" null: 2>&1 || true)" -gt 0 ] ||
+  { echo "the saved picture is the untouched photo"; exit 1; }
 echo "saved $target"

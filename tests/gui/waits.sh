@@ -1,0 +1,57 @@
+# Sourced inside the virtual display by the window scripts: every step waits
+# for what it needs to see (a window, a changed or settled screen, a file),
+# polling with a generous deadline, never for a fixed time.
+
+fail() { echo "FAILED: $*"; import -window root "${shots:-/tmp}/failure.png" 2>/dev/null; exit 1; }
+
+# Runs the command until it succeeds, for at most $2 seconds (default 30).
+wait_until() {
+  local deadline=$((SECONDS + ${2:-30}))
+  until eval "$1"; do
+    ((SECONDS < deadline)) || return 1
+    sleep 0.1
+  done
+}
+
+# The id of the first visible window whose name matches, once there is one.
+visible() { timeout 30 xdotool search --sync --onlyvisible --name "$1" | head -n 1; }
+gone() { wait_until "! xdotool search --onlyvisible --name '$1' >/dev/null 2>&1" 30; }
+
+# openbox has taken over the screen.
+start_window_manager() {
+  openbox >/dev/null 2>&1 &
+  wait_until 'xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"' || fail "no window manager"
+}
+
+# Clicks (window, x, y) until a window named $4 shows: a row opens its panel
+# only once the photo is analysed and the table filled.
+click_until_visible() {
+  local deadline=$((SECONDS + 60)) found
+  while ((SECONDS < deadline)); do
+    xdotool mousemove --window "$1" "$2" "$3" click 1
+    found=$(timeout 1 xdotool search --sync --onlyvisible --name "$4" 2>/dev/null | head -n 1) || true
+    [ -n "$found" ] && { echo "$found"; return 0; }
+  done
+  return 1
+}
+
+differing() { compare -metric AE "$1" "$2" null: 2>&1 || true; }
+
+# Captures with the command $1 into $2 until two captures in a row agree:
+# the screen has settled.
+settled() {
+  local capture=$1 file=$2 previous="$2.previous.png"
+  $capture "$previous"
+  wait_until "$capture '$file'; [ \"\$(differing '$previous' '$file')\" -eq 0 ] || { cp '$file' '$previous'; false; }" 30
+  local settled=$?
+  rm -f "$previous"
+  return $settled
+}
+
+# Captures with $1 into $3 until it differs from the picture $2.
+changes_from() { wait_until "$1 '$3'; [ \"\$(differing '$2' '$3')\" -gt 0 ]" 30; }
+
+# Captures with $1 into $3 until it equals the picture $2.
+becomes() { wait_until "$1 '$3'; [ \"\$(differing '$2' '$3')\" -eq 0 ]" 30; }
+
+screen() { import -window root "$1"; }
