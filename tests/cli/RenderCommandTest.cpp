@@ -63,6 +63,7 @@ TEST_F(RenderCommandTest, SettingsErrorsNameTheField)
     EXPECT_EQ(run.status, 3) << "a settings file that cannot be used is an unreadable file";
     EXPECT_EQ(run.err.count('\n'), 1) << "one line, no log";
     EXPECT_TRUE(run.err.contains("b_Colour_Lips"));
+    EXPECT_TRUE(run.err.startsWith("In the settings file \"settings.json\": ")) << "which file of a shoot's";
 
     run = runCli({"render", portrait(), "--settings", settingsFile(R"({"f_Color_Lips_Transparency": "high"})"), "-o", out});
     EXPECT_NE(run.status, 0);

@@ -261,3 +261,12 @@ TEST_F(ViewTest, ADisplayP3PhotoIsShownAndPickedAsAColourManagedViewerShowsIt)
     EXPECT_NEAR(state.color_Color_Cheeks_2.g * 255, seen.green(), 1.5);
     EXPECT_NEAR(state.color_Color_Cheeks_2.b * 255, seen.blue(), 1.5);
 }
+
+TEST(ViewWithoutAPhoto, ZoomCommandsLeaveTheFramingFitted)
+{
+    View_Picture view;
+    view.resize(700, 600);
+    view.zoomToActualPixels();
+    view.zoomBy(2);
+    EXPECT_EQ(view.framing(), Framing{}) << "nothing to zoom: the next photo opens fitted as always";
+}
