@@ -145,10 +145,9 @@ TEST(OpenAndAnalyse, CarriesThePercentFormsAndRefusesWithTheUsersMessages)
 {
     const OpenedPhoto& photo = portrait();
     ASSERT_EQ(photo.facePointsInPercentRelativeToImage.size(), 68);
-    EXPECT_EQ(photo.facePointsInPercentRelativeToImage[8],
-              toPercentOfImage(photo.facePointsRelativeToImageSize[8], photo.imgSize));
-    EXPECT_EQ(photo.regions.array_Face_Points[0],
-              toPercentOfImage(photo.facePointsRelativeToImageSize[0], photo.imgSize)) << "face list in percent";
+    ASSERT_EQ(photo.facePointsRelativeToImageSize[8], QPointF(221, 178)) << "the chin";
+    EXPECT_EQ(photo.facePointsInPercentRelativeToImage[8], QPointF(43.1640625, 65.234375)) << "y from the bottom";
+    EXPECT_EQ(photo.regions.array_Face_Points[0], QPointF(34.9609375, 79.6875)) << "the face list in percent";
 
     QTemporaryDir folder;
     const QString twoFaces = folder.filePath("two.png");

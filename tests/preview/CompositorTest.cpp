@@ -571,5 +571,6 @@ TEST(SavedPicture, RedrawWritesTheFullSizePictureOnlyWithAPhoto)
     EXPECT_FALSE(request.b_Save_Picture);
     ASSERT_TRUE(request.s_Saved_Take_Picture.startsWith(folder.path()));
     EXPECT_EQ(QImage(request.s_Saved_Take_Picture).size(), QSize(512, 512));
-    EXPECT_EQ(view.rectDrawCamera(), return_Best_Fit_Frame(512, 512, 300, 200));
+    EXPECT_EQ(view.rectDrawCamera(), QRectF(47.599998474121094, -2.4000034332275391, 204.80000686645508, 204.80000686645508))
+        << "sixteen steps of 12.8, centred";
 }
