@@ -35,6 +35,12 @@ EditingState inPhotoSpace(const EditingState& state, const PhotoMetadata& metada
 
 const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state)
 {
+    return compose(photo, reshaping, state, compositorSteps());
+}
+
+const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+                                  std::span<const CompositorStep> steps)
+{
     handles_ = {};
     if (photo.isEmpty()) {
         working_ = QImage();
@@ -43,7 +49,7 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
     ++passes_;
     const EditingState painted = inPhotoSpace(state, photo.metadata);
     CompositorPass pass{working_, record_, photo, reshaping, painted, memos_, handles_};
-    for (const CompositorStep& step : compositorSteps())
+    for (const CompositorStep& step : steps)
         if (step.runs(painted))
             step.paint(pass);
     return working_;

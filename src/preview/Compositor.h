@@ -7,6 +7,8 @@
 
 #include <QImage>
 
+#include <span>
+
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -95,11 +97,17 @@ struct WorkingRecord {
 // keeps its buffers and the results of its expensive steps between calls,
 // reusing a result only while everything it was made from is unchanged, so
 // every call gives exactly what a fresh compositor would.
+struct CompositorStep;
+
 class Compositor {
 public:
     // The working picture; valid until the next call. Null without a photo.
     // Throws std::bad_alloc or cv::Exception when the memory runs out.
     const QImage& compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state);
+    // The same through the given steps in their order instead of the
+    // program's (tests check that the order matters where it says so).
+    const QImage& compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+                          std::span<const CompositorStep> steps);
 
     // The same, never throwing: null when the picture could not be made,
     // with the reason in `failure`. What was kept is dropped then, so the

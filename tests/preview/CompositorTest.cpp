@@ -1,4 +1,5 @@
 #include "Compositor.h"
+#include "CompositorSteps.h"
 #include "FastPaths.h"
 #include "ImageSpace.h"
 #include "OpenedPhoto.h"
@@ -12,6 +13,9 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <set>
+#include <string>
 
 namespace {
 
@@ -573,4 +577,36 @@ TEST(SavedPicture, RedrawWritesTheFullSizePictureOnlyWithAPhoto)
     EXPECT_EQ(QImage(request.s_Saved_Take_Picture).size(), QSize(512, 512));
     EXPECT_EQ(view.rectDrawCamera(), QRectF(47.599998474121094, -2.4000034332275391, 204.80000686645508, 204.80000686645508))
         << "sixteen steps of 12.8, centred";
+}
+
+// Each step's place in the table matters: swapping it with its neighbour
+// changes the picture, with every effect on and the rings and blush moved
+// by the mouse over the mouth and the eyes, as a person may drag them. Only
+// steps whose regions the face itself keeps apart commute.
+TEST(Compositor, SwappingAnyTwoNeighbouringStepsChangesThePicture)
+{
+    const std::set<std::pair<std::string, std::string>> apart = {
+        {"lips mask", "eye colour"}, {"eye colour", "lips colour"}, {"mouth interior", "eye colour finishing"}};
+    EditingState all;
+    all.forEachField([](const char* name, auto& value) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>)
+            value = QByteArray(name).startsWith("b_") && QByteArray(name) != "b_Cheeks_Picking_Color";
+    });
+    all.u_Widen_Eyes_Level = 20;
+    all.f_Color_Lips_Transparency = all.f_Color_Eyes_Transparency = 0.9f;
+    all.f_Darken_Eyes_Transparency = 0.3f;
+    Reshaping moved = asOpened();
+    moved.array_Eye_Darken_Left_Points = portrait().regions.array_Mouth_Points.mid(0, 6); // a ring over the lips
+    moved.rect_Cheek_Right_Area_To_Paint = portrait().regions.rect_Full_Eye_Right.adjusted(-20, -20, 20, 20);
+    moved.array_Eye_Darken_Right_Points = portrait().regions.array_Eye_Right_Points; // its handles under the blush
+    std::vector<CompositorStep> steps(compositorSteps().begin(), compositorSteps().end());
+    const QImage inOrder = Compositor().compose(portrait(), moved, all).copy();
+    for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
+        std::swap(steps[i], steps[i + 1]);
+        const QImage swapped = Compositor().compose(portrait(), moved, all, steps).copy();
+        if (apart.count({steps[i + 1].name, steps[i].name}) == 0) {
+            EXPECT_NE(swapped, inOrder) << "\"" << steps[i].name << "\" moved before \"" << steps[i + 1].name << "\"";
+        }
+        std::swap(steps[i], steps[i + 1]);
+    }
 }
