@@ -1,3 +1,5 @@
+#include "CliRun.h"
+
 #include <QFile>
 #include <QImage>
 #include <QJsonDocument>
@@ -8,19 +10,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-struct CliRun {
-    int status = -1;
-    QByteArray out, err;
-};
-
-CliRun runCli(const QStringList& arguments)
-{
-    QProcess process;
-    process.start(BELLAVENOR_CLI, arguments);
-    process.waitForFinished(120000);
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
 
 class RenderCommandTest : public ::testing::Test {
 protected:

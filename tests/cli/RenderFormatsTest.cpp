@@ -1,6 +1,7 @@
 // `render` on photos as phones and cameras write them: what a colour-managed
 // viewer shows of the saved picture, the tags it keeps, the format asked for.
 #include "../face/FaceFixtures.h"
+#include "CliRun.h"
 #include "../face/PhotoFixtures.h"
 
 #include <QFile>
@@ -13,17 +14,9 @@
 
 namespace {
 
-struct CliRun {
-    int status = -1;
-    QByteArray err;
-};
-
 CliRun render(const QStringList& arguments)
 {
-    QProcess process;
-    process.start(BELLAVENOR_CLI, QStringList{"render"} + arguments);
-    process.waitForFinished(120000);
-    return {process.exitCode(), process.readAllStandardError()};
+    return runCli(QStringList{"render"} + arguments);
 }
 
 QByteArray readAll(const QString& path)
