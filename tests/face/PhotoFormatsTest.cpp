@@ -195,4 +195,6 @@ TEST(PhotoFormats, CameraTagsAreReadFromTheFile)
     EXPECT_TRUE(photo.metadata.exif.contains("Testcam 9"));
     EXPECT_TRUE(photo.metadata.exif.contains("A. Person"));
     EXPECT_TRUE(decodePhotoData(encodedAs(portraitPicture(), "jpeg"), "plain.jpg").metadata.exif.isEmpty());
+    QStringList warnings;
+    EXPECT_FALSE(readMetadata({}, warnings).hasTags()) << "an empty file, once a crash found by fuzzing";
 }
