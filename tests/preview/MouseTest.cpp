@@ -54,14 +54,15 @@ protected:
         return QPoint(int(std::floor((position.x() - frame.x()) / scale)),
                       int(std::floor(photo.imgSize.height() - yUp)));
     }
-    // How far a pointer on whole view pixels can be from a photo point.
-    double slack() const { return photo.imgSize.width() / view.rectDrawCamera().width(); }
-    void expectNear(const QRectF& actual, const QRectF& expected) const
+    // The arithmetic from pointer to photo is single precision throughout;
+    // the pointer positions here land on values it holds exactly, so every
+    // result is exact, in both framings. (QRectF's == is fuzzy.)
+    static void expectExactly(const QRectF& actual, const QRectF& expected)
     {
-        EXPECT_NEAR(actual.x(), expected.x(), slack());
-        EXPECT_NEAR(actual.y(), expected.y(), slack());
-        EXPECT_NEAR(actual.width(), expected.width(), 2 * slack());
-        EXPECT_NEAR(actual.height(), expected.height(), 2 * slack());
+        EXPECT_EQ(actual.x(), expected.x());
+        EXPECT_EQ(actual.y(), expected.y());
+        EXPECT_EQ(actual.width(), expected.width());
+        EXPECT_EQ(actual.height(), expected.height());
     }
     // The same for a point with y from the top of the photo.
     QPointF atTopDown(QPointF pixel) const { return at({pixel.x(), photo.imgSize.height() - pixel.y()}); }
@@ -138,11 +139,9 @@ TEST_P(MouseTest, RightTopHandleFollowsTheRightBottomRule)
     press(at({150.5, 150.5})); // the right-top corner's one-percent cell
     drag(at({150.5, 150.5}));
 
-    const QRectF area = reshaping.rect_Cheek_Left_Area_To_Paint;
-    EXPECT_NEAR(area.x(), 100, 0.01);
-    EXPECT_NEAR(area.y(), 150, 1.1);
-    EXPECT_NEAR(area.width(), 50, 1.1);
-    EXPECT_NEAR(area.height(), 0, 1.1) << "the bottom edge moves to the mouse";
+    // The right edge and the bottom edge (y up: the rectangle's y) move to
+    // the mouse; the height runs from there to the unmoved top, 150.
+    expectExactly(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 150.5, 50.5, -0.5));
     EXPECT_EQ(reshaping.rect_Cheek_Right_Area_To_Paint, QRectF(300, 300, 50, 50));
 }
 
@@ -154,13 +153,12 @@ TEST_P(MouseTest, LeftTopHandleMovesTheTopEdgeWhileTheOriginStays)
 
     press(at({100, 150})); // the left-top corner
     drag(at({100, 150}));
-    expectNear(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50)); // held still: unchanged
+    expectExactly(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50)); // held still: unchanged
 
     drag(at({90, 170}));
     // The top follows the mouse; the width grows as for the left edge, the
     // origin stays.
-    expectNear(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 60, 70));
-    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint.topLeft(), QPointF(100, 100));
+    expectExactly(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 60, 70));
     release(at({90, 170}));
 }
 
@@ -214,9 +212,32 @@ TEST_P(MouseTest, UnderEyePointIsReplacedAtTheFlippedPosition)
     release(atTopDown(third + QPointF(10, 20)));
 
     const QPointF moved = reshaping.array_Eye_Darken_Left_Points[2];
-    EXPECT_NEAR(moved.x(), third.x() + 10, 1.1);
-    EXPECT_NEAR(moved.y(), third.y() + 20, 1.1) << "back in top-down pixels";
+    EXPECT_EQ(moved.x(), third.x() + 10);
+    EXPECT_EQ(moved.y(), third.y() + 20) << "back in top-down pixels";
     EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points[0], portrait().regions.array_Eye_Darken_Left_Points[0]);
+}
+
+// A real pointer sits on whole view pixels: the point lands where the
+// stated single-precision steps put it (percent of the frame, rounded to a
+// float; pixels of the photo, rounded to a float), not a double's nearby
+// value.
+TEST_P(MouseTest, AWholePixelPointerMovesAPointToItsSinglePrecisionPosition)
+{
+    state.b_Eyes_Darken = state.b_Activated_Darken_Eyes_Reposition = true;
+    redraw();
+    const QPointF third = reshaping.array_Eye_Darken_Left_Points[2];
+    press(atTopDown(third));
+    const QPoint pointer = (atTopDown(third) + QPointF(13, 7)).toPoint();
+    drag(pointer);
+    release(pointer);
+
+    const QRectF frame = view.rectDrawCamera();
+    const float percentX = float((pointer.x() - frame.x()) * 100 / frame.width());
+    const float percentY = float((view.height() - pointer.y() - frame.y()) * 100 / frame.height());
+    const float pixelX = float(512 * double(percentX) / 100), pixelY = float(512 * double(percentY) / 100);
+    EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points[2], QPointF(pixelX, 512 - double(pixelY)));
+    EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points[2].x(), double(pixelX)) << "exactly, not fuzzily";
+    EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points[2].y(), 512 - double(pixelY));
 }
 
 TEST_P(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColourOnly)
@@ -230,8 +251,8 @@ TEST_P(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColou
     click(atTopDown(lip));
 
     const QColor expected = photo.img_Basic.pixelColor(pixelAt(atTopDown(lip)));
-    EXPECT_NEAR(state.color_Color_Cheeks_1_Right.r, expected.redF(), 0.01);
-    EXPECT_NEAR(state.color_Color_Cheeks_1_Right.g, expected.greenF(), 0.01);
+    EXPECT_EQ(state.color_Color_Cheeks_1_Right,
+              (RgbaColor{float(expected.redF()), float(expected.greenF()), float(expected.blueF()), 1}));
     EXPECT_EQ(state.color_Color_Cheeks_1, EditingState{}.color_Color_Cheeks_1);
     EXPECT_EQ(state.color_Color_Cheeks_2, EditingState{}.color_Color_Cheeks_2);
     EXPECT_FALSE(state.b_Cheeks_Picking_Color);
