@@ -1,3 +1,4 @@
+#include "FastPaths.h"
 #include "DLibWrapper.h"
 #include "FaceFixtures.h"
 #include "HogFaceDetector.h"
@@ -77,13 +78,20 @@ QImage noise(int width, int height)
 } // namespace
 
 // Sizes around every edge case of dlib's resize: one pixel, fewer columns
-// than its four-column step, widths where the last step is cut short.
+// than its four-column step, widths where the last step is cut short; the
+// vector path and the scalar one (taken without AVX2) each.
 TEST(HogFaceDetector, PyramidLevelIsDlibsToTheByte)
 {
+    struct Paths {
+        explicit Paths(bool fast) { setFastPaths(fast); }
+        ~Paths() { setFastPaths(true); }
+    };
     const QImage pictures[] = {noise(1, 1),     noise(2, 3),     noise(5, 7),       noise(13, 4),
                                noise(64, 48),   noise(333, 211), noise(1001, 757),  portraitPicture().convertToFormat(QImage::Format_RGB888),
                                noise(96, 1600)};
+    for (const bool fast : {true, false})
     for (const QImage& picture : pictures) {
+        const Paths paths(fast);
         const cv::Mat mat(picture.height(), picture.width(), CV_8UC3, const_cast<uchar*>(picture.constBits()),
                           size_t(picture.bytesPerLine()));
         dlib::array2d<dlib::rgb_pixel> stock, ours;
@@ -95,7 +103,7 @@ TEST(HogFaceDetector, PyramidLevelIsDlibsToTheByte)
         for (long r = 0; r < stock.nr(); ++r)
             for (long c = 0; c < stock.nc(); ++c)
                 differing += stock[r][c] != ours[r][c];
-        EXPECT_EQ(differing, 0) << picture.width() << "x" << picture.height();
+        EXPECT_EQ(differing, 0) << picture.width() << "x" << picture.height() << (fast ? ", vectors" : ", scalar");
     }
 }
 
