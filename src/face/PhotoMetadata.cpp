@@ -146,13 +146,11 @@ PhotoMetadata readMetadata(const QByteArray& fileBytes, QStringList& warnings, b
         metadata.exif = encodedExif(image->exifData());
         metadata.iptc = encodedIptc(image->iptcData());
         metadata.xmp = QByteArray::fromStdString(image->xmpPacket());
-    } catch (const Exiv2::AnyError& failure) {
-        // exiv2 gives up on the whole file over a broken profile.
-        if (hasIccProfile && failure.code() == Exiv2::kerInvalidIccProfile)
-            *hasIccProfile = true;
-        warnings << QString("The photo's metadata could not be read and is left out: %1.").arg(failure.what());
-        return {};
     } catch (const std::exception& failure) {
+        // exiv2 gives up on the whole file over a broken profile.
+        const auto* exiv2 = dynamic_cast<const Exiv2::AnyError*>(&failure);
+        if (hasIccProfile && exiv2 && exiv2->code() == Exiv2::kerInvalidIccProfile)
+            *hasIccProfile = true;
         warnings << QString("The photo's metadata could not be read and is left out: %1.").arg(failure.what());
         return {};
     }

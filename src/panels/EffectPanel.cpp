@@ -115,9 +115,9 @@ void EffectPanel::bindHundredths(QSlider* slider, QLabel* value, float& field)
                [&field](int position) { field = float(position) / 100; });
 }
 
-void EffectPanel::setSliderRange(QSlider* slider, const SettingRange& range, SliderScale scale)
+void EffectPanel::setSliderRange(QSlider* slider, const SettingRange& range)
 {
-    const double perUnit = scale == SliderScale::Hundredths ? 100 : 1;
+    const double perUnit = range.slider == SliderScale::Hundredths ? 100 : 1;
     slider->setRange(int(std::lround(range.min * perUnit)), int(std::lround(range.max * perUnit)));
 }
 

@@ -61,10 +61,10 @@ protected:
     template <auto field>
     void bindSetting(QSlider* slider, QLabel* value)
     {
-        using Of = Setting<field>;
-        static_assert(Of::slider != SliderScale::None, "this setting has no slider");
-        setSliderRange(slider, Of::range, Of::slider);
-        if constexpr (Of::slider == SliderScale::Hundredths)
+        constexpr SettingRange range = Setting<field>::range;
+        static_assert(range.slider != SliderScale::None, "this setting has no slider");
+        setSliderRange(slider, range);
+        if constexpr (range.slider == SliderScale::Hundredths)
             bindHundredths(slider, value, state().*field);
         else
             bindCount(slider, value, state().*field);
@@ -74,10 +74,9 @@ protected:
     template <auto field>
     void bindWritingSetting(QSlider* slider, QLabel* value)
     {
-        using Of = Setting<field>;
-        static_assert(Of::slider == SliderScale::AsIs, "a writing slider gives the value itself");
+        static_assert(Setting<field>::range.slider == SliderScale::AsIs, "a writing slider gives the value itself");
         using Value = std::remove_reference_t<decltype(EditingState{}.*field)>;
-        setSliderRange(slider, Of::range, Of::slider);
+        setSliderRange(slider, Setting<field>::range);
         setSliderStart(slider, int(EditingState{}.*field));
         bindSlider(slider, value, {}, [this](int position) { state().*field = Value(position); });
     }
@@ -103,7 +102,7 @@ protected:
     PanelContext& context_;
 
 private:
-    static void setSliderRange(QSlider* slider, const SettingRange& range, SliderScale scale);
+    static void setSliderRange(QSlider* slider, const SettingRange& range);
     static void setSliderStart(QSlider* slider, int position);
     // How each bound control shows the state; run with the control's
     // signals blocked.

@@ -127,8 +127,8 @@ const SettingRange* settingRange(std::string_view field);
 // The field name of an effect switch, for messages.
 const char* nameOfSwitch(bool EditingState::*effectSwitch);
 
-// A setting as its panel's slider sees it: Setting<&EditingState::f>::range
-// and ::slider. Only fields of the lists have one, so a panel cannot bind a
+// A setting as its panel's slider sees it: Setting<&EditingState::f>::range.
+// Only fields of the lists have one, so a panel cannot bind a
 // slider to a field the lists do not know.
 template <auto field>
 struct Setting;
@@ -137,7 +137,6 @@ struct Setting;
     struct Setting<&EditingState::name> {                                         \
         static constexpr SettingRange range{#name, min, max, SliderScale::scale,  \
                                             &EditingState::effect};               \
-        static constexpr SliderScale slider = SliderScale::scale;                 \
     };
 BELLAVENOR_EFFECT_SETTINGS(BELLAVENOR_SETTING_TRAITS)
 #undef BELLAVENOR_SETTING_TRAITS

@@ -4,12 +4,17 @@
 
 fail() { echo "FAILED: $*"; import -window root "${shots:-/tmp}/failure.png" 2>/dev/null; exit 1; }
 
-# Runs the command until it succeeds, for at most $2 seconds (default 30).
+# A pipe nobody writes to: reading it with a time-out paces the polls of
+# wait_until without sleeping on a condition that may already hold.
+pace=$(mktemp -u) && mkfifo "$pace" && exec {pace_fd}<>"$pace" && rm -f "$pace"
+
+# Runs the command until it succeeds, for at most $2 seconds (default 30),
+# looking again every tenth of a second.
 wait_until() {
   local deadline=$((SECONDS + ${2:-30}))
   until eval "$1"; do
     ((SECONDS < deadline)) || return 1
-    sleep 0.1
+    read -r -t 0.1 -u "$pace_fd" _ || true
   done
 }
 
