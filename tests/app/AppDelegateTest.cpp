@@ -125,26 +125,6 @@ TEST_F(AppDelegateTest, WindowNeverShrinksBelow800By500)
     EXPECT_EQ(window.size(), QSize(1300, 900));
 }
 
-TEST_F(AppDelegateTest, CreatesTheWorkingFolderInDocuments)
-{
-    const auto delegate = startedDelegate();
-
-    EXPECT_EQ(delegate->saveRequest.s_Output_Folder, documents.filePath("Bellavenro"));
-    EXPECT_TRUE(QFileInfo(delegate->saveRequest.s_Output_Folder).isDir());
-}
-
-TEST_F(AppDelegateTest, PlainFileWhereTheWorkingFolderGoesIsUsedWithoutAlert)
-{
-    QFile file(documents.filePath("Bellavenro"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.close();
-
-    const auto delegate = startedDelegate();
-
-    EXPECT_TRUE(alerts.empty());
-    EXPECT_TRUE(QFileInfo(file.fileName()).isFile());
-}
-
 TEST_F(AppDelegateTest, WorkingFolderThatCannotBeMadeEndsStartUpAfterTheAlert)
 {
     QFile blocker(documents.filePath("NotAFolder"));

@@ -49,37 +49,29 @@ TEST_F(SaveShareTest, WithoutAPhotoNeitherSaveNorShareStarts)
     EXPECT_FALSE(app->saveRequest.b_Save_Picture);
 }
 
-TEST_F(SaveShareTest, SaveRendersTheDatedPictureAndMovesItWhereTheUserChooses)
+// The dated PNG goes where the user chooses, as the format the name asks.
+TEST_F(SaveShareTest, SaveRendersTheDatedPictureAndPutsItWhereTheUserChoosesInTheFormatAsked)
 {
     openPortrait();
-    nextSavePath = chosenFolder.filePath("mine.png");
-
-    app->OnToolbarSave();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !suggestions.isEmpty(); }, 5000));
-
-    EXPECT_TRUE(QFileInfo(suggestions[0]).fileName().contains(QRegularExpression(R"(^\d{4}(-\d\d){5}\.png$)")))
-        << suggestions[0].toStdString();
-    EXPECT_EQ(QImage(nextSavePath).size(), QSize(512, 512));
-    EXPECT_TRUE(workingFolderFiles().isEmpty()) << "moved, not copied";
-    ASSERT_EQ(alerts.size(), 1u);
-    EXPECT_EQ(alerts[0].message, "Success");
-    EXPECT_EQ(alerts[0].informativeText, "Image file saved successfully.");
-    EXPECT_EQ(alerts[0].buttons, (QStringList{"View Image File", "Close"}));
-}
-
-TEST_F(SaveShareTest, SaveWritesTheFormatTheChosenNameAsks)
-{
-    openPortrait();
-    for (const auto& [name, firstBytes] : {std::pair{"mine.jpg", QByteArray("\xff\xd8\xff")}, {"mine.webp", "RIFF"}}) {
+    for (const auto& [name, firstBytes] :
+         {std::pair{"mine.png", QByteArray("\x89PNG")}, {"mine.jpg", "\xff\xd8\xff"}, {"mine.webp", "RIFF"}}) {
         nextSavePath = chosenFolder.filePath(name);
         suggestions.clear();
+        alerts.clear();
         app->OnToolbarSave();
         ASSERT_TRUE(QTest::qWaitFor([&] { return !suggestions.isEmpty(); }, 5000));
+
+        EXPECT_TRUE(QFileInfo(suggestions[0]).fileName().contains(QRegularExpression(R"(^\d{4}(-\d\d){5}\.png$)")))
+            << suggestions[0].toStdString();
         QFile saved(nextSavePath);
         ASSERT_TRUE(saved.open(QIODevice::ReadOnly)) << name;
         EXPECT_TRUE(saved.read(4).startsWith(firstBytes)) << name;
         EXPECT_EQ(QImage(nextSavePath).size(), QSize(512, 512));
-        EXPECT_TRUE(workingFolderFiles().isEmpty()) << "the rendered PNG is gone once the " << name << " is there";
+        EXPECT_TRUE(workingFolderFiles().isEmpty()) << "moved, not copied: " << name;
+        ASSERT_EQ(alerts.size(), 1u);
+        EXPECT_EQ(alerts[0].message, "Success");
+        EXPECT_EQ(alerts[0].informativeText, "Image file saved successfully.");
+        EXPECT_EQ(alerts[0].buttons, (QStringList{"View Image File", "Close"}));
     }
 }
 

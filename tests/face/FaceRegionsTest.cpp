@@ -206,13 +206,6 @@ TEST(FaceRegions, BoundingBoxMinimumStartsAt10000)
     EXPECT_EQ(r.rect_Lips.right(), 12059);
 }
 
-TEST(FaceRegions, PercentFormCountsFromTheBottomLeft)
-{
-    EXPECT_EQ(toPercentOfImage(QPointF(128, 0), QSizeF(512, 256)), QPointF(25, 100));
-    EXPECT_EQ(toPercentOfImage(QPointF(512, 192), QSizeF(512, 256)), QPointF(100, 25));
-    EXPECT_EQ(toPercentOfImage(PointList{{0, 256}}, QSizeF(512, 256)), PointList{QPointF(0, 0)});
-}
-
 TEST(FaceRegions, RotationAndTriangleCentre)
 {
     const QPointF quarter = rotate_point(10, 10, 90, 20, 10);
