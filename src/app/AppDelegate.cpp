@@ -49,12 +49,8 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setOption(QFileDialog::ShowDirsOnly, false);
         // The name's extension chooses the format; without a known one the
-        // chosen type adds its own. PNG first: the picture is PNG until then.
-        const QList<std::pair<QString, PictureFormat>> types = {
-            {"PNG (*.png)", PictureFormat::Png},
-            {"JPEG (*.jpg *.jpeg)", PictureFormat::Jpeg},
-            {"WebP (*.webp)", PictureFormat::WebP},
-            {"TIFF (*.tif *.tiff)", PictureFormat::Tiff}};
+        // chosen type adds its own.
+        const auto types = writtenTypes();
         QStringList filters;
         for (const auto& type : types)
             filters << type.first;
@@ -63,7 +59,7 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
         if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
             return QString();
         const qsizetype type = std::max<qsizetype>(filters.indexOf(dialog.selectedNameFilter()), 0);
-        return withPictureExtension(dialog.selectedFiles().first(), types[type].second);
+        return withPictureExtension(dialog.selectedFiles().first(), types[std::size_t(type)].second);
     };
     chooseSettingsPath = [this](const QString& suggestedPath) {
         return QFileDialog::getSaveFileName(window_.get(), tr("Export Settings…"), suggestedPath,
@@ -390,7 +386,6 @@ void AppDelegate::OnMenuHelpSubmitTicket() { openUrl(helpPages.submitTicket); }
 
 QPointer<QWidget>& AppDelegate::panelOf(const EffectEntry& effect)
 {
-    effectPanels_.resize(effectCatalogue().size());
     return effectPanels_[std::size_t(&effect - effectCatalogue().data())];
 }
 

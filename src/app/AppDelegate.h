@@ -10,6 +10,8 @@
 
 #include <QImage>
 #include <QObject>
+#include "EffectCatalogue.h"
+
 #include <QPointer>
 #include <QStringList>
 #include <QTimer>
@@ -202,7 +204,7 @@ private:
     QString documentsFolder_;
     QString lastOpenFolder_;
     std::unique_ptr<MainWindow> window_;
-    std::vector<QPointer<QWidget>> effectPanels_;
+    std::vector<QPointer<QWidget>> effectPanels_ = std::vector<QPointer<QWidget>>(effectCatalogue().size());
     std::unique_ptr<PanelContext> panelContext_; // what the panels reach of the application
     std::unique_ptr<PreviewKeys> previewKeys_;
 };

@@ -1,6 +1,5 @@
 #include "EffectCatalogue.h"
 
-#include "AppDelegate.h"
 #include "Window_Cheek.h"
 #include "Window_Eye_Shadow.h"
 #include "Window_Eyes_Color.h"

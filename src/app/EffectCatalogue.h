@@ -3,12 +3,10 @@
 #include "EditingState.h"
 #include "LocalisedLabels.h"
 
-#include <QPointer>
 
 #include <span>
 #include <vector>
 
-class AppDelegate;
 class EffectPanel;
 class QWidget;
 struct PanelContext;

@@ -30,15 +30,18 @@ constexpr int kPngQuality = 70;
 
 struct FormatName {
     PictureFormat format;
+    const char* shown;  // its name in the save dialog
     const char* writer; // Qt's name of the format
     std::array<const char*, 2> extensions;
 };
 
+// In the order the save dialog offers them: PNG first, as the picture is
+// PNG until it is saved.
 constexpr FormatName kFormats[] = {
-    {PictureFormat::Png, "png", {"png", nullptr}},
-    {PictureFormat::Jpeg, "jpeg", {"jpg", "jpeg"}},
-    {PictureFormat::WebP, "webp", {"webp", nullptr}},
-    {PictureFormat::Tiff, "tiff", {"tif", "tiff"}},
+    {PictureFormat::Png, "PNG", "png", {"png", nullptr}},
+    {PictureFormat::Jpeg, "JPEG", "jpeg", {"jpg", "jpeg"}},
+    {PictureFormat::WebP, "WebP", "webp", {"webp", nullptr}},
+    {PictureFormat::Tiff, "TIFF", "tiff", {"tif", "tiff"}},
 };
 
 const FormatName& nameOf(PictureFormat format)
@@ -147,6 +150,19 @@ QString writtenExtensions()
             if (known)
                 all << QString(".") + known;
     return all.join(", ");
+}
+
+std::vector<std::pair<QString, PictureFormat>> writtenTypes()
+{
+    std::vector<std::pair<QString, PictureFormat>> types;
+    for (const FormatName& name : kFormats) {
+        QStringList patterns;
+        for (const char* known : name.extensions)
+            if (known)
+                patterns << QString("*.") + known;
+        types.emplace_back(QString("%1 (%2)").arg(name.shown, patterns.join(' ')), name.format);
+    }
+    return types;
 }
 
 QString withPictureExtension(const QString& path, PictureFormat format)

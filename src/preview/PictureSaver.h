@@ -8,6 +8,8 @@
 #include <QStringList>
 
 #include <optional>
+#include <utility>
+#include <vector>
 
 // The handshake between Save or Share and the preview: the shell sets
 // b_Save_Picture and asks for a redraw; the redraw writes the retouched
@@ -40,6 +42,10 @@ std::optional<PictureFormat> pictureFormatOf(const QString& path);
 
 // The extensions Bellavenor writes, for messages: ".png, .jpg, .jpeg, …".
 QString writtenExtensions();
+
+// The save dialog's file types, "PNG (*.png)" and so on, each with its
+// format, PNG first.
+std::vector<std::pair<QString, PictureFormat>> writtenTypes();
 
 // `path` itself when its extension names a written format; otherwise with
 // the first extension of `format` added.
