@@ -1,20 +1,11 @@
 #include "DLibWrapper.h"
 #include "FaceFixtures.h"
 
-#include <QRegularExpression>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 namespace {
-
-QStringList capturedLog;
-
-void captureLog(QtMsgType, const QMessageLogContext&, const QString& message)
-{
-    capturedLog.append(message);
-}
 
 double meanY(const FaceLandmarks& p, int first, int last)
 {
@@ -28,17 +19,12 @@ double meanY(const FaceLandmarks& p, int first, int last)
 
 TEST(DLibWrapper, FindsTheOneFaceOfThePortraitWithItsLandmarks)
 {
-    capturedLog.clear();
-    const QtMessageHandler previous = qInstallMessageHandler(captureLog);
     const DetectionResult result = DLibWrapper::Detect_Facial_Points(portraitPicture());
-    qInstallMessageHandler(previous);
 
     ASSERT_TRUE(result.ok()) << result.error.toStdString();
     ASSERT_EQ(result.code, 0);
     const FaceLandmarks& p = result.landmarks;
     ASSERT_EQ(p.size(), 68);
-    for (const QPointF& point : p)
-        EXPECT_TRUE(QRectF(0, 0, 512, 512).contains(point));
     // Top-left origin, y down: eyes above the nose tip above the mouth.
     EXPECT_LT(meanY(p, 36, 47), p[30].y());
     EXPECT_LT(p[30].y(), meanY(p, 48, 59));
@@ -46,10 +32,6 @@ TEST(DLibWrapper, FindsTheOneFaceOfThePortraitWithItsLandmarks)
     EXPECT_LT(p[0].x(), p[36].x()) << "the jaw goes round the eyes";
     EXPECT_GT(p[16].x(), p[45].x());
     EXPECT_GT(p[8].y(), meanY(p, 48, 59)) << "the chin is below the mouth";
-
-    const QStringList points = capturedLog.filter(QRegularExpression("^Point \\d+ => x=\\d+ ; y=\\d+$"));
-    ASSERT_EQ(points.size(), 68);
-    EXPECT_EQ(points[30], QString("Point 30 => x=%1 ; y=%2").arg(p[30].x()).arg(p[30].y()));
 }
 
 TEST(DLibWrapper, TwoFacesOfTheSameSizeGiveTwo)

@@ -43,64 +43,6 @@ QImage colourfulPicture()
 
 } // namespace
 
-TEST(Blurs, CroppedBlursKeepTheInputSizeTheWholeSpreadGrowsByThreeRadii)
-{
-    const QImage input = opaque({200, 100}, Qt::white);
-
-    EXPECT_EQ(imageBlurDarkenEyes(input, 10).size(), QSize(200, 100));
-    EXPECT_EQ(imageBlurEyeshadow(input, 7).size(), QSize(200, 100));
-    const QImage spread = imageBlur(input, 10);
-    ASSERT_EQ(spread.size(), QSize(260, 160));
-    EXPECT_EQ(bytesAt(spread, 0, 0)[3], 0) << "the outer margin fades to transparent";
-    EXPECT_LT(bytesAt(spread, 30, 80)[3], 160) << "the input's edge is half covered";
-    EXPECT_GT(bytesAt(spread, 30, 80)[3], 100);
-    EXPECT_EQ(bytesAt(spread, 130, 80), (Bytes{255, 255, 255, 255})) << "the middle stays";
-}
-
-TEST(Blurs, CroppedBlurFadesTheBordersLikeTheSpreadDoes)
-{
-    const QImage input = opaque({40, 40}, Qt::white);
-    const QImage spread = imageBlur(input, 3);
-    const QImage cropped = imageBlurDarkenEyes(input, 3);
-    for (int y : {0, 5, 39})
-        for (int x : {0, 20, 39})
-            EXPECT_EQ(bytesAt(cropped, x, y), bytesAt(spread, x + 9, y + 9)) << x << "," << y;
-}
-
-TEST(Blurs, RadiusZeroReturnsTheInputUnchanged)
-{
-    const QImage input = colourfulPicture();
-    EXPECT_EQ(imageBlur(input, 0), input);
-    EXPECT_EQ(imageBlurDarkenEyes(input, 0), input);
-    EXPECT_EQ(imageBlurCheek(input, 0), input);
-}
-
-TEST(Blurs, GaussianSpreadIsCentredOnTheInputPixel)
-{
-    QImage dot = makePicture({21, 21});
-    setBytes(dot, 10, 10, {255, 255, 255, 255});
-    const QImage spread = imageBlur(dot, 2);
-    ASSERT_EQ(spread.size(), QSize(33, 33));
-    const int peak = bytesAt(spread, 16, 16)[3];
-    EXPECT_GT(peak, bytesAt(spread, 15, 16)[3]);
-    EXPECT_EQ(bytesAt(spread, 15, 16), bytesAt(spread, 17, 16)) << "no shift to either side";
-    EXPECT_EQ(bytesAt(spread, 16, 15), bytesAt(spread, 16, 17));
-}
-
-TEST(Blurs, DiscBlurAveragesOverADiscAndGrowsByItsRadius)
-{
-    QImage dot = makePicture({9, 9});
-    setBytes(dot, 4, 4, {255, 255, 255, 255});
-    const QImage spread = imageBlurCheek(dot, 2);
-    ASSERT_EQ(spread.size(), QSize(13, 13));
-    // 13 pixel centres lie within 2 of a pixel: the dot is shared among them.
-    const int share = bytesAt(spread, 6, 6)[3];
-    EXPECT_NEAR(share, 255 / 13, 1);
-    EXPECT_EQ(bytesAt(spread, 8, 6)[3], share) << "distance 2 is inside";
-    EXPECT_EQ(bytesAt(spread, 7, 7)[3], share) << "distance 1.4 is inside";
-    EXPECT_EQ(bytesAt(spread, 8, 8)[3], 0) << "distance 2.8 is outside";
-}
-
 // Small discs are filtered in bands on both cores: every radius must give
 // the bytes of one filter over the whole padded picture.
 TEST(Blurs, DiscBlurOfEveryRadiusEqualsOneFilterOverTheWholePicture)
@@ -128,20 +70,6 @@ TEST(Blurs, DiscBlurOfEveryRadiusEqualsOneFilterOverTheWholePicture)
     }
 }
 
-TEST(TonalConversions, BlackAndWhiteIsGreyHarderAndBrighter)
-{
-    const QImage grey = imageBlackAndWhite(colourfulPicture());
-    for (int y = 0; y < grey.height(); y += 7)
-        for (int x = 0; x < grey.width(); x += 5) {
-            const Bytes px = bytesAt(grey, x, y);
-            ASSERT_EQ(px[0], px[1]);
-            ASSERT_EQ(px[1], px[2]);
-        }
-    // Mid-grey: ((0.502 - 0.5) × 1.1 + 0.5) × 2^0.7 = 0.8126.
-    EXPECT_NEAR(bytesAt(imageBlackAndWhite(opaque({1, 1}, QColor(128, 128, 128))), 0, 0)[0], 207, 1);
-    EXPECT_EQ(bytesAt(imageBlackAndWhite(opaque({1, 1}, Qt::black)), 0, 0), (Bytes{0, 0, 0, 255}));
-}
-
 TEST(TonalConversions, BlackAndWhiteWeighsRedGreenAndBlueByRec709)
 {
     // ((Y - 0.5) × 1.1 + 0.5) × 2^0.7 with Y = 0.2126, 0.7152, 0.0722.
@@ -152,33 +80,6 @@ TEST(TonalConversions, BlackAndWhiteWeighsRedGreenAndBlueByRec709)
     QImage halfRed = makePicture({1, 1});
     setBytes(halfRed, 0, 0, {128, 0, 0, 128});
     EXPECT_NEAR(bytesAt(imageBlackAndWhite(halfRed), 0, 0)[0], 38, 1) << "the same grey, premultiplied";
-}
-
-TEST(TonalConversions, WhitenTeethKeepsHalfTheColourAndBrightens)
-{
-    const Bytes px = bytesAt(Whiten_Teeth(opaque({1, 1}, QColor(150, 120, 60))), 0, 0);
-    EXPECT_GT(px[0], px[1]);
-    EXPECT_GT(px[1], px[2]);
-    EXPECT_GT(px[2], 60) << "brighter";
-    EXPECT_LT(px[0] - px[2], 150 - 60) << "less saturated";
-}
-
-TEST(TonalConversions, ConversionsKeepAlphaAndStayPremultiplied)
-{
-    const QImage half = opaque({1, 1}, QColor(255, 255, 255, 128));
-    const Bytes px = bytesAt(imageBlackAndWhite(half), 0, 0);
-    EXPECT_EQ(px[3], 128);
-    EXPECT_LE(px[0], px[3]);
-}
-
-TEST(TonalConversions, EdgesAreDarkLinesOnWhite)
-{
-    QImage picture = opaque({40, 40}, Qt::white);
-    QPainter(&picture).fillRect(20, 0, 20, 40, Qt::black);
-    const QImage edges = imageEdges(picture);
-    EXPECT_EQ(bytesAt(edges, 5, 20)[0], 255) << "flat areas are white";
-    EXPECT_EQ(bytesAt(edges, 30, 20)[0], 255);
-    EXPECT_LT(bytesAt(edges, 20, 20)[0], 50) << "the edge is dark";
 }
 
 TEST(MaskCut, BlackKeepsWhiteRemovesGreyKeepsPart)
@@ -192,15 +93,6 @@ TEST(MaskCut, BlackKeepsWhiteRemovesGreyKeepsPart)
 
     const Bytes half = bytesAt(maskImage(opaque({1, 1}, QColor(200, 100, 0)), opaque({1, 1}, QColor(128, 128, 128))), 0, 0);
     EXPECT_EQ(half, (Bytes{100, 50, 0, 127}));
-}
-
-TEST(MaskCut, MaskOfAnotherSizeIsStretchedOverTheImage)
-{
-    QImage mask = opaque({2, 1}, Qt::black);
-    mask.setPixelColor(1, 0, Qt::white);
-    const QImage result = maskImage(opaque({10, 4}, Qt::red), mask);
-    EXPECT_EQ(bytesAt(result, 4, 3)[3], 255);
-    EXPECT_EQ(bytesAt(result, 5, 0)[3], 0);
 }
 
 TEST(Markers, BrightPixelsTurnMarkerGreenFromAHundredUp)

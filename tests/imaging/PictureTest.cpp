@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 
 namespace {
 
@@ -12,16 +11,6 @@ std::array<uchar, 4> bytesAt(const QImage& picture, int x, int y)
 {
     const uchar* p = picture.constScanLine(y) + 4 * x;
     return {p[0], p[1], p[2], p[3]};
-}
-
-QImage randomOpaqueImage(QSize size)
-{
-    QImage image(size, QImage::Format_ARGB32);
-    std::mt19937 random(42);
-    for (int y = 0; y < size.height(); ++y)
-        for (int x = 0; x < size.width(); ++x)
-            image.setPixel(x, y, random() | 0xff000000u);
-    return image;
 }
 
 } // namespace
@@ -42,19 +31,6 @@ TEST(PictureLayout, BytesAreRgbaPremultipliedWithoutRowPadding)
     EXPECT_EQ(bytesAt(picture, 2, 0), (std::array<uchar, 4>{10, 20, 30, 255}));
 }
 
-TEST(PictureLayout, RoundTripsKeepSizeAndPixels)
-{
-    const QImage photo = randomOpaqueImage({640, 480});
-
-    const QImage picture = toPicture(photo);
-    const QImage back = picture.convertToFormat(QImage::Format_ARGB32);
-
-    EXPECT_EQ(picture.size(), QSize(640, 480));
-    EXPECT_EQ(back, photo);
-    EXPECT_EQ(toPicture(picture).constBits(), picture.constBits()) << "already a picture: no copy";
-    EXPECT_TRUE(toPicture(QImage()).isNull());
-}
-
 TEST(Stretch, FillsExactSizeWithoutKeepingAspectOrFlipping)
 {
     // Top half red, bottom half blue, so a vertical flip would show.
@@ -69,14 +45,6 @@ TEST(Stretch, FillsExactSizeWithoutKeepingAspectOrFlipping)
     EXPECT_EQ(stretched.pixelColor(15, 5), QColor(Qt::red));
     EXPECT_EQ(stretched.pixelColor(15, 84), QColor(Qt::blue));
     EXPECT_EQ(stretched.pixelColor(0, 44).red(), stretched.pixelColor(29, 44).red()) << "both edges squeezed in alike";
-}
-
-TEST(Stretch, SizeWithoutAreaGivesNoPicture)
-{
-    const QImage source = makePicture({10, 10});
-    EXPECT_TRUE(Stretch_Image(source, QSizeF(0, 10)).isNull());
-    EXPECT_TRUE(Stretch_Image(source, QSizeF(-20, 10)).isNull());
-    EXPECT_TRUE(Stretch_Image(QImage(), QSizeF(10, 10)).isNull());
 }
 
 TEST(Stretch, WidthByPercentageRoundsUpAndKeepsHeight)

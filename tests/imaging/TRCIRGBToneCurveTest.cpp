@@ -38,17 +38,6 @@ TEST(ToneCurveSpline, SecondDerivativesOfThreePointsByHand)
     EXPECT_TRUE(TRCIRGBToneCurve::secondDerivative({{0, 0}}).empty());
 }
 
-TEST(ToneCurveSpline, SamplesEveryLevelAndEndsOnTheLastPoint)
-{
-    const QList<QPointF> samples = TRCIRGBToneCurve::splineCurve({{0, 0}, {120, 146}, {255, 255}});
-    ASSERT_EQ(samples.size(), 256);
-    EXPECT_EQ(samples[60].x(), 60);
-    // a = t = 0.5: 73 + 2400 × (-0.375) × s1
-    EXPECT_NEAR(samples[60].y(), 73 + 2400 * -0.375 * ((109.0 / 135.0 - 146.0 / 120.0) / 85.0), 1e-9);
-    EXPECT_EQ(samples[120], QPointF(120, 146));
-    EXPECT_EQ(samples.last(), QPointF(255, 255));
-}
-
 TEST(ToneCurveSpline, FourPointsByHand)
 {
     // Equal spacing h = 85; the inner right sides are -105/85 and +105/85, so
@@ -80,19 +69,6 @@ TEST(ToneCurveSpline, FourPointsByHand)
     EXPECT_EQ(levelThrough(curve, 200), 164);
 }
 
-TEST(ToneCurveSpline, SkinLiftMapsThroughItsPointsSmoothlyAndInRange)
-{
-    const PreparedCurve curve = TRCIRGBToneCurve::getPreparedSplineCurve(kSkinLift);
-    ASSERT_EQ(curve.size(), 256u);
-    EXPECT_EQ(levelThrough(curve, 0), 0);
-    EXPECT_EQ(levelThrough(curve, 120), 146);
-    EXPECT_EQ(levelThrough(curve, 255), 255);
-    for (int level = 1; level < 256; ++level) {
-        EXPECT_GE(float(level) + curve[size_t(level)], float(level - 1) + curve[size_t(level - 1)]) << level;
-        EXPECT_LE(float(level) + curve[size_t(level)], 255.0f);
-    }
-}
-
 TEST(ToneCurveSpline, CurveStartingAboveZeroIsPaddedWithZeros)
 {
     const PreparedCurve curve = TRCIRGBToneCurve::getPreparedSplineCurve({{0.2, 0.3}, {1, 1}});
@@ -104,19 +80,6 @@ TEST(ToneCurveSpline, PointsGivenOutOfOrderMakeTheSameCurve)
 {
     EXPECT_EQ(TRCIRGBToneCurve::getPreparedSplineCurve({{1, 1}, {0.3, 0.6}, {0, 0}}),
               TRCIRGBToneCurve::getPreparedSplineCurve({{0, 0}, {0.3, 0.6}, {1, 1}}));
-}
-
-TEST(ToneCurveFilter, DefaultsAreTheIdentity)
-{
-    TRCIRGBToneCurve filter;
-    const ToneCurveTexture& texture = filter.toneCurveTexture();
-    for (int i = 0; i < 256; ++i)
-        ASSERT_EQ((std::array<uchar, 4>{texture[size_t(4 * i)], texture[size_t(4 * i + 1)],
-                                        texture[size_t(4 * i + 2)], texture[size_t(4 * i + 3)]}),
-                  (std::array<uchar, 4>{uchar(i), uchar(i), uchar(i), 255}));
-    filter.inputImage = rampPicture();
-    filter.setInputIntensity(0.6);
-    EXPECT_EQ(filter.outputImage(), filter.inputImage);
 }
 
 TEST(ToneCurveFilter, ChannelCurveComesFirstThenTheComposite)
@@ -148,50 +111,4 @@ TEST(ToneCurveFilter, IntensityMixesWithTheUnchangedPixelAndAlphaIsKept)
     EXPECT_NEAR(half.pixelColor(120, 0).red(), 133, 1);
     EXPECT_EQ(full.pixelColor(120, 2).alpha(), 128);
     EXPECT_NEAR(full.pixelColor(120, 2).red(), 146, 2) << "curved in straight colour";
-}
-
-TEST(ToneCurveFilter, PreparedCurvesAreCachedAndOnlyTheChangedOneIsRedone)
-{
-    // Lists no other test and no earlier run of this one uses, so the
-    // process-wide cache starts without them whatever ran before.
-    static int runs = 0;
-    const double fresh = 0.001 * ++runs;
-    const ControlPoints composite{{0, 0}, {0.31 + fresh, 0.37}, {1, 1}};
-    const ControlPoints red{{0, 0}, {0.41 + fresh, 0.29}, {1, 1}};
-    TRCIRGBToneCurve filter;
-    filter.inputImage = rampPicture();
-    filter.setInputRGBCompositeControlPoints(composite);
-
-    const int before = TRCIRGBToneCurve::preparedCurveCount();
-    const QImage first = filter.outputImage();
-    EXPECT_EQ(TRCIRGBToneCurve::preparedCurveCount(), before + 1) << "the identity is prepared already";
-    EXPECT_EQ(filter.outputImage(), first);
-    EXPECT_EQ(TRCIRGBToneCurve::preparedCurveCount(), before + 1) << "unchanged points: no new spline";
-
-    const PreparedCurve compositeCurve = filter.rgbCompositeCurve();
-    filter.setInputRedControlPoints(red);
-    EXPECT_TRUE(filter.redCurve().empty());
-    EXPECT_EQ(filter.rgbCompositeCurve(), compositeCurve) << "the other curves stay prepared";
-    filter.outputImage();
-    EXPECT_EQ(TRCIRGBToneCurve::preparedCurveCount(), before + 2);
-
-    TRCIRGBToneCurve another; // a new filter finds both in the cache
-    another.inputImage = rampPicture();
-    another.setInputRGBCompositeControlPoints(composite);
-    another.setInputRedControlPoints(red);
-    another.outputImage();
-    EXPECT_EQ(TRCIRGBToneCurve::preparedCurveCount(), before + 2);
-}
-
-TEST(ToneCurveFilter, EmptyListsAndSetDefaultsReadBackAsTheIdentity)
-{
-    TRCIRGBToneCurve filter;
-    filter.setInputBlueControlPoints({});
-    EXPECT_EQ(filter.inputBlueControlPoints(), TRCIRGBToneCurve::defaultCurveControlPoints());
-    filter.setInputIntensity(0.3);
-    filter.setInputGreenControlPoints(kSkinLift);
-    filter.setDefaults();
-    EXPECT_EQ(filter.inputIntensity(), 1.0);
-    EXPECT_EQ(filter.inputGreenControlPoints(), TRCIRGBToneCurve::defaultCurveControlPoints());
-    EXPECT_TRUE(filter.outputImage().isNull()) << "no input image, no output";
 }

@@ -103,19 +103,6 @@ QRect changedArea(const QImage& a, const QImage& b)
     return changed;
 }
 
-QRect inPicture(const QRectF& imageRect, int margin)
-{
-    return flipped(imageRect, portrait().imgSize.height()).toAlignedRect().adjusted(-margin, -margin, margin, margin);
-}
-
-QRectF boundsOf(const PointList& points) // photo pixels, y down
-{
-    QRectF bounds(points.first(), QSizeF(0, 0));
-    for (const QPointF& p : points)
-        bounds |= QRectF(p, QSizeF(1, 1));
-    return bounds;
-}
-
 double lumaAt(const QImage& picture, int x, int y)
 {
     const QColor c = picture.pixelColor(x, y);
@@ -123,13 +110,13 @@ double lumaAt(const QImage& picture, int x, int y)
 }
 
 // Where a picture-space shape covers the photo, as a white-on-black mask.
-QImage maskOf(const QPainterPath& shape, const QPen& pen = Qt::NoPen)
+QImage maskOf(const QPainterPath& shape)
 {
     QImage mask(portrait().img_Basic.size(), QImage::Format_Grayscale8);
     mask.fill(Qt::black);
     QPainter painter(&mask);
-    painter.setPen(pen);
-    painter.setBrush(pen.style() == Qt::NoPen ? QBrush(Qt::white) : QBrush(Qt::NoBrush));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::white);
     painter.drawPath(shape);
     return mask;
 }
@@ -167,72 +154,7 @@ QPainterPath inPicture(const QPainterPath& imagePath)
     return flipped(imagePath, portrait().imgSize.height());
 }
 
-struct EffectCase {
-    const char* name;
-    void (*enable)(EditingState&);
-    QRect (*allowed)(const OpenedPhoto&);
-};
-
 } // namespace
-
-TEST(Compositor, AllSwitchesOffGiveThePhotoUnchanged)
-{
-    const QImage picture = composed(EditingState{});
-    ASSERT_EQ(picture.size(), portrait().img_Basic.size());
-    EXPECT_TRUE(changedArea(picture, portrait().img_Basic).isEmpty());
-}
-
-TEST(Compositor, EachEffectChangesPixelsOnlyNearItsOwnRegion)
-{
-    const QImage photo = composed(EditingState{});
-    const EffectCase cases[] = {
-        {"lips colour", [](EditingState& s) { s.b_Color_Lips = true; },
-         [](const OpenedPhoto& p) { return inPicture(p.regions.rect_Lips, 3); }},
-        {"teeth", [](EditingState& s) { s.b_Whiten_Teeth = true; },
-         [](const OpenedPhoto& p) { return inPicture(p.regions.rect_Inside_Mouth, 2); }},
-        {"eye colour", [](EditingState& s) { s.b_Color_Eyes = true; },
-         [](const OpenedPhoto& p) { return inPicture(p.regions.rect_Full_Eye_Left, 2) | inPicture(p.regions.rect_Full_Eye_Right, 2); }},
-        {"under-eye", [](EditingState& s) { s.b_Eyes_Darken = true; s.f_Darken_Eyes_Transparency = 0.3f; },
-         [](const OpenedPhoto& p) {
-             return (boundsOf(p.regions.array_Eye_Darken_Left_Points) | boundsOf(p.regions.array_Eye_Darken_Right_Points))
-                 .toAlignedRect().adjusted(-8, -8, 8, 8);
-         }},
-        {"eye shadow", [](EditingState& s) { s.b_Eye_Eyeshadow = true; s.f_Eyeshadow_Blur_Level = 2; },
-         [](const OpenedPhoto& p) {
-             return (boundsOf(p.regions.array_Eye_Lid_Left) | boundsOf(p.regions.array_Eye_Lid_Right)).toAlignedRect().adjusted(-8, -8, 8, 8);
-         }},
-        {"cheeks", [](EditingState& s) { s.b_Apply_Cheeks = true; },
-         [](const OpenedPhoto&) { return inPicture(asOpened().rect_Cheek_Left_Area_To_Paint, 2) | inPicture(asOpened().rect_Cheek_Right_Area_To_Paint, 2); }},
-        {"wrinkles", [](EditingState& s) { s.b_Remove_Wrinkles = true; },
-         [](const OpenedPhoto& p) { return inPicture(p.regions.rect_Face_Skin, 2); }},
-        {"widen eyes", [](EditingState& s) { s.b_Widen_Eyes = true; s.u_Widen_Eyes_Level = 20; },
-         [](const OpenedPhoto& p) {
-             return inPicture(p.regions.rect_Full_Eye_Left, 6) | inPicture(p.regions.rect_Full_Eye_Right, 6);
-         }},
-    };
-    for (const EffectCase& effect : cases) {
-        EditingState state;
-        effect.enable(state);
-        const QRect changed = changedArea(composed(state), photo);
-        EXPECT_FALSE(changed.isEmpty()) << effect.name << " changes something";
-        EXPECT_TRUE(effect.allowed(portrait()).contains(changed)) << effect.name;
-    }
-}
-
-TEST(Compositor, LipsColourNeverShowsInsideAnOpenMouth)
-{
-    EditingState state;
-    state.b_Color_Lips = true;
-    state.f_Color_Lips_Transparency = 1;
-    const QImage picture = composed(state);
-    const PointList& inside = portrait().regions.array_Inside_Mouth_Points;
-    QPointF centre;
-    for (const QPointF& p : inside)
-        centre += p / double(inside.size());
-    EXPECT_EQ(picture.pixelColor(centre.toPoint()), portrait().img_Basic.pixelColor(centre.toPoint()));
-    const QPointF onLip = (portrait().facePointsRelativeToImageSize[57] + portrait().facePointsRelativeToImageSize[66]) / 2;
-    EXPECT_NE(picture.pixelColor(onLip.toPoint()), portrait().img_Basic.pixelColor(onLip.toPoint()));
-}
 
 TEST(Compositor, EveryInputOfACachedStepChangedOnItsOwnGivesWhatAFreshCompositorGives)
 {
@@ -395,94 +317,6 @@ TEST(Compositor, SkinSmoothingLeavesCheeksSmootherAndGentlyBrighterWithHairStill
     }
 }
 
-TEST(Compositor, SkinSmoothingDrawsNoRimBesideLipsAndEyes)
-{
-    // The skin just outside the eye and lip holes of the face picture must be
-    // lifted as it is when the whole photo, holes filled, is smoothed.
-    const FaceRegions& r = portrait().regions;
-    const QPainterPath holes = inPicture(r.path_Lips) + inPicture(r.path_Eye_Left) + inPicture(r.path_Eye_Right);
-    const QImage outline = maskOf(holes, QPen(Qt::white, 5));
-    const QImage inside = maskOf(holes);
-    QImage ring = outline;
-    for (int y = 0; y < ring.height(); ++y)
-        for (int x = 0; x < ring.width(); ++x)
-            if (inside.pixelColor(x, y).red() > 0)
-                ring.setPixelColor(x, y, Qt::black);
-    const QImage& photo = portrait().img_Basic;
-    EditingState state;
-    state.b_Face_Skin_Smooth = true;
-    const QImage withHoles = composed(state);
-    const QImage whole = trc_Face_Smooth(photo, state.u_Face_Skin_Smooth_Level, state.u_Face_Skin_Smooth_Radius);
-    const auto liftOf = [&](const QImage& smoothed) {
-        return meanOver(ring, [&](int x, int y) { return lumaAt(smoothed, x, y) - lumaAt(photo, x, y); });
-    };
-    EXPECT_LT(liftOf(withHoles), 1.08 * liftOf(whole));
-    EXPECT_GT(liftOf(withHoles), 0.9 * liftOf(whole));
-}
-
-TEST(Compositor, UnderEyeTransparencyOneIsInvisibleZeroIsOpaqueBlack)
-{
-    EditingState state;
-    state.b_Eyes_Darken = true;
-    state.f_Darken_Eyes_Transparency = 1;
-    EXPECT_TRUE(changedArea(composed(state), portrait().img_Basic).isEmpty());
-
-    state.f_Darken_Eyes_Transparency = 0; // the default
-    state.f_Darken_Eyes_Blur_Level = 0;
-    state.f_Darken_Eyes_Line_Width = 4;
-    const QImage picture = composed(state);
-    const QPoint onRing = portrait().regions.array_Eye_Darken_Left_Points[1].toPoint(); // y from the top
-    const QColor ink = picture.pixelColor(onRing);
-    EXPECT_LT(ink.red() + ink.green() + ink.blue(), 20) << "the ring passes through its points in black";
-}
-
-TEST(Compositor, WidenedEyesReachBeyondTheirRectangleOnBothSidesWithWrinkleRemovalOnToo)
-{
-    EditingState state;
-    state.b_Remove_Wrinkles = true;
-    const QImage unwidened = composed(state);
-    state.b_Widen_Eyes = true;
-    state.u_Widen_Eyes_Level = 40;
-    const QImage widened = composed(state);
-    for (const QRectF& eye : {portrait().regions.rect_Full_Eye_Left, portrait().regions.rect_Full_Eye_Right}) {
-        const QRect inPhoto = inPicture(eye, 0);
-        const int reach = int(eye.width() * 0.2) - 1; // 40 % wider, half on each side
-        const QRect leftStrip(inPhoto.left() - reach, inPhoto.top(), reach - 1, inPhoto.height());
-        const QRect rightStrip(inPhoto.right() + 2, inPhoto.top(), reach - 1, inPhoto.height());
-        EXPECT_FALSE(changedArea(widened.copy(leftStrip), unwidened.copy(leftStrip)).isEmpty());
-        EXPECT_FALSE(changedArea(widened.copy(rightStrip), unwidened.copy(rightStrip)).isEmpty());
-        const QRect beyond(inPhoto.left() - int(std::ceil(eye.width() * 0.2)) - 3, inPhoto.top(), 2,
-                           inPhoto.height());
-        EXPECT_TRUE(changedArea(widened.copy(beyond), unwidened.copy(beyond)).isEmpty()) << "and no further";
-    }
-}
-
-TEST(Compositor, EyeLipsAndShadowColoursEachGoToTheirOwnRegion)
-{
-    EditingState state;
-    state.b_Color_Eyes = state.b_Color_Lips = state.b_Eye_Eyeshadow = true;
-    state.color_Color_Eyes = {1, 0, 0, 1};
-    state.color_Color_Lips = {0, 1, 0, 1};
-    state.color_Eyeshadow = {0.2f, 0.4f, 1, 1};
-    state.f_Color_Eyes_Transparency = state.f_Color_Lips_Transparency = state.f_Color_Eyeshadow_Transparency = 1;
-    state.f_Eyeshadow_Blur_Level = 0;
-    const QImage picture = composed(state);
-    const FaceLandmarks& p = portrait().facePointsRelativeToImageSize;
-    const FaceRegions& r = portrait().regions;
-
-    const QColor lips = picture.pixelColor(((p[57] + p[66]) / 2).toPoint());
-    EXPECT_EQ(lips, QColor(0, 255, 0)) << "lips in the lips colour";
-    const QColor lid = picture.pixelColor(((r.array_Eye_Lid_Left[2] + p[37]) / 2).toPoint());
-    EXPECT_EQ(lid, QColor::fromRgbF(0.2f, 0.4f, 1)) << "the lid in the shadow colour";
-    // The iris keeps the eye colour where the grey eye is dark.
-    int red = 0;
-    const QRect eye = inPicture(r.rect_Eye_Left, 0);
-    for (int y = eye.top(); y <= eye.bottom(); ++y)
-        for (int x = eye.left(); x <= eye.right(); ++x)
-            red += picture.pixelColor(x, y) == QColor(255, 0, 0);
-    EXPECT_GT(red, 3) << "the iris in the eye colour";
-}
-
 TEST(Compositor, BlushCentreCountsItsYFromTheTopOfThePaintArea)
 {
     OpenedPhoto photo = portrait();
@@ -505,34 +339,6 @@ TEST(Compositor, BlushCentreCountsItsYFromTheTopOfThePaintArea)
     const QPoint moved = darkestIn(picture, QRect(20, 212, 200, 200));
     EXPECT_NEAR(moved.x(), 20 + 0.3 * 200, 3);
     EXPECT_NEAR(moved.y(), 212 + 0.7 * 200, 3) << "a click low in the circle puts the blush low on the cheek";
-}
-
-TEST(Compositor, RightBlushIsLaidOverTheLeftHandlesWhereTheAreasOverlap)
-{
-    Reshaping areas = asOpened();
-    areas.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 100, 100);
-    areas.rect_Cheek_Right_Area_To_Paint = QRectF(50, 50, 100, 100); // holds the left-bottom corner
-    EditingState state;
-    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    const QImage picture = composed(state, portrait(), areas);
-    const QColor leftBottomHandle = picture.pixelColor(100, 512 - 100);
-    const QColor rightTopHandle = picture.pixelColor(150, 512 - 150);
-    EXPECT_EQ(rightTopHandle, QColor(Qt::green)) << "the right side's own handles are on top";
-    EXPECT_NE(leftBottomHandle, QColor(Qt::green)) << "left blush and handles, then right blush and handles";
-    EXPECT_GT(leftBottomHandle.green(), 150) << "under a blush at 20 % opacity";
-}
-
-TEST(Compositor, CheekHandlesAreDrawnIntoThePictureWhileRepositioning)
-{
-    EditingState state;
-    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    Compositor compositor;
-    const QImage picture = compositor.compose(portrait(), asOpened(), state);
-    const QRectF area = asOpened().rect_Cheek_Left_Area_To_Paint;
-    const QPointF leftBottom = flipped(area, 512).bottomLeft();
-    EXPECT_EQ(picture.pixelColor(leftBottom.toPoint()), QColor(Qt::green));
-    EXPECT_NEAR(compositor.handles().pointPercenteLeft[0].x(), area.x() * 100 / 512, 1e-4);
-    EXPECT_NEAR(compositor.handles().pointPercenteLeft[0].y(), area.y() * 100 / 512, 1e-4);
 }
 
 TEST(Compositor, PictureThatCannotBeMadeIsAFailureAndTheNextOneIsWhole)
