@@ -76,14 +76,6 @@ protected:
 
 } // namespace
 
-TEST_F(PanelsTest, OpenersDoNothingBeforeAPhotoIsLoaded)
-{
-    app->On_Eye_Color();
-    app->On_Face_Cheek();
-    EXPECT_TRUE(app->window_Eyes_Color().isNull());
-    EXPECT_TRUE(app->window_Cheek().isNull());
-}
-
 TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAndRefillsItOnce)
 {
     ASSERT_TRUE(QTest::qWaitFor([&] { return app->tableActions()->rowCount() > 0; }, 3000));
@@ -181,25 +173,6 @@ TEST_F(PanelsTest, EveryPanelIsWideEnoughForItsTitleInEnglishAndGerman)
     QCoreApplication::removeTranslator(&german);
 }
 
-TEST_F(PanelsTest, SlidersWriteAndShowTheirScaling)
-{
-    withPhoto();
-    app->On_Mouth_Lips();
-    auto* lips = panel<Window_Lips_Color>(app->window_Lips_Color());
-    ASSERT_NE(lips, nullptr);
-    PaintCounter paints(app->viewPreview());
-    lips->ui().slider_Transparency->setValue(55);
-    QCoreApplication::processEvents();
-    EXPECT_FLOAT_EQ(app->state.f_Color_Lips_Transparency, 0.55f);
-    EXPECT_EQ(paints.count, 1) << "one redraw";
-    EXPECT_EQ(lips->ui().labelTransparencyValue->text(), "55");
-
-    app->On_Eye_Brush();
-    auto* shadow = panel<Window_Eye_Shadow>(app->window_Eye_Shadow());
-    EXPECT_EQ(shadow->ui().slider_Blur->value(), 700) << "blur 7.0 in hundredths";
-    EXPECT_EQ(shadow->ui().slider_Transparency->value(), 20);
-}
-
 // A drag sends a step per mouse move, faster than skin smoothing redraws
 // at camera size: the steps must not queue redraws, and the one redraw
 // shows the last value.
@@ -283,22 +256,6 @@ TEST_F(PanelsTest, UntickingCheekApplyEndsRepositioningAndGreysTheColours)
     EXPECT_FALSE(cheek->ui().slider_Transparency->isEnabled());
     EXPECT_TRUE(cheek->ui().slider_Blur_Left->isEnabled()) << "blur sliders stay";
     EXPECT_EQ(cheek->ui().slider_Blur_Left->value(), 4);
-}
-
-TEST_F(PanelsTest, CheekPanelOpenedWhileRepositioningKeepsItsColourControlsDisabled)
-{
-    withPhoto();
-    app->state.b_Apply_Cheeks = app->state.b_Activated_Cheeks_Reposition = true;
-    app->On_Face_Cheek();
-    const Ui::Window_Cheek& ui = panel<Window_Cheek>(app->window_Cheek())->ui();
-    EXPECT_TRUE(ui.checkActivateCheekReposition->isChecked());
-    EXPECT_TRUE(ui.checkActivateCheekReposition->isEnabled());
-    for (QWidget* colour : std::initializer_list<QWidget*>{ui.btn_Pick_Color_1, ui.color_1, ui.btn_Pick_Color_1_Right,
-                                                           ui.color_1_Right, ui.btn_Pick_Color_2, ui.color_2,
-                                                           ui.slider_Transparency})
-        EXPECT_FALSE(colour->isEnabled()) << colour->objectName().toStdString();
-    EXPECT_TRUE(ui.slider_Blur_Right->isEnabled());
-    EXPECT_TRUE(app->state.b_Activated_Cheeks_Reposition);
 }
 
 // What a new effect must bring, checked against the lists: one catalogue

@@ -1,6 +1,6 @@
 // The values the program starts from — every setting's default, the range
-// and slider scale settings files and panels are held to, the English
-// labels — checked at once against a recorded file, so that a changed
+// and slider scale settings files and panels are held to, the effect whose
+// Defaults button restores it, the English labels — checked at once against a recorded file, so that a changed
 // starting value is a deliberate change of tests/data/starting-values.json.
 // BELLAVENOR_RECORD=1 writes the file anew from the program.
 #include "EditingStateJson.h"
@@ -26,7 +26,8 @@ QJsonObject rangesAndScales()
             const char* scale = range->slider == SliderScale::AsIs         ? "as is"
                                 : range->slider == SliderScale::Hundredths ? "hundredths"
                                                                            : "no slider";
-            ranges.insert(name, QJsonArray{range->min, range->max, scale});
+            const QJsonValue effect = range->effect ? QJsonValue(nameOfSwitch(range->effect)) : QJsonValue();
+            ranges.insert(name, QJsonArray{range->min, range->max, scale, effect});
         }
     });
     return ranges;

@@ -3,6 +3,7 @@
 #include "EffectCatalogue.h"
 #include "EffectPanel.h"
 #include "MainWindow.h"
+#include "RandomSettings.h"
 #include "View_Picture.h"
 #include "Window_Face_Skin_Smooth.h"
 #include "ui_MainWindow.h"
@@ -14,13 +15,13 @@
 #include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
+#include <QSlider>
 #include <QTableWidget>
 #include <QTest>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <set>
 #include <string>
 
@@ -59,60 +60,18 @@ protected:
     MainWindow* window = nullptr;
 };
 
-// Every setting at a value no default has, in range, each one different.
-EditingState scrambled()
+// The settings whose starting values each effect's Defaults button
+// restores, as recorded with the starting values.
+std::set<QString> settingsOfEffect(const std::string& effectSwitch)
 {
-    EditingState s;
-    s.u_Face_Skin_Smooth_Level = 3;
-    s.u_Face_Skin_Smooth_Radius = 17;
-    s.u_Remove_Wrinkles_Level = 12;
-    s.u_Widen_Eyes_Level = 9;
-    s.color_Color_Eyes = {0.1f, 0.2f, 0.3f, 1};
-    s.f_Color_Eyes_Transparency = 0.61f;
-    s.color_Color_Lips = {0.4f, 0.5f, 0.6f, 1};
-    s.f_Color_Lips_Transparency = 0.62f;
-    s.color_Eyeshadow = {0.7f, 0.8f, 0.9f, 1};
-    s.f_Color_Eyeshadow_Transparency = 0.63f;
-    s.f_Eyeshadow_Blur_Level = 11;
-    s.f_Darken_Eyes_Transparency = 0.64f;
-    s.f_Darken_Eyes_Line_Width = 6;
-    s.f_Darken_Eyes_Blur_Level = 2.5f;
-    s.color_Color_Cheeks_1 = {0.15f, 0.25f, 0.35f, 1};
-    s.color_Color_Cheeks_1_Right = {0.45f, 0.55f, 0.65f, 1};
-    s.color_Color_Cheeks_2 = {0.75f, 0.85f, 0.95f, 1};
-    s.f_Color_Cheeks_Transparency = 0.33f;
-    s.f_Cheeks_Blur_Level_Left = 44;
-    s.f_Cheeks_Blur_Level_Right = 55;
-    s.pt_MakeUp_Center_Left = {31, 41};
-    s.pt_MakeUp_Center_Right = {59, 26};
-    return s;
-}
-
-// The fields each effect's panel shows and its Defaults button restores.
-const std::map<std::string, std::set<std::string>> kEffectSettings = {
-    {"b_Face_Skin_Smooth", {"u_Face_Skin_Smooth_Level", "u_Face_Skin_Smooth_Radius"}},
-    {"b_Remove_Wrinkles", {"u_Remove_Wrinkles_Level"}},
-    {"b_Color_Eyes", {"color_Color_Eyes", "f_Color_Eyes_Transparency"}},
-    {"b_Widen_Eyes", {"u_Widen_Eyes_Level"}},
-    {"b_Eye_Eyeshadow", {"color_Eyeshadow", "f_Color_Eyeshadow_Transparency", "f_Eyeshadow_Blur_Level"}},
-    {"b_Eyes_Darken", {"f_Darken_Eyes_Transparency", "f_Darken_Eyes_Line_Width", "f_Darken_Eyes_Blur_Level"}},
-    {"b_Apply_Cheeks",
-     {"color_Color_Cheeks_1", "color_Color_Cheeks_1_Right", "color_Color_Cheeks_2", "f_Color_Cheeks_Transparency",
-      "f_Cheeks_Blur_Level_Left", "f_Cheeks_Blur_Level_Right", "pt_MakeUp_Center_Left", "pt_MakeUp_Center_Right"}},
-    {"b_Color_Lips", {"color_Color_Lips", "f_Color_Lips_Transparency"}},
-    {"b_Whiten_Teeth", {}},
-};
-
-std::string switchName(bool EditingState::*effectSwitch)
-{
-    EditingState probe;
-    std::string name;
-    probe.forEachField([&](const char* field, auto& value) {
-        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>)
-            if (&value == &(probe.*effectSwitch))
-                name = field;
-    });
-    return name;
+    QFile file(QString(BELLAVENOR_TEST_DATA) + "/starting-values.json");
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QJsonObject ranges = QJsonDocument::fromJson(file.readAll()).object()["ranges"].toObject();
+    std::set<QString> own;
+    for (const QString& field : ranges.keys())
+        if (ranges[field][3].toString().toStdString() == effectSwitch)
+            own.insert(field);
+    return own;
 }
 
 } // namespace
@@ -212,11 +171,11 @@ TEST_F(ViewControlsTest, RowsShowWhichEffectsAreOnUntilANewPhotoSwitchesThemOff)
 TEST_F(ViewControlsTest, DefaultsRestoreThatEffectsSettingsOnlyAndRedraw)
 {
     for (const EffectEntry& effect : effectCatalogue()) {
-        const std::string name = switchName(effect.effectSwitch);
+        const std::string name = nameOfSwitch(effect.effectSwitch);
         SCOPED_TRACE(name);
-        app->state = scrambled();
+        app->state = randomSettings(7);
+        app->state.b_Remove_Wrinkles = false; // another effect's switch, off
         app->state.*effect.effectSwitch = true;
-        app->state.b_Color_Lips = true; // another effect's switch
         const EditingState before = app->state;
         app->openEffect(effect);
         auto* panel = qobject_cast<EffectPanel*>(app->panelOf(effect).data());
@@ -230,35 +189,29 @@ TEST_F(ViewControlsTest, DefaultsRestoreThatEffectsSettingsOnlyAndRedraw)
         view->grab();
 
         const QJsonObject restored = toJson(app->state), original = toJson(before), starting = toJson({});
-        const std::set<std::string>& own = kEffectSettings.at(name);
+        const std::set<QString> own = settingsOfEffect(name);
         for (const QString& field : restored.keys())
-            EXPECT_EQ(restored[field], own.count(field.toStdString()) ? starting[field] : original[field])
-                << field.toStdString();
+            EXPECT_EQ(restored[field], own.count(field) ? starting[field] : original[field]) << field.toStdString();
         EXPECT_TRUE(app->state.*effect.effectSwitch) << "Apply stays";
         EXPECT_EQ(view->compositor().passes(), passes + (own.empty() ? 0 : 1)) << "one redraw with the defaults";
+        std::vector<int> shown; // the sliders moved back too: as a panel opened now shows them
+        for (const QSlider* slider : panel->findChildren<QSlider*>())
+            shown.push_back(slider->value());
         panel->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        app->openEffect(effect);
+        std::vector<int> reopened;
+        for (const QSlider* slider : app->panelOf(effect)->findChildren<QSlider*>())
+            reopened.push_back(slider->value());
+        EXPECT_EQ(shown, reopened);
+        app->panelOf(effect)->close();
         QCoreApplication::processEvents();
     }
 }
 
-TEST_F(ViewControlsTest, DefaultsMoveTheSlidersBackToo)
-{
-    app->state.u_Face_Skin_Smooth_Level = 3;
-    app->state.u_Face_Skin_Smooth_Radius = 17;
-    app->On_Face_Smooth_Skin();
-    auto* smooth = qobject_cast<Window_Face_Skin_Smooth*>(app->window_Face_Skin_Smooth().data());
-    ASSERT_EQ(smooth->ui().slider_Level->value(), 3);
-    smooth->findChild<QPushButton*>("buttonDefaults")->click();
-    EXPECT_EQ(smooth->ui().slider_Level->value(), 10);
-    EXPECT_EQ(smooth->ui().slider_Ratio->value(), 10);
-    EXPECT_EQ(app->state.u_Face_Skin_Smooth_Level, 10u);
-}
-
 TEST_F(ViewControlsTest, ExportedSettingsRenderedByTheCommandLineToolGiveTheWindowsPicture)
 {
-    app->state = scrambled();
-    app->state.b_Face_Skin_Smooth = app->state.b_Color_Lips = app->state.b_Apply_Cheeks = true;
-    app->state.b_Eye_Eyeshadow = app->state.b_Whiten_Teeth = app->state.b_Widen_Eyes = true;
+    app->state = randomSettings(8);
     app->state.b_Cheeks_Picking_Color = true; // window-only: not exported
     app->state.i_Picking_Color_Index = 2;
     const QString settings = documents.filePath("tuned.json");
@@ -277,7 +230,7 @@ TEST_F(ViewControlsTest, ExportedSettingsRenderedByTheCommandLineToolGiveTheWind
     EXPECT_FALSE(json.contains("b_Cheeks_Picking_Color"));
     EXPECT_FALSE(json.contains("i_Picking_Color_Index"));
     EXPECT_FALSE(json.contains("b_Activated_Cheeks_Reposition"));
-    EXPECT_EQ(json.value("u_Face_Skin_Smooth_Radius").toDouble(), 17);
+    EXPECT_EQ(json.value("u_Face_Skin_Smooth_Radius").toDouble(), double(app->state.u_Face_Skin_Smooth_Radius));
 
     const QString rendered = documents.filePath("batch.png");
     QProcess cli;

@@ -5,6 +5,7 @@
 #include "OpenedPhoto.h"
 #include "PictureSaver.h"
 #include "PreviewGeometry.h"
+#include "RandomSettings.h"
 #include "TRCIHighPassSkinSmoothing.h"
 #include "View_Picture.h"
 
@@ -103,57 +104,6 @@ QRect changedArea(const QImage& a, const QImage& b)
     return changed;
 }
 
-double lumaAt(const QImage& picture, int x, int y)
-{
-    const QColor c = picture.pixelColor(x, y);
-    return 0.2126 * c.red() + 0.7152 * c.green() + 0.0722 * c.blue();
-}
-
-// Where a picture-space shape covers the photo, as a white-on-black mask.
-QImage maskOf(const QPainterPath& shape)
-{
-    QImage mask(portrait().img_Basic.size(), QImage::Format_Grayscale8);
-    mask.fill(Qt::black);
-    QPainter painter(&mask);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(Qt::white);
-    painter.drawPath(shape);
-    return mask;
-}
-
-// Mean of fn(x, y) over the white pixels of `mask`, one pixel in from the edge.
-template <typename Fn>
-double meanOver(const QImage& mask, Fn&& fn)
-{
-    double sum = 0;
-    int count = 0;
-    for (int y = 1; y < mask.height() - 1; ++y)
-        for (int x = 1; x < mask.width() - 1; ++x)
-            if (mask.pixelColor(x, y).red() > 127) {
-                sum += fn(x, y);
-                ++count;
-            }
-    return sum / count;
-}
-
-// Fine detail: the mean distance of a pixel's luminance from the mean of its
-// 3 × 3 neighbourhood. Grain and pores raise it, smooth skin lowers it.
-double fineDetail(const QImage& picture, const QImage& mask)
-{
-    return meanOver(mask, [&](int x, int y) {
-        double neighbourhood = 0;
-        for (int dy = -1; dy <= 1; ++dy)
-            for (int dx = -1; dx <= 1; ++dx)
-                neighbourhood += lumaAt(picture, x + dx, y + dy);
-        return std::abs(lumaAt(picture, x, y) - neighbourhood / 9);
-    });
-}
-
-QPainterPath inPicture(const QPainterPath& imagePath)
-{
-    return flipped(imagePath, portrait().imgSize.height());
-}
-
 } // namespace
 
 TEST(Compositor, EveryInputOfACachedStepChangedOnItsOwnGivesWhatAFreshCompositorGives)
@@ -236,35 +186,6 @@ TEST(Compositor, EverySwitchTurnedAndEveryAreaMovedGivesWhatAFreshCompositorGive
     EXPECT_TRUE(changedArea(after, composed(all, portrait(), moved)).isEmpty()) << "areas moved";
 }
 
-// Every effect at camera size, by the fast paths (vector kernels, blurs
-// weighed only near holes, a kept compositor renewing only what its last
-// pass painted) and by the plain ones: the same bits.
-// Every setting at a random value its panel can give, every effect on but
-// the mouse modes, from a seed: the same settings on every run.
-EditingState randomSettings(unsigned seed)
-{
-    std::mt19937 random(seed);
-    EditingState state;
-    state.forEachField([&](const char* name, auto& value) {
-        using Value = std::decay_t<decltype(value)>;
-        const SettingRange* range = settingRange(name);
-        std::uniform_real_distribution<double> within(range ? range->min : 0, range ? range->max : 1);
-        if constexpr (std::is_same_v<Value, bool>)
-            value = QByteArray(name).startsWith("b_") && !QByteArray(name).contains("Activated")
-                    && qstrcmp(name, "b_Cheeks_Picking_Color") != 0;
-        else if constexpr (std::is_same_v<Value, std::uint64_t>)
-            value = Value(std::lround(within(random)));
-        else if constexpr (std::is_same_v<Value, float>)
-            value = float(within(random));
-        else if constexpr (std::is_same_v<Value, QPointF>)
-            value = QPointF(within(random), within(random));
-        else if constexpr (std::is_same_v<Value, RgbaColor>)
-            value = RgbaColor{float(within(random)), float(within(random)), float(within(random)), 1};
-    });
-    state.i_Picking_Color_Index = 0;
-    return state;
-}
-
 // The fast paths (vector kernels with their leftover columns, work limited
 // to what changed, kept pictures) give the plain paths' picture to the bit,
 // on photos whose widths end 1 to 17 columns past a multiple of 16, each
@@ -295,25 +216,6 @@ TEST(Compositor, FastPathsGiveThePlainPathsPictureAtEverySizeAndSetting)
         const QRect differs = changedArea(fast, plain);
         EXPECT_TRUE(differs.isEmpty()) << size.width() << "x" << size.height() << " differs in " << differs.x() << ","
                                        << differs.y() << " " << differs.width() << "x" << differs.height();
-    }
-}
-
-TEST(Compositor, SkinSmoothingLeavesCheeksSmootherAndGentlyBrighterWithHairStillCrisp)
-{
-    const FaceRegions& r = portrait().regions;
-    const QImage cheeks = maskOf(inPicture(r.path_Cheek_Left) + inPicture(r.path_Cheek_Right));
-    const QImage hair = maskOf([] { QPainterPath p; p.addRect(165, 25, 120, 45); return p; }());
-    const QImage& photo = portrait().img_Basic;
-    for (std::uint64_t level : {5, 10}) {
-        EditingState state;
-        state.b_Face_Skin_Smooth = true;
-        state.u_Face_Skin_Smooth_Level = level;
-        const QImage smoothed = composed(state);
-        EXPECT_LT(fineDetail(smoothed, cheeks), 0.95 * fineDetail(photo, cheeks)) << "level " << level;
-        const double lift = meanOver(cheeks, [&](int x, int y) { return lumaAt(smoothed, x, y) - lumaAt(photo, x, y); });
-        EXPECT_GT(lift, 1.0) << "level " << level;
-        EXPECT_LT(lift, 1.5 * double(level)) << "level " << level << ": moderately";
-        EXPECT_GT(fineDetail(smoothed, hair), 0.9 * fineDetail(photo, hair)) << "level " << level;
     }
 }
 
