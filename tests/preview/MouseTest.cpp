@@ -202,21 +202,6 @@ TEST_P(MouseTest, ClickOnePercentAwayMissesAndLeftBottomPastTheRightEdgeGoesNega
     EXPECT_LT(reshaping.rect_Cheek_Left_Area_To_Paint.width(), 0) << "stored as it is";
 }
 
-TEST_P(MouseTest, UnderEyePointIsReplacedAtTheFlippedPosition)
-{
-    state.b_Eyes_Darken = state.b_Activated_Darken_Eyes_Reposition = true;
-    redraw();
-    const QPointF third = reshaping.array_Eye_Darken_Left_Points[2]; // y from the top
-    press(atTopDown(third));
-    drag(atTopDown(third + QPointF(10, 20)));
-    release(atTopDown(third + QPointF(10, 20)));
-
-    const QPointF moved = reshaping.array_Eye_Darken_Left_Points[2];
-    EXPECT_EQ(moved.x(), third.x() + 10);
-    EXPECT_EQ(moved.y(), third.y() + 20) << "back in top-down pixels";
-    EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points[0], portrait().regions.array_Eye_Darken_Left_Points[0]);
-}
-
 // A real pointer sits on whole view pixels: the point lands where the
 // stated single-precision steps put it (percent of the frame, rounded to a
 // float; pixels of the photo, rounded to a float), not a double's nearby

@@ -179,33 +179,6 @@ TEST_F(ViewTest, MiddleDragAndLeftDragWithThePanKeyPanAndNeverMoveAHandle)
     EXPECT_TRUE(state.b_Cheeks_Picking_Color) << "nor a pick";
 }
 
-TEST_F(ViewTest, AtActualPixelsADraggedCheekAreaMovesAsManyPhotoPixelsAsTheMouseMoved)
-{
-    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    view.zoomToActualPixels();
-    view.grab();
-    const QRectF frame = view.rectDrawCamera();
-    const QRectF area = reshaping.rect_Cheek_Left_Area_To_Paint;
-    const double perPhotoPixel = frame.width() / 512;
-    const QPointF start(frame.x() + area.center().x() * perPhotoPixel,
-                        600 - frame.y() - area.center().y() * perPhotoPixel);
-    const QPointF moved = start + QPointF(37, -23);
-    const auto send = [&](QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
-        QMouseEvent event(type, at, view.mapToGlobal(at), button, held, {});
-        QCoreApplication::sendEvent(&view, &event);
-    };
-    send(QEvent::MouseButtonPress, start, Qt::LeftButton, Qt::LeftButton);
-    send(QEvent::MouseMove, moved, Qt::NoButton, Qt::LeftButton);
-    send(QEvent::MouseButtonRelease, moved, Qt::LeftButton, {});
-
-    // One photo pixel per device pixel: a view pixel is `ratio` of them.
-    const double ratio = view.devicePixelRatioF();
-    const QPointF shift = reshaping.rect_Cheek_Left_Area_To_Paint.center() - area.center();
-    EXPECT_NEAR(shift.x(), 37 * ratio, 1);
-    EXPECT_NEAR(shift.y(), 23 * ratio, 1) << "23 view pixels up is 23 × ratio photo pixels up";
-    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint.size(), area.size());
-}
-
 TEST_F(ViewTest, ASettingAReshapingOrANewPhotoEachComposeAgainAndShowWhatAFreshCompositorGives)
 {
     const auto expectFresh = [&](const char* what, std::uint64_t passes) {
