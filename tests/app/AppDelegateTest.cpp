@@ -111,15 +111,6 @@ TEST_F(AppDelegateTest, WorkingFolderThatCannotBeMadeEndsStartUpAfterTheAlert)
     EXPECT_FALSE(delegate->window()->isVisible());
 }
 
-TEST_F(AppDelegateTest, ClosingTheMainWindowEndsWithStatusZero)
-{
-    const auto delegate = startedDelegate();
-
-    delegate->window()->close();
-
-    EXPECT_EQ(exitStatuses, std::vector<int>{0});
-}
-
 TEST_F(AppDelegateTest, TerminateClosesOpenPanelsInTheirFixedOrder)
 {
     const auto delegate = startedDelegate();

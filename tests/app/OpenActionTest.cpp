@@ -59,23 +59,6 @@ protected:
 
 } // namespace
 
-TEST_F(OpenActionTest, OpensThePortraitEndToEnd)
-{
-    open(portraitPath());
-
-    ASSERT_TRUE(alerts.empty()) << alerts[0].informativeText.toStdString();
-    EXPECT_TRUE(app->b_Image_Loaded_OK);
-    EXPECT_EQ(app->photo->img_Basic.size(), QSize(512, 512));
-    EXPECT_EQ(app->photo->facePointsRelativeToImageSize.size(), 68);
-    EXPECT_FALSE(app->photo->images.image_Face_Full_Picture.isNull());
-
-    app->window()->resize(1000, 700);
-    const QImage shown = app->viewPreview()->grab().toImage();
-    const QRectF drawn = app->viewPreview()->rectDrawCamera();
-    EXPECT_FALSE(drawn.isEmpty());
-    EXPECT_NE(shown.pixelColor(drawn.center().toPoint()), QColor(Qt::black)) << "the photo is shown";
-}
-
 TEST_F(OpenActionTest, RefusedPhotosLeaveTheOpenPhotoAndItsStateAsTheyWere)
 {
     open(portraitPath());

@@ -12,15 +12,6 @@ TEST(WorkingFolder, IsBellavenroInsideDocuments)
     EXPECT_EQ(workingFolderPath("/home/ann/Documents/"), "/home/ann/Documents/Bellavenro");
 }
 
-TEST(WorkingFolder, CreatesMissingFolderWithItsParents)
-{
-    QTemporaryDir home;
-    const QString path = workingFolderPath(home.filePath("Documents"));
-
-    EXPECT_TRUE(ensureWorkingFolder(path));
-    EXPECT_TRUE(QFileInfo(path).isDir());
-}
-
 TEST(WorkingFolder, AnythingAlreadyThereCountsAsPresent)
 {
     QTemporaryDir documents;
@@ -34,14 +25,4 @@ TEST(WorkingFolder, AnythingAlreadyThereCountsAsPresent)
     EXPECT_TRUE(ensureWorkingFolder(asFolder));
     EXPECT_TRUE(ensureWorkingFolder(plainFile.fileName()));
     EXPECT_TRUE(QFileInfo(plainFile.fileName()).isFile()) << "left as it was";
-}
-
-TEST(WorkingFolder, FailsWhereNoFolderCanBeMade)
-{
-    QTemporaryDir documents;
-    QFile blocker(documents.filePath("blocker"));
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
-
-    EXPECT_FALSE(ensureWorkingFolder(documents.filePath("blocker/Bellavenro")));
 }

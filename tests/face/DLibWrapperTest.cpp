@@ -42,16 +42,6 @@ TEST(DLibWrapper, TwoFacesOfTheSameSizeGiveTwo)
     EXPECT_TRUE(result.landmarks.isEmpty());
 }
 
-TEST(DLibWrapper, PictureWithoutAFaceGivesOne)
-{
-    QImage wall = makePicture({400, 300});
-    wall.fill(QColor(180, 170, 160));
-    const DetectionResult result = DLibWrapper::Detect_Facial_Points(wall);
-    ASSERT_TRUE(result.ok());
-    EXPECT_EQ(result.code, 1);
-    EXPECT_TRUE(result.landmarks.isEmpty());
-}
-
 TEST(DLibWrapper, FaceTooSmallForTheDetectorIsNotLookedForByEnlarging)
 {
     const QImage tiny = portraitPicture().scaled(96, 96, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

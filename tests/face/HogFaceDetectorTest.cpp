@@ -18,13 +18,6 @@
 
 namespace {
 
-// The test portrait's head and shoulders enlarged to 4000 × 3000: the whole
-// portrait enlarged shows dlib a second face on the mission patch.
-QImage portrait12Megapixels()
-{
-    return portraitPicture().copy(56, 0, 400, 300).scaled(4000, 3000, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-}
-
 struct Rgb {
     QImage bytes;
     cv::Mat mat;
@@ -156,26 +149,6 @@ TEST(HogFaceDetector, FindsExactlyWhatStockDlibFindsInItsOrder)
             EXPECT_EQ(detectFaces(detector(), photo.pixels, adjust), stock) << described(stock);
         }
     }
-}
-
-TEST(HogFaceDetector, TwelveMegapixelPortraitGivesStockDlibsFaceAndLandmarks)
-{
-    const QImage picture = portrait12Megapixels();
-    const Rgb photo(picture);
-    const std::vector<HogDetection> stock = stockDetection(photo, 0.0);
-    ASSERT_EQ(stock.size(), 1u) << described(stock);
-    EXPECT_EQ(detectFaces(detector(), photo.pixels), stock);
-
-    dlib::shape_predictor predictor;
-    dlib::deserialize(QFile::encodeName(DLibWrapper::modelPath()).toStdString()) >> predictor;
-    const HogDetection& face = stock.front();
-    const dlib::full_object_detection shape = predictor(dlib::cv_image<dlib::rgb_pixel>(photo.mat),
-                                                        dlib::rectangle(face.left, face.top, face.right, face.bottom));
-    const DetectionResult ours = DLibWrapper::Detect_Facial_Points(picture);
-    ASSERT_EQ(ours.code, 0);
-    ASSERT_EQ(ours.landmarks.size(), 68);
-    for (int i = 0; i < 68; ++i)
-        EXPECT_EQ(ours.landmarks[i], QPointF(shape.part(i).x(), shape.part(i).y())) << "landmark " << i;
 }
 
 // (1 + 2^-12)² rounds to 1 + 2^-11 before the add, so two roundings give 0

@@ -55,15 +55,6 @@ QByteArray bmpHeaderClaiming(qint32 width, qint32 height)
 
 } // namespace
 
-TEST_F(PhotoDecoderTest, PngDecodesToAnUprightPictureOfItsOwnSize)
-{
-    const DecodedPhoto photo = decodePhoto(testDataPath("portrait.png"));
-    ASSERT_TRUE(photo.ok()) << photo.error.toStdString();
-    EXPECT_EQ(photo.img_Basic.format(), kPictureFormat);
-    EXPECT_EQ(photo.imgSize, QSizeF(512, 512));
-    EXPECT_EQ(photo.img_Basic.pixelColor(100, 50), QImage(testDataPath("portrait.png")).pixelColor(100, 50));
-}
-
 TEST_F(PhotoDecoderTest, GifAndTiffAreReadAndAnalysed)
 {
     const QString tiff = folder.filePath("portrait.tif");

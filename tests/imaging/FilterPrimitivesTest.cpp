@@ -95,44 +95,6 @@ TEST(MaskCut, BlackKeepsWhiteRemovesGreyKeepsPart)
     EXPECT_EQ(half, (Bytes{100, 50, 0, 127}));
 }
 
-TEST(Markers, BrightPixelsTurnMarkerGreenFromAHundredUp)
-{
-    QImage picture = makePicture({5, 1});
-    setBytes(picture, 0, 0, {255, 255, 255, 255});
-    setBytes(picture, 1, 0, {100, 100, 100, 255});
-    setBytes(picture, 2, 0, {99, 255, 255, 255});
-    setBytes(picture, 3, 0, {200, 200, 200, 90}); // premultiplied bytes as stored
-    setBytes(picture, 4, 0, {255, 255, 99, 255});
-
-    const QImage marked = imageReplaceWhiteWithTransparent(picture);
-
-    EXPECT_EQ(bytesAt(marked, 0, 0), (Bytes{0, 255, 0, 255}));
-    EXPECT_EQ(bytesAt(marked, 1, 0), (Bytes{0, 255, 0, 255}));
-    EXPECT_EQ(bytesAt(marked, 2, 0), (Bytes{99, 255, 255, 255}));
-    EXPECT_EQ(bytesAt(marked, 4, 0), (Bytes{255, 255, 99, 255}));
-    EXPECT_EQ(bytesAt(imageReplaceWhiteWithTransparent(opaque({1, 1}, QColor(255, 255, 255, 90))), 0, 0)[1], 90)
-        << "a premultiplied pixel with alpha below 100 never qualifies";
-}
-
-TEST(Markers, OnlyExactMarkerGreenTakesTheSourceColour)
-{
-    QImage marker = makePicture({4, 1});
-    setBytes(marker, 0, 0, {0, 255, 0, 255});
-    setBytes(marker, 1, 0, {0, 255, 0, 7}); // alpha is not looked at
-    setBytes(marker, 2, 0, {0, 254, 0, 255});
-    setBytes(marker, 3, 0, {1, 255, 0, 255});
-    QImage base = opaque({4, 1}, QColor(10, 20, 30));
-    setBytes(base, 1, 0, {5, 5, 5, 200});
-    const QImage source = opaque({4, 1}, QColor(90, 80, 70));
-
-    const QImage result = imageReplaceGreenWithOriginal(marker, base, source);
-
-    EXPECT_EQ(bytesAt(result, 0, 0), (Bytes{90, 80, 70, 255}));
-    EXPECT_EQ(bytesAt(result, 1, 0), (Bytes{90, 80, 70, 200})) << "alpha stays the base's";
-    EXPECT_EQ(bytesAt(result, 2, 0), (Bytes{10, 20, 30, 255}));
-    EXPECT_EQ(bytesAt(result, 3, 0), (Bytes{10, 20, 30, 255}));
-}
-
 TEST(Contracts, BrokenPromiseStopsWithTheOffendingValues)
 {
 #ifdef BELLAVENOR_CHECK_CONTRACTS

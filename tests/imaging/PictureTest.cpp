@@ -46,11 +46,3 @@ TEST(Stretch, FillsExactSizeWithoutKeepingAspectOrFlipping)
     EXPECT_EQ(stretched.pixelColor(15, 84), QColor(Qt::blue));
     EXPECT_EQ(stretched.pixelColor(0, 44).red(), stretched.pixelColor(29, 44).red()) << "both edges squeezed in alike";
 }
-
-TEST(Stretch, WidthByPercentageRoundsUpAndKeepsHeight)
-{
-    const QImage source = makePicture({101, 40});
-    EXPECT_EQ(Scale_Image_Width_By_Percentage(source, 50).size(), QSize(51, 40));
-    EXPECT_EQ(Scale_Image_Width_By_Percentage(source, 100).size(), QSize(101, 40));
-    EXPECT_EQ(Scale_Image_Width_By_Percentage(source, 200).size(), QSize(202, 40));
-}

@@ -1,28 +1,12 @@
-#include "Picture.h"
 #include "TRCIRGBToneCurve.h"
-
-#include <QPainter>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-const ControlPoints kSkinLift{{0, 0}, {120.0 / 255.0, 146.0 / 255.0}, {1, 1}};
-
 int levelThrough(const PreparedCurve& curve, int level)
 {
     return int(float(level) + curve[size_t(level)]);
-}
-
-QImage rampPicture()
-{
-    QImage picture = makePicture({256, 3});
-    for (int x = 0; x < 256; ++x) {
-        picture.setPixelColor(x, 0, QColor(x, x, x));
-        picture.setPixelColor(x, 1, QColor(x, 255 - x, x / 2));
-        picture.setPixelColor(x, 2, QColor(x, x, x, 128));
-    }
-    return picture;
 }
 
 } // namespace
@@ -69,13 +53,6 @@ TEST(ToneCurveSpline, FourPointsByHand)
     EXPECT_EQ(levelThrough(curve, 200), 164);
 }
 
-TEST(ToneCurveSpline, CurveStartingAboveZeroIsPaddedWithZeros)
-{
-    const PreparedCurve curve = TRCIRGBToneCurve::getPreparedSplineCurve({{0.2, 0.3}, {1, 1}});
-    for (int level = 0; level <= 51; ++level)
-        EXPECT_EQ(levelThrough(curve, level), 0) << level;
-}
-
 TEST(ToneCurveSpline, PointsGivenOutOfOrderMakeTheSameCurve)
 {
     EXPECT_EQ(TRCIRGBToneCurve::getPreparedSplineCurve({{1, 1}, {0.3, 0.6}, {0, 0}}),
@@ -92,23 +69,4 @@ TEST(ToneCurveFilter, ChannelCurveComesFirstThenTheComposite)
     EXPECT_NEAR(texture[4 * 128 + 2], 95, 1);
     EXPECT_EQ(texture[4 * 128 + 1], 64) << "green: identity, then halved";
     EXPECT_EQ(texture[4 * 128 + 3], 255);
-}
-
-TEST(ToneCurveFilter, IntensityMixesWithTheUnchangedPixelAndAlphaIsKept)
-{
-    TRCIRGBToneCurve filter;
-    filter.setInputRGBCompositeControlPoints(kSkinLift);
-    filter.inputImage = rampPicture();
-
-    filter.setInputIntensity(0);
-    EXPECT_EQ(filter.outputImage(), filter.inputImage);
-
-    filter.setInputIntensity(1);
-    const QImage full = filter.outputImage();
-    filter.setInputIntensity(0.5);
-    const QImage half = filter.outputImage();
-    EXPECT_EQ(full.pixelColor(120, 0), QColor(146, 146, 146));
-    EXPECT_NEAR(half.pixelColor(120, 0).red(), 133, 1);
-    EXPECT_EQ(full.pixelColor(120, 2).alpha(), 128);
-    EXPECT_NEAR(full.pixelColor(120, 2).red(), 146, 2) << "curved in straight colour";
 }

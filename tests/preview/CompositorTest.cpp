@@ -291,28 +291,6 @@ TEST(SavedPicture, NameUsesTheWeekBasedYear)
     EXPECT_EQ(renderedPictureName(QDateTime(QDate(2024, 3, 3), QTime(14, 5, 9))), "2024-03-03-14-05-09.png");
 }
 
-TEST(SavedPicture, RedrawWritesTheFullSizePictureOnlyWithAPhoto)
-{
-    QTemporaryDir folder;
-    EditingState state;
-    SaveRequest request{true, folder.path(), {}, {}, {}};
-    Reshaping reshaping;
-    View_Picture view;
-    view.resize(300, 200);
-    view.setSources(std::make_shared<const OpenedPhoto>(), &reshaping, &state, &request);
-    view.grab();
-    EXPECT_TRUE(QDir(folder.path()).isEmpty()) << "no photo, no file";
-
-    reshaping = asOpened();
-    view.setSources(std::make_shared<const OpenedPhoto>(portrait()), &reshaping, &state, &request);
-    view.grab();
-    EXPECT_FALSE(request.b_Save_Picture);
-    ASSERT_TRUE(request.s_Saved_Take_Picture.startsWith(folder.path()));
-    EXPECT_EQ(QImage(request.s_Saved_Take_Picture).size(), QSize(512, 512));
-    EXPECT_EQ(view.rectDrawCamera(), QRectF(47.599998474121094, -2.4000034332275391, 204.80000686645508, 204.80000686645508))
-        << "sixteen steps of 12.8, centred";
-}
-
 // Each step's place in the table matters: swapping it with its neighbour
 // changes the picture, with every effect on and the rings and blush moved
 // by the mouse over the mouth and the eyes, as a person may drag them. Only

@@ -120,25 +120,6 @@ TEST(PictureSaver, WriteOnAFullDiskFailsAndLeavesTheOldFileWhole)
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"picture.png"}) << "no half file left";
 }
 
-TEST(PictureSaver, RenderIntoAFolderThatIsAFileFailsNamingThePath)
-{
-    QTemporaryDir folder;
-    const QString notAFolder = folder.filePath("Bellavenro");
-    writeFile(notAFolder, "a file where the working folder should be");
-    SaveRequest request{true, notAFolder, {}, {}, {}};
-    const QImage picture = noisyPicture();
-
-    fulfil(request, &picture);
-
-    EXPECT_FALSE(request.b_Save_Picture);
-    EXPECT_TRUE(request.failure.contains(request.s_Saved_Take_Picture)) << request.failure.toStdString();
-    fulfil(request, &picture); // no request pending: nothing happens
-    SaveRequest unmade{true, folder.path(), {}, {}, {}};
-    fulfil(unmade, nullptr, "there is not enough memory");
-    EXPECT_EQ(unmade.failure, "The picture could not be rendered: there is not enough memory");
-    EXPECT_FALSE(QFile::exists(unmade.s_Saved_Take_Picture));
-}
-
 TEST(PictureSaver, MoveReplacesAnExistingFileInOneStep)
 {
     QTemporaryDir folder;
@@ -155,18 +136,6 @@ TEST(PictureSaver, MoveReplacesAnExistingFileInOneStep)
     writeFile(chosen, "kept");
     EXPECT_FALSE(moveReplacing(rendered, chosen).isEmpty());
     EXPECT_EQ(contentOf(chosen), "kept");
-}
-
-TEST(PictureSaver, MoveThatCannotHappenLeavesThePictureWhereItWas)
-{
-    QTemporaryDir folder;
-    const QString rendered = folder.filePath("rendered.png");
-    writeFile(rendered, "new picture");
-    writeFile(folder.filePath("plain"), "a file, not a folder");
-
-    EXPECT_FALSE(moveReplacing(rendered, folder.filePath("plain/mine.png")).isEmpty());
-    EXPECT_FALSE(moveReplacing(rendered, folder.filePath("missing/mine.png")).isEmpty());
-    EXPECT_EQ(contentOf(rendered), "new picture");
 }
 
 TEST(PictureSaver, MoveToAnotherFileSystemOnAFullDiskLeavesTheOldFileWhole)

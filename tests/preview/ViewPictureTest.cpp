@@ -179,25 +179,6 @@ TEST_F(ViewTest, MiddleDragAndLeftDragWithThePanKeyPanAndNeverMoveAHandle)
     EXPECT_TRUE(state.b_Cheeks_Picking_Color) << "nor a pick";
 }
 
-TEST_F(ViewTest, ASettingAReshapingOrANewPhotoEachComposeAgainAndShowWhatAFreshCompositorGives)
-{
-    const auto expectFresh = [&](const char* what, std::uint64_t passes) {
-        view.grab();
-        EXPECT_EQ(view.compositor().passes(), passes) << what;
-        Compositor fresh;
-        EXPECT_TRUE(view.compositor().working() == fresh.compose(photo, reshaping, state)) << what;
-    };
-    state.b_Apply_Cheeks = true;
-    expectFresh("first", 1);
-    expectFresh("nothing changed", 1);
-    state.f_Color_Cheeks_Transparency = 0.3f;
-    expectFresh("a setting", 2);
-    reshaping.rect_Cheek_Left_Area_To_Paint.translate(25, -10);
-    expectFresh("a reshaping", 3);
-    view.setSources(std::make_shared<const OpenedPhoto>(photo), &reshaping, &state, nullptr);
-    expectFresh("the photo opened again", 4);
-}
-
 TEST_F(ViewTest, ADisplayP3PhotoIsShownAndPickedAsAColourManagedViewerShowsIt)
 {
     // The portrait's colours, stored as Display P3 values.
