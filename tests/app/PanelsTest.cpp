@@ -119,29 +119,6 @@ TEST_F(PanelsTest, RowButtonsOpenTheirPanelOnceAPhotoIsOpen)
     EXPECT_EQ(app->window_Cheek().data(), first) << "one panel per effect";
 }
 
-TEST_F(PanelsTest, PanelsAreToolWindowsOfTheMainWindowAndDoNotCoverEachOther)
-{
-    withPhoto();
-    app->window()->show();
-    app->On_Face_Cheek();
-    app->On_Mouth_Lips();
-    app->On_Eye_Color();
-    const QList<QWidget*> panels{app->window_Cheek(), app->window_Lips_Color(), app->window_Eyes_Color()};
-    for (QWidget* panel : panels) {
-        EXPECT_EQ(panel->parentWidget(), app->window()) << "stays above the main window, hides with it";
-        EXPECT_EQ(panel->windowType(), Qt::Tool);
-    }
-    for (qsizetype i = 0; i < panels.size(); ++i)
-        for (qsizetype j = i + 1; j < panels.size(); ++j)
-            EXPECT_FALSE(panels[i]->frameGeometry().intersects(panels[j]->frameGeometry()))
-                << panels[i]->windowTitle().toStdString() << " and " << panels[j]->windowTitle().toStdString();
-
-    const QPoint lipsPlace = app->window_Lips_Color()->pos();
-    app->window_Lips_Color()->move(lipsPlace + QPoint(30, 40)); // the user moved it
-    app->On_Mouth_Lips(); // brought to the front again
-    EXPECT_EQ(app->window_Lips_Color()->pos(), lipsPlace + QPoint(30, 40)) << "keeps its place";
-}
-
 TEST_F(PanelsTest, EveryPanelIsWideEnoughForItsTitleInEnglishAndGerman)
 {
     withPhoto();

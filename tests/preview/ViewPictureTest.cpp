@@ -105,21 +105,6 @@ TEST_F(ViewTest, SplitViewShowsThePhotoLeftAndTheRetouchedPictureRightOfAThinLin
     EXPECT_EQ(shownInFrame(), untouched) << "the compare key shows the whole photo in the split view too";
 }
 
-TEST_F(ViewTest, ZoomAndPanRedrawWithoutComposingAndCtrlZeroReturnsExactlyToTheBestFit)
-{
-    view.grab();
-    view.zoomBy(2);
-    view.grab();
-    view.panBy({-40, 30});
-    view.grab();
-    EXPECT_NE(view.rectDrawCamera(), return_Best_Fit_Frame(512, 512, 700, 600));
-    view.zoomToFit();
-    view.grab();
-    EXPECT_EQ(view.rectDrawCamera(), return_Best_Fit_Frame(512, 512, 700, 600));
-    EXPECT_TRUE(view.framing().fitted);
-    EXPECT_EQ(view.compositor().passes(), 1u);
-}
-
 TEST_F(ViewTest, WheelWithCtrlZoomsAboutThePointerAndWithoutItLeavesAFittedPhoto)
 {
     const QPointF pointer(400, 250);
