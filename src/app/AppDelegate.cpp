@@ -1,11 +1,15 @@
 #include "AppDelegate.h"
 
 #include "DataFolder.h"
+#include "EditHistory.h"
 #include "EffectCatalogue.h"
 #include "EffectPanel.h"
 #include "EditingStateJson.h"
 #include "PictureSaver.h"
 #include "MainWindow.h"
+#include "Presets.h"
+#include "PresetsMenu.h"
+#include "RecentPhotos.h"
 #include "PreviewKeys.h"
 #include "View_Picture.h"
 #include "WorkingFolder.h"
@@ -14,6 +18,11 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDockWidget>
+#include <QInputDialog>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSettings>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -24,7 +33,6 @@
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScreen>
 #include <QTableWidget>
 #include <QStandardPaths>
 
@@ -65,6 +73,16 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
         return QFileDialog::getSaveFileName(window_.get(), tr("Export Settings…"), suggestedPath,
                                             tr("Settings") + " (*.json)");
     };
+    chooseSettingsToOpen = [this](const QString& startFolder) {
+        return QFileDialog::getOpenFileName(window_.get(), tr("Open Settings…"), startFolder,
+                                            tr("Settings") + " (*.json)");
+    };
+    askPresetName = [this] {
+        return QInputDialog::getText(window_.get(), tr("Save as Preset"), tr("Name of the preset:"));
+    };
+    settingsFile = QDir(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation))
+                       .filePath("Bellavenor/bellavenor.conf");
+    presetsFolder = defaultPresetsFolder();
     openWithDefaultApplication = [](const QUrl& url) { QDesktopServices::openUrl(url); };
     endProcess = [](int status) { QCoreApplication::exit(status); };
     timer_Reload_Toolbar_Arrays.setSingleShot(true);
@@ -86,8 +104,11 @@ bool AppDelegate::applicationDidFinishLaunching()
     labels = LocalisedLabels::load();
     helpPages = HelpPages::configured(applicationDataFolder());
     window_ = std::make_unique<MainWindow>();
+    settings_ = std::make_unique<QSettings>(settingsFile, QSettings::IniFormat);
+    history_ = std::make_unique<EditHistory>(labels, [this](const Edit& edit) { restoreEdit(edit); });
     awakeFromNib();
     setMenuAndToolbarTitles();
+    addEditAndPresetMenus();
 
     array_Face.clear();
     array_Eye.clear();
@@ -98,6 +119,7 @@ bool AppDelegate::applicationDidFinishLaunching()
     viewPreview()->setSources(photo, &reshaping, &state, &saveRequest);
     viewPreview()->Change_Cursor_To_Regular = [this] { Change_Cursor_To_Regular(); };
     viewPreview()->onColourPicked = [this](int) { colourPicked(); };
+    viewPreview()->onLeftReleased = [this] { recordChange(); };
     u_Table_Index = 0;
     b_Image_Loaded_OK = false;
     saveRequest.b_Save_Picture = false;
@@ -109,15 +131,21 @@ bool AppDelegate::applicationDidFinishLaunching()
         [this] {
             viewPreview()->update();
             showEffectsOn();
+            recordChange();
         },
         [this] { Change_Cursor_To_Color_Picker(); },
-        [this] { reshaping.resetUnderEyeRings(photo->regions, photo->imgSize.height()); }});
+        [this] {
+            reshaping.resetUnderEyeRings(photo->regions, photo->imgSize.height());
+            pendingStep_ = tr("Reset Under-Eye Rings");
+        }});
     state = EditingState{};
+    history_->startAt(currentEdit());
 
     if (!createWorkingFolder())
         return false;
 
     window_->setWindowTitle(s_App_Name);
+    restoreWindowPlace();
     window_->show();
     window_->raise();
     window_->activateWindow();
@@ -144,6 +172,7 @@ void AppDelegate::awakeFromNib()
     connect(ui.menuItemPrivacyPolicy, &QAction::triggered, this, &AppDelegate::OnMenuHelpPrivacyPolicy);
     connect(ui.menuItemSubmitTicket, &QAction::triggered, this, &AppDelegate::OnMenuHelpSubmitTicket);
     connect(ui.actionExportSettings, &QAction::triggered, this, &AppDelegate::OnMenuExportSettings);
+    connect(ui.actionOpenSettings, &QAction::triggered, this, &AppDelegate::OnMenuOpenSettings);
     connectView();
 }
 
@@ -250,6 +279,7 @@ bool AppDelegate::createWorkingFolder()
 
 void AppDelegate::Terminate_App()
 {
+    saveWindowPlace();
     for (const EffectEntry* effect : effectsInCloseOrder()) {
         QPointer<QWidget>& panel = panelOf(*effect);
         if (panel) {
@@ -265,10 +295,15 @@ void AppDelegate::Terminate_App()
 void AppDelegate::Reset_Variables()
 {
     state.Reset_Variables();
+    showStateInPanels();
+    showEffectsOn();
+}
+
+void AppDelegate::showStateInPanels()
+{
     for (const EffectEntry* effect : effectsInCloseOrder())
         if (auto* panel = qobject_cast<EffectPanel*>(panelOf(*effect).data()))
             panel->showState();
-    showEffectsOn();
 }
 
 QTableWidget* AppDelegate::tableActions() const
@@ -360,6 +395,7 @@ void AppDelegate::openPhoto(const QString& path)
         return;
     }
     lastOpenFolder_ = QFileInfo(path).absolutePath();
+    recent_->add(path);
     acceptPhoto(std::move(opened.photo));
 }
 
@@ -373,6 +409,7 @@ void AppDelegate::acceptPhoto(OpenedPhoto opened)
     reshaping = Reshaping::of(photo->regions);
     viewPreview()->setSources(photo, &reshaping, &state, &saveRequest);
     b_Image_Loaded_OK = true;
+    history_->startAt(currentEdit()); // the old photo's steps belong to its face
     viewPreview()->update();
     showStatus();
 }
@@ -401,51 +438,52 @@ void AppDelegate::openEffect(const EffectEntry& effect)
     QPointer<QWidget>& panel = panelOf(effect);
     if (!panel) {
         EffectPanel* made = effect.makePanel(*panelContext_); // deletes itself when closed, which empties the reference
-        made->offerDefaults([this, effectSwitch = effect.effectSwitch] { state.restoreDefaultsOf(effectSwitch); });
+        made->offerDefaults([this, &effect] {
+            state.restoreDefaultsOf(effect.effectSwitch);
+            pendingStep_ = tr("%1 Defaults").arg(labels.*effect.label);
+        });
         panel = made;
-        placeBesideWindow(panel);
+        dockFor(made, effect);
     }
     panel->show();
-    panel->raise();
-    panel->activateWindow();
-}
-
-// A new panel opens beside the main window where the screen has room, so it
-// does not cover the picture it changes; otherwise inside the window's right
-// edge, below its title bar and toolbar. It goes below the panels already
-// open, so none covers another, and cascades when the column is full.
-void AppDelegate::placeBesideWindow(QWidget* panel)
-{
-    constexpr int kGap = 8;
-    panel->adjustSize();
-    const QRect screen = window_->screen()->availableGeometry();
-    const QRect frame = window_->frameGeometry();
-    const QSize size = panel->size();
-    const QPoint contentTop = window_->centralWidget()->mapToGlobal(QPoint(0, 0));
-    QPoint first(frame.right() + kGap, frame.top());
-    if (first.x() + size.width() > screen.right())
-        first = QPoint(frame.right() - size.width() - 2 * kGap, contentTop.y() + kGap);
-    QRect place(first, size);
-    int open = 0;
-    for (bool moved = true; moved;) {
-        moved = false;
-        for (const EffectEntry* effect : effectsInCloseOrder()) {
-            const QWidget* other = panelOf(*effect);
-            if (!other || other == panel || !other->isVisible())
-                continue;
-            const QRect taken = other->frameGeometry();
-            if (taken.intersects(place)) {
-                place.moveTop(taken.bottom() + kGap);
-                moved = true;
-                ++open;
-            }
-        }
-        if (place.bottom() > screen.bottom()) { // the column is full: cascade
-            place.moveTopLeft(first + QPoint(3 * kGap, 3 * kGap) * open);
+    QWidget* dock = panel->parentWidget();
+    while (dock && !qobject_cast<QDockWidget*>(dock))
+        dock = dock->parentWidget();
+    if (dock) {
+        dock->show();
+        dock->raise(); // a panel tabbed behind another comes to the front
+    }
+    // The keyboard goes to the panel just opened: its first control.
+    for (QWidget* control : panel->findChildren<QWidget*>())
+        if ((control->focusPolicy() & Qt::TabFocus) && control->isEnabled()) {
+            control->setFocus(Qt::OtherFocusReason);
             break;
         }
-    }
-    panel->move(place.topLeft());
+}
+
+// Panels open in a column docked at the right of the preview, in the order
+// opened, so none covers the photo; the preview fits the photo into the
+// room left. Each can be pulled out to float and docked again, and comes
+// back where it was last (saveState/restoreDockWidget). A panel taller than
+// its share of the column scrolls.
+QDockWidget* AppDelegate::dockFor(QWidget* panel, const EffectEntry& effect)
+{
+    auto* dock = new QDockWidget(panel->windowTitle(), window_.get());
+    dock->setObjectName(QString("panel-") + nameOfSwitch(effect.effectSwitch));
+    dock->setAttribute(Qt::WA_DeleteOnClose);
+    dock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setWidget(panel);
+    scroll->setMinimumWidth(panel->minimumSizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
+    scroll->setMaximumHeight(panel->sizeHint().height()); // no taller than the panel: the rest stays free
+    dock->setWidget(scroll);
+    connect(panel, &QObject::destroyed, dock, &QWidget::close); // closing the panel closes its dock
+    if (!window_->restoreDockWidget(dock))
+        window_->addDockWidget(Qt::RightDockWidgetArea, dock, Qt::Vertical);
+    return dock;
 }
 
 void AppDelegate::On_Face_Smooth_Skin() { openEffect(*effectWithSwitch(&EditingState::b_Face_Skin_Smooth)); }
@@ -559,8 +597,11 @@ void AppDelegate::colourPicked()
     if (!cheek)
         return;
     cheek->showState();
-    cheek->show();
-    cheek->raise();
+    recordChange();
+    if (QWidget* floating = cheek->window(); floating != window_.get()) {
+        floating->show();
+        floating->raise();
+    }
 }
 
 void AppDelegate::Change_Cursor_To_Regular()
@@ -665,4 +706,93 @@ void AppDelegate::Close_Share_Window()
     if (windowShare)
         windowShare->close();
     windowShare = nullptr;
+}
+
+void AppDelegate::addEditAndPresetMenus()
+{
+    const Ui::MainWindow& ui = window_->ui();
+    QAction* undo = history_->stack().createUndoAction(ui.menuEdit, tr("Undo"));
+    QAction* redo = history_->stack().createRedoAction(ui.menuEdit, tr("Redo"));
+    undo->setShortcuts(QKeySequence::Undo);
+    redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    for (QAction* action : {undo, redo}) {
+        action->setShortcutContext(Qt::ApplicationShortcut); // from floating panels too
+        ui.menuEdit->addAction(action);
+    }
+    recent_ = new RecentPhotos(*settings_, ui.menuOpenRecent, [this](const QString& path) { openPhoto(path); });
+    const auto refuse = [this](const QString& message) { showAlert({"Error", message, {"Close"}}); };
+    presets_ = new PresetsMenu(ui.menuPresets, presetsFolder,
+                               {[this] { return askPresetName(); },
+                                [this, refuse](const QString& path) {
+                                    QString error;
+                                    if (!writeSettingsFile(path, state, error))
+                                        refuse(error);
+                                    return error.isEmpty();
+                                },
+                                [this](const QString& path, const QString& step) { applySettingsFile(path, step); },
+                                refuse});
+}
+
+void AppDelegate::restoreWindowPlace()
+{
+    window_->restoreGeometry(settings_->value("window/geometry").toByteArray());
+    window_->restoreState(settings_->value("window/panels").toByteArray());
+}
+
+void AppDelegate::saveWindowPlace()
+{
+    if (!window_ || !settings_)
+        return;
+    settings_->setValue("window/geometry", window_->saveGeometry());
+    settings_->setValue("window/panels", window_->saveState());
+    settings_->sync();
+}
+
+Edit AppDelegate::currentEdit() const
+{
+    return {state, reshaping};
+}
+
+// An undone or redone step: the settings and areas come back, the mouse
+// modes stay, the panels show the values and the preview redraws once.
+void AppDelegate::restoreEdit(const Edit& edit)
+{
+    EditingState restored = edit.state;
+    restored.keepModesOf(state);
+    state = restored;
+    reshaping = edit.reshaping;
+    showStateInPanels();
+    showEffectsOn();
+    viewPreview()->update();
+}
+
+void AppDelegate::recordChange(const QString& step)
+{
+    history_->record(currentEdit(), step.isEmpty() ? pendingStep_ : step);
+    pendingStep_.clear();
+}
+
+// A settings file read as the command-line tool reads it (fields it leaves
+// out take their starting values), as one step; a refused file changes
+// nothing.
+void AppDelegate::applySettingsFile(const QString& path, const QString& step)
+{
+    EditingState read;
+    if (QString error; !readSettingsFile(path, read, error)) {
+        showAlert({"Error", error, {"Close"}});
+        return;
+    }
+    read.keepModesOf(state);
+    state = read;
+    showStateInPanels();
+    showEffectsOn();
+    viewPreview()->update();
+    recordChange(step);
+}
+
+void AppDelegate::OnMenuOpenSettings()
+{
+    const QString path = chooseSettingsToOpen(lastOpenFolder_.isEmpty() ? QDir::homePath() : lastOpenFolder_);
+    if (!path.isEmpty())
+        applySettingsFile(path, tr("Open Settings"));
 }

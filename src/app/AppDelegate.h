@@ -21,8 +21,14 @@
 #include <functional>
 #include <memory>
 
+class EditHistory;
+struct Edit;
 class MainWindow;
+class PresetsMenu;
 class PreviewKeys;
+class QDockWidget;
+class QSettings;
+class RecentPhotos;
 struct EffectEntry;
 struct PanelContext;
 class QPushButton;
@@ -85,6 +91,16 @@ public:
     std::function<QString(const QString& suggestedPath)> chooseSettingsPath;
     std::function<void(const QUrl& url)> openWithDefaultApplication;
     std::function<void(int status)> endProcess;
+    // Which settings file File → Open Settings… reads (empty: cancelled), and
+    // the name Presets → Save as Preset… gives (empty: cancelled).
+    std::function<QString(const QString& startFolder)> chooseSettingsToOpen;
+    std::function<QString()> askPresetName;
+
+    // Where the window's place, its panels' arrangement and the recent
+    // photos are kept, and the presets folder; set before start-up to use
+    // others (the tests do).
+    QString settingsFile;
+    QString presetsFolder;
 
     // Fixed at start.
     QImage image_Pick_Color;
@@ -144,6 +160,7 @@ public slots:
     void OnMenuOpen();
     void OnMenuSave();
     void OnMenuExportSettings();
+    void OnMenuOpenSettings();
     void OnMenuHelpAppHomePage();
     void OnMenuHelpCompanyHomePage();
     void OnMenuHelpPrivacyPolicy();
@@ -179,14 +196,30 @@ public slots:
     // The status line: the photo's file name, its size and the zoom.
     void showStatus();
 
-    // Opens an effect's panel (made on first use, with its Defaults button)
-    // once a photo is open; the row buttons and the menus come here.
+    // Opens an effect's panel (made on first use, with its Defaults button,
+    // docked beside the preview) once a photo is open; the row buttons and
+    // the menus come here.
     void openEffect(const EffectEntry& effect);
+
+    // The Edit menu's history, Presets and Open Recent.
+    EditHistory& history() { return *history_; }
+    PresetsMenu& presets() { return *presets_; }
+    RecentPhotos& recentPhotos() { return *recent_; }
 
 private:
     void connectView();
     void reloadTable();
-    void placeBesideWindow(QWidget* panel);
+    QDockWidget* dockFor(QWidget* panel, const EffectEntry& effect);
+    void addEditAndPresetMenus();
+    void restoreWindowPlace();
+    void saveWindowPlace();
+    Edit currentEdit() const;
+    void restoreEdit(const Edit& edit);
+    // Records the change just made as one step of the Edit menu; a named
+    // step (Defaults, a settings file) never merges with the one before.
+    void recordChange(const QString& step = {});
+    void applySettingsFile(const QString& path, const QString& step);
+    void showStateInPanels();
     QString openDialogFolder() const;
     void colourPicked();
     QTimer* startPolling(int milliseconds, void (AppDelegate::*routine)());
@@ -207,4 +240,9 @@ private:
     std::vector<QPointer<QWidget>> effectPanels_ = std::vector<QPointer<QWidget>>(effectCatalogue().size());
     std::unique_ptr<PanelContext> panelContext_; // what the panels reach of the application
     std::unique_ptr<PreviewKeys> previewKeys_;
+    std::unique_ptr<QSettings> settings_;
+    std::unique_ptr<EditHistory> history_;
+    PresetsMenu* presets_ = nullptr;
+    RecentPhotos* recent_ = nullptr;
+    QString pendingStep_; // the name the next recorded change takes
 };

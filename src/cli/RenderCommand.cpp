@@ -4,8 +4,10 @@
 #include "OpenedPhoto.h"
 #include "PhotoDecoder.h"
 #include "PictureSaver.h"
+#include "Presets.h"
 
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QJsonDocument>
 
 #include <cstdio>
@@ -26,7 +28,7 @@ void tellWarnings(const QStringList& warnings)
 }
 
 struct RenderArguments {
-    QString photo, settings, output;
+    QString photo, settings, preset, output;
     PictureEncoding encoding;
     bool timings = false;
 };
@@ -50,6 +52,8 @@ bool parse(const QStringList& arguments, RenderArguments& parsed)
         }
         else if (argument == "--settings" && i + 1 < arguments.size())
             parsed.settings = arguments[++i];
+        else if (argument == "--preset" && i + 1 < arguments.size())
+            parsed.preset = arguments[++i];
         else if (argument == "-o" && i + 1 < arguments.size())
             parsed.output = arguments[++i];
         else if (parsed.photo.isEmpty() && !argument.startsWith('-'))
@@ -57,7 +61,19 @@ bool parse(const QStringList& arguments, RenderArguments& parsed)
         else
             return false;
     }
-    return !parsed.photo.isEmpty() && !parsed.output.isEmpty();
+    const bool oneSource = parsed.settings.isEmpty() || parsed.preset.isEmpty();
+    return !parsed.photo.isEmpty() && !parsed.output.isEmpty() && oneSource;
+}
+
+// The settings file given, or the preset's file, or none (the defaults).
+QString settingsFileOf(const RenderArguments& args, QString& error)
+{
+    if (args.preset.isEmpty())
+        return args.settings;
+    const QString path = presetPath(defaultPresetsFolder(), args.preset, error);
+    if (!path.isEmpty() && !QFileInfo::exists(path))
+        error = QString("There is no preset named \"%1\" in %2.").arg(args.preset, defaultPresetsFolder());
+    return error.isEmpty() ? path : QString();
 }
 
 // Prints "stage: N ms" on stderr when asked.
@@ -83,8 +99,8 @@ int runRender(const QStringList& arguments)
 {
     RenderArguments args;
     if (!parse(arguments, args))
-        return fail(kCliUsage, "usage: bellavenor-cli render PHOTO [--settings FILE.json] -o OUT.png|.jpg|.webp|.tif "
-                               "[--quality 1-100] [--timings]");
+        return fail(kCliUsage, "usage: bellavenor-cli render PHOTO [--settings FILE.json|--preset NAME] "
+                               "-o OUT.png|.jpg|.webp|.tif [--quality 1-100] [--timings]");
     const std::optional<PictureFormat> format = pictureFormatOf(args.output);
     if (!format)
         return fail(kCliUsage, QString("Bellavenor cannot write \"%1\": the output's name must end in %2.")
@@ -92,7 +108,8 @@ int runRender(const QStringList& arguments)
     args.encoding.format = *format;
     EditingState state;
     QString error;
-    if (!args.settings.isEmpty() && !readSettingsFile(args.settings, state, error))
+    const QString settings = settingsFileOf(args, error);
+    if (!error.isEmpty() || (!settings.isEmpty() && !readSettingsFile(settings, state, error)))
         return fail(kCliUnreadable, error);
 
     StageClock clock{args.timings, {}};

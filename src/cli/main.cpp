@@ -9,9 +9,11 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: bellavenor-cli analyse PHOTO\n"
-    "       bellavenor-cli render PHOTO [--settings FILE.json] -o OUT [--quality 1-100] [--timings]\n"
+    "       bellavenor-cli render PHOTO [--settings FILE.json | --preset NAME] -o OUT [--quality 1-100]\n"
+    "         [--timings]\n"
     "         OUT's extension picks the format: .png, .jpg/.jpeg, .webp, .tif/.tiff;\n"
-    "         --quality is for JPEG and WebP (default 92).\n"
+    "         --quality is for JPEG and WebP (default 92). A preset is one saved in the window\n"
+    "         (Presets → Save as Preset…), kept in ~/.local/share/Bellavenor/presets.\n"
     "       bellavenor-cli settings\n"
     "       bellavenor-cli --help | --version\n"
     "--verbose (anywhere) also prints the engine's log: the 68 landmark points.\n"

@@ -22,11 +22,9 @@ constexpr int kTitleBarDecorations = 110;
 
 } // namespace
 
-// A tool window of the main window: it stays above it and is hidden and
-// shown with it.
+// A part of the main window until the window docks it beside the preview.
 EffectPanel::EffectPanel(PanelContext& context)
-    : QWidget(context.mainWindow,
-              Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint)
+    : QWidget(context.mainWindow)
     , context_(context)
 {
     setAttribute(Qt::WA_DeleteOnClose);
@@ -39,7 +37,8 @@ int EffectPanel::widthForTitle(const QString& title)
     return QFontMetrics(titleFont).horizontalAdvance(title) + kTitleBarDecorations;
 }
 
-// The panel is never narrower than its title, or the title bar shows "…".
+// The panel is never narrower than its title, or its dock's title bar
+// shows "…".
 void EffectPanel::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::WindowTitleChange)

@@ -13,8 +13,8 @@ class QCheckBox;
 class QLabel;
 class QSlider;
 
-// The base of the nine effect panels: a small tool window of the main window
-// that shows the current settings of one effect when it opens and writes
+// The base of the nine effect panels: a small panel the main window docks
+// beside the preview; it shows the current settings of one effect when it opens and writes
 // every change back into the editing state, then redraws the preview. It
 // holds no values of its own and deletes itself when closed, which drops
 // the application's reference so the next opening shows the state afresh.

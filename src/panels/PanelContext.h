@@ -13,7 +13,7 @@ class QWidget;
 struct PanelContext {
     EditingState& state;
     const LocalisedLabels& labels;
-    QWidget* mainWindow; // panels are its tool windows
+    QWidget* mainWindow; // panels are docked in it
     // Redraws the preview; every change of a setting ends with it.
     std::function<void()> redraw;
     // The cheek panel's Pick buttons: the preview's pointer becomes the

@@ -66,7 +66,10 @@ void Window_Cheek::startPicking(int index)
     state().b_Cheeks_Picking_Color = true;
     state().i_Picking_Color_Index = index;
     context_.showColourPicker();
-    hide();
+    // Docked beside the preview the panel leaves the photo free; pulled out
+    // and floating it may cover the cheek to be clicked.
+    if (window() != context_.mainWindow)
+        window()->hide();
 }
 
 void Window_Cheek::OnPickColor_1() { startPicking(1); }

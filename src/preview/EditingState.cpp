@@ -37,8 +37,8 @@ const std::array<bool EditingState::*, std::size(kSwitches)> kCloseOrder = [] {
     return order;
 }();
 
-#define BELLAVENOR_SETTING_RANGE(type, name, init, effect, min, max, slider) \
-    SettingRange{#name, min, max, SliderScale::slider, &S::effect},
+#define BELLAVENOR_SETTING_RANGE(type, name, init, effect, min, max, slider, step) \
+    SettingRange{#name, min, max, SliderScale::slider, &S::effect, step},
 #define BELLAVENOR_MODE_RANGE(type, name, init, min, max) SettingRange{#name, min, max},
 constexpr SettingRange kRanges[] = {BELLAVENOR_EFFECT_SETTINGS(BELLAVENOR_SETTING_RANGE)
                                         BELLAVENOR_INTERACTION_MODES(BELLAVENOR_MODE_RANGE)};
@@ -82,4 +82,14 @@ const SettingRange* settingRange(std::string_view field)
         if (field == range.field)
             return &range;
     return nullptr;
+}
+
+void EditingState::keepModesOf(const EditingState& other)
+{
+#define BELLAVENOR_KEEP_MODE(type, name, ...) name = other.name;
+    BELLAVENOR_INTERACTION_MODES(BELLAVENOR_KEEP_MODE)
+#undef BELLAVENOR_KEEP_MODE
+    // A mode lasts only while its effect is on.
+    b_Activated_Cheeks_Reposition = b_Activated_Cheeks_Reposition && b_Apply_Cheeks;
+    b_Activated_Darken_Eyes_Reposition = b_Activated_Darken_Eyes_Reposition && b_Eyes_Darken;
 }

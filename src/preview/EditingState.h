@@ -42,36 +42,37 @@ enum class SliderScale { None, AsIs, Hundredths };
     SWITCH(b_Color_Lips, 2)                \
     SWITCH(b_Whiten_Teeth, 3)
 
-// The effect settings: SETTING(type, name, default, effect, min, max, slider).
+// The effect settings: SETTING(type, name, default, effect, min, max, slider, step).
 // They carry over from one photo to the next; `effect` is the switch whose
 // Defaults button restores them; min and max are the values the panel can
 // give (a colour's components, a point's coordinates); `slider` how its
-// slider maps to it. A settings file outside the range is refused.
-#define BELLAVENOR_EFFECT_SETTINGS(SETTING)                                                                      \
-    SETTING(std::uint64_t, u_Face_Skin_Smooth_Level, 10, b_Face_Skin_Smooth, 0, 20, AsIs)                        \
-    SETTING(std::uint64_t, u_Face_Skin_Smooth_Radius, 10, b_Face_Skin_Smooth, 1, 30, AsIs)                       \
-    SETTING(std::uint64_t, u_Remove_Wrinkles_Level, 4, b_Remove_Wrinkles, 0, 20, AsIs)                           \
-    SETTING(std::uint64_t, u_Widen_Eyes_Level, 0, b_Widen_Eyes, 0, 30, AsIs)                                     \
-    SETTING(RgbaColor, color_Color_Eyes, kBlue, b_Color_Eyes, 0, 1, None)                                        \
-    SETTING(float, f_Color_Eyes_Transparency, 0.2f, b_Color_Eyes, 0, 1, Hundredths)                              \
-    SETTING(RgbaColor, color_Color_Lips, kBlue, b_Color_Lips, 0, 1, None)                                        \
-    SETTING(float, f_Color_Lips_Transparency, 0.2f, b_Color_Lips, 0, 1, Hundredths)                              \
-    SETTING(RgbaColor, color_Eyeshadow, kBlue, b_Eye_Eyeshadow, 0, 1, None)                                      \
-    SETTING(float, f_Color_Eyeshadow_Transparency, 0.2f, b_Eye_Eyeshadow, 0, 1, Hundredths)                      \
-    SETTING(float, f_Eyeshadow_Blur_Level, 7.0f, b_Eye_Eyeshadow, 0, 15, Hundredths)                             \
-    /* The ring is drawn with alpha 1 - transparency: at the starting 0 it is */                                  \
-    /* opaque black (before its blur), at 1 invisible. */                                                         \
-    SETTING(float, f_Darken_Eyes_Transparency, 0.0f, b_Eyes_Darken, 0, 1, Hundredths)                            \
-    SETTING(float, f_Darken_Eyes_Line_Width, 1.0f, b_Eyes_Darken, 1, 10, AsIs)                                   \
-    SETTING(float, f_Darken_Eyes_Blur_Level, 1.0f, b_Eyes_Darken, 0, 5, Hundredths)                              \
-    SETTING(RgbaColor, color_Color_Cheeks_1, kOrange, b_Apply_Cheeks, 0, 1, None)                                \
-    SETTING(RgbaColor, color_Color_Cheeks_1_Right, kOrange, b_Apply_Cheeks, 0, 1, None)                          \
-    SETTING(RgbaColor, color_Color_Cheeks_2, kMagenta, b_Apply_Cheeks, 0, 1, None)                               \
-    SETTING(float, f_Color_Cheeks_Transparency, 0.8f, b_Apply_Cheeks, 0, 1, Hundredths)                          \
-    SETTING(float, f_Cheeks_Blur_Level_Left, 4.0f, b_Apply_Cheeks, 0, 100, AsIs)                                 \
-    SETTING(float, f_Cheeks_Blur_Level_Right, 4.0f, b_Apply_Cheeks, 0, 100, AsIs)                                \
-    SETTING(QPointF, pt_MakeUp_Center_Left, kLeftBlushCentre, b_Apply_Cheeks, 0, 100, None)                      \
-    SETTING(QPointF, pt_MakeUp_Center_Right, kRightBlushCentre, b_Apply_Cheeks, 0, 100, None)
+// slider maps to it; `step` names a change of it in the Edit menu. A
+// settings file outside the range is refused.
+#define BELLAVENOR_EFFECT_SETTINGS(SETTING)                                                                            \
+    SETTING(std::uint64_t, u_Face_Skin_Smooth_Level, 10, b_Face_Skin_Smooth, 0, 20, AsIs, "Smooth Skin Level")         \
+    SETTING(std::uint64_t, u_Face_Skin_Smooth_Radius, 10, b_Face_Skin_Smooth, 1, 30, AsIs, "Smooth Skin Radius")       \
+    SETTING(std::uint64_t, u_Remove_Wrinkles_Level, 4, b_Remove_Wrinkles, 0, 20, AsIs, "Remove Wrinkles Level")        \
+    SETTING(std::uint64_t, u_Widen_Eyes_Level, 0, b_Widen_Eyes, 0, 30, AsIs, "Widen Eyes Level")                       \
+    SETTING(RgbaColor, color_Color_Eyes, kBlue, b_Color_Eyes, 0, 1, None, "Eye Colour")                                \
+    SETTING(float, f_Color_Eyes_Transparency, 0.2f, b_Color_Eyes, 0, 1, Hundredths, "Eye Colour Transparency")         \
+    SETTING(RgbaColor, color_Color_Lips, kBlue, b_Color_Lips, 0, 1, None, "Lip Colour")                                \
+    SETTING(float, f_Color_Lips_Transparency, 0.2f, b_Color_Lips, 0, 1, Hundredths, "Lip Colour Transparency")         \
+    SETTING(RgbaColor, color_Eyeshadow, kBlue, b_Eye_Eyeshadow, 0, 1, None, "Eye Shadow Colour")                       \
+    SETTING(float, f_Color_Eyeshadow_Transparency, 0.2f, b_Eye_Eyeshadow, 0, 1, Hundredths, "Eye Shadow Transparency") \
+    SETTING(float, f_Eyeshadow_Blur_Level, 7.0f, b_Eye_Eyeshadow, 0, 15, Hundredths, "Eye Shadow Blur")                \
+    /* The ring is drawn with alpha 1 - transparency: at the starting 0 it is */                                       \
+    /* opaque black (before its blur), at 1 invisible. */                                                              \
+    SETTING(float, f_Darken_Eyes_Transparency, 0.0f, b_Eyes_Darken, 0, 1, Hundredths, "Under-Eye Transparency")        \
+    SETTING(float, f_Darken_Eyes_Line_Width, 1.0f, b_Eyes_Darken, 1, 10, AsIs, "Under-Eye Line Width")                 \
+    SETTING(float, f_Darken_Eyes_Blur_Level, 1.0f, b_Eyes_Darken, 0, 5, Hundredths, "Under-Eye Blur")                  \
+    SETTING(RgbaColor, color_Color_Cheeks_1, kOrange, b_Apply_Cheeks, 0, 1, None, "Left Outer Blush Colour")           \
+    SETTING(RgbaColor, color_Color_Cheeks_1_Right, kOrange, b_Apply_Cheeks, 0, 1, None, "Right Outer Blush Colour")    \
+    SETTING(RgbaColor, color_Color_Cheeks_2, kMagenta, b_Apply_Cheeks, 0, 1, None, "Blush Colour")                     \
+    SETTING(float, f_Color_Cheeks_Transparency, 0.8f, b_Apply_Cheeks, 0, 1, Hundredths, "Blush Transparency")          \
+    SETTING(float, f_Cheeks_Blur_Level_Left, 4.0f, b_Apply_Cheeks, 0, 100, AsIs, "Left Blush Blur")                    \
+    SETTING(float, f_Cheeks_Blur_Level_Right, 4.0f, b_Apply_Cheeks, 0, 100, AsIs, "Right Blush Blur")                  \
+    SETTING(QPointF, pt_MakeUp_Center_Left, kLeftBlushCentre, b_Apply_Cheeks, 0, 100, None, "Left Blush Centre")       \
+    SETTING(QPointF, pt_MakeUp_Center_Right, kRightBlushCentre, b_Apply_Cheeks, 0, 100, None, "Right Blush Centre")
 
 // The interaction modes, what the mouse in the preview means; the window's
 // own, never in a settings file it exports: MODE(type, name, default, min, max).
@@ -100,6 +101,11 @@ struct EditingState {
     // starting values; its switch, the other effects and the modes stay.
     void restoreDefaultsOf(bool EditingState::*effectSwitch);
 
+    // Takes the interaction modes of `other`, which belong to the window
+    // and not to the settings: an undone step or read settings file keeps
+    // what the mouse means now. A mode whose effect is off ends.
+    void keepModesOf(const EditingState& other);
+
     bool operator==(const EditingState&) const = default;
 
     // Calls visit(name, field) for every field above, in declaration order.
@@ -119,6 +125,7 @@ struct SettingRange {
     double min, max;
     SliderScale slider = SliderScale::None;
     bool EditingState::*effect = nullptr;
+    const char* step = nullptr; // a change of it, as the Edit menu names it
 };
 
 // The range of a setting or mode by its field name; none for switches.
@@ -132,7 +139,7 @@ const char* nameOfSwitch(bool EditingState::*effectSwitch);
 // slider to a field the lists do not know.
 template <auto field>
 struct Setting;
-#define BELLAVENOR_SETTING_TRAITS(type, name, init, effect, min, max, scale)        \
+#define BELLAVENOR_SETTING_TRAITS(type, name, init, effect, min, max, scale, ...)        \
     template <>                                                                   \
     struct Setting<&EditingState::name> {                                         \
         static constexpr SettingRange range{#name, min, max, SliderScale::scale,  \

@@ -435,4 +435,6 @@ void View_Picture::mouseReleaseEvent(QMouseEvent* event)
     if (Change_Cursor_To_Regular)
         Change_Cursor_To_Regular();
     update();
+    if (onLeftReleased)
+        onLeftReleased();
 }

@@ -38,6 +38,8 @@ public:
     // look regular again.
     std::function<void(int index)> onColourPicked;
     std::function<void()> Change_Cursor_To_Regular;
+    // Called when the left button is let go, after whatever it dragged.
+    std::function<void()> onLeftReleased;
 
     // Which handles a gesture holds: the four corners (left-bottom,
     // right-bottom, right-up, left-up) and the whole area of each cheek, and

@@ -29,6 +29,7 @@ protected:
     std::unique_ptr<AppDelegate> makeDelegate(const QString& documents)
     {
         auto delegate = std::make_unique<AppDelegate>(documents);
+        delegate->settingsFile = this->documents.filePath("bellavenor.conf");
         delegate->showAlert = [this](const Alert& alert) {
             alerts.push_back(alert);
             return 0;

@@ -19,6 +19,7 @@
 #include "ui_Window_Face_Skin_Smooth.h"
 #include "ui_Window_Lips_Color.h"
 
+#include <QDockWidget>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QSlider>
@@ -270,16 +271,23 @@ TEST_F(PanelsTest, EveryEffectSwitchHasItsRowItsStepAndSlidersOfItsOwnSettings)
     }
 }
 
-TEST_F(PanelsTest, PickButtonsArmThePickAndHideThePanel)
+// Docked, the panel leaves the photo free; floating, it steps aside.
+TEST_F(PanelsTest, PickButtonsArmThePickAndAFloatingPanelStepsAside)
 {
     withPhoto();
+    app->window()->show();
     app->state.b_Apply_Cheeks = true;
     app->On_Face_Cheek();
     auto* cheek = panel<Window_Cheek>(app->window_Cheek());
     cheek->ui().btn_Pick_Color_1_Right->click();
     EXPECT_TRUE(app->state.b_Cheeks_Picking_Color);
     EXPECT_EQ(app->state.i_Picking_Color_Index, 3);
-    EXPECT_FALSE(cheek->isVisible());
+    EXPECT_TRUE(cheek->isVisible());
+    auto* dock = qobject_cast<QDockWidget*>(cheek->parentWidget()->parentWidget()->parentWidget());
+    ASSERT_NE(dock, nullptr);
+    dock->setFloating(true);
+    cheek->ui().btn_Pick_Color_1->click();
+    EXPECT_FALSE(dock->isVisible());
     app->state.color_Color_Cheeks_1_Right = {0.3f, 0.2f, 0.1f, 1};
     cheek->Update_Color_1_Right_From_Pick_Color();
     EXPECT_EQ(cheek->ui().color_1_Right->colour(), (RgbaColor{0.3f, 0.2f, 0.1f, 1}));

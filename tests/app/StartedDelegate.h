@@ -15,6 +15,8 @@ protected:
     {
         installEnglishLabelsOnce();
         app = std::make_unique<AppDelegate>(documents.path());
+        app->settingsFile = documents.filePath("bellavenor.conf");
+        app->presetsFolder = documents.filePath("presets");
         app->showAlert = [this](const Alert& alert) {
             alerts.push_back(alert);
             return alertAnswer;

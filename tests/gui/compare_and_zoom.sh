@@ -18,21 +18,20 @@ set -euo pipefail
 app=$1 portrait=$2 shots=$3
 . "$4"
 # The main window's preview area only: panels and the pointer stay out of it.
-preview() { import -window root -crop 700x560+560+310 +repage "$1"; }
+preview() { import -window root -crop 520x560+440+300 +repage "$1"; }
 
 start_window_manager
 "$app" "$portrait" >/dev/null 2>&1 &
 pid=$!
 main=$(visible '^Bellavenor$') || fail "no main window"
-skin=$(click_until_visible "$main" 88 123 '^Smooth Skin$') || fail "no skin panel" # Face row 1
+click_until_docked "$main" 88 123 || fail "no skin panel" # Face row 1
 xdotool mousemove 60 950                             # the pointer off the preview
 settled preview "$shots/photo.png"
-xdotool windowfocus --sync "$skin" key space         # its Apply box has the focus
+xdotool windowfocus --sync "$main" key space         # its Apply box has the keyboard
 changes_from preview "$shots/photo.png" "$shots/smoothed.png" || fail "Apply did not smooth the skin"
 xdotool mousemove --window "$main" 220 43 click 1    # toolbar: Mouth
-lips=$(click_until_visible "$main" 88 123 '^Lip Colour$') || fail "no lips panel" # Mouth row 1
-xdotool windowfocus --sync "$lips" key --delay 100 space Tab Tab Page_Up Page_Up Page_Up Page_Up
-xdotool windowfocus --sync "$main"
+click_until_docked "$main" 88 123 || fail "no lips panel" # Mouth row 1
+xdotool windowfocus --sync "$main" key --delay 100 space Tab Tab Page_Up Page_Up Page_Up Page_Up
 xdotool mousemove 60 950
 changes_from preview "$shots/smoothed.png" "$shots/coloured.png" || fail "lip colour changed nothing"
 settled preview "$shots/retouched.png"

@@ -30,15 +30,17 @@ xdotool windowfocus --sync "$opener"
 xdotool type --delay 10 "$portrait"
 xdotool key Return
 gone '^Open' || fail "the open dialog stayed"
-# The Mouth menu's first entry opens the lips panel once the portrait is
+# The Mouth menu's first entry docks the lips panel once the portrait is
 # analysed; until then the menu is closed again and tried anew.
+strip=$(dock_strip "$main")
+import -window root -crop "$strip" +repage "$shots/no-panel.png"
 open_lips() {
-  xdotool mousemove --window "$main" 184 8 click 1   # the Mouth menu
+  xdotool mousemove --window "$main" 222 8 click 1   # the Mouth menu
   xdotool key Down Return
-  timeout 1 xdotool search --sync --onlyvisible --name '^Lip Colour$' 2>/dev/null | head -n 1
+  wait_until "import -window root -crop '$strip' +repage '$shots/lips-panel.png'; [ \"\$(differing '$shots/no-panel.png' '$shots/lips-panel.png')\" -gt 0 ]" 1
 }
-wait_until 'panel=$(open_lips) && [ -n "$panel" ]' 60 || fail "no lips panel from the Mouth menu"
-xdotool mousemove --window "$panel" 14 14 click 1 # the Apply box
+wait_until open_lips 60 || fail "no lips panel from the Mouth menu"
+xdotool windowfocus --sync "$main" key space        # the Apply box has the keyboard
 xdotool windowfocus --sync "$main" key ctrl+s
 dialog=$(visible 'Select a folder to save the captured image') || fail "no save dialog"
 xdotool windowfocus --sync "$dialog" key ctrl+a

@@ -28,15 +28,27 @@ start_window_manager() {
   wait_until 'xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"' || fail "no window manager"
 }
 
-# Clicks (window, x, y) until a window named $4 shows: a row opens its panel
-# only once the photo is analysed and the table filled.
-click_until_visible() {
-  local deadline=$((SECONDS + 60)) found
+# The right-hand strip of a window, where its panels dock: WxH+X+Y.
+dock_strip() {
+  eval "$(xdotool getwindowgeometry --shell "$1")"
+  echo "300x$((HEIGHT - 200))+$((X + WIDTH - 300))+$((Y + 150))"
+}
+
+# Clicks (window, x, y) until the window's dock strip changes: a row opens
+# its panel beside the preview only once the photo is analysed and the
+# table filled.
+click_until_docked() {
+  local deadline=$((SECONDS + 60)) strip before after
+  strip=$(dock_strip "$1") before=$(mktemp --suffix=.png) after=$(mktemp --suffix=.png)
+  import -window root -crop "$strip" +repage "$before"
   while ((SECONDS < deadline)); do
     xdotool mousemove --window "$1" "$2" "$3" click 1
-    found=$(timeout 1 xdotool search --sync --onlyvisible --name "$4" 2>/dev/null | head -n 1) || true
-    [ -n "$found" ] && { echo "$found"; return 0; }
+    if wait_until "import -window root -crop '$strip' +repage '$after'; [ \"\$(differing '$before' '$after')\" -gt 0 ]" 1; then
+      rm -f "$before" "$after"
+      return 0
+    fi
   done
+  rm -f "$before" "$after"
   return 1
 }
 
