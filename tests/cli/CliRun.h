@@ -10,9 +10,11 @@ struct CliRun {
     QByteArray out, err;
 };
 
-inline CliRun runCli(const QStringList& arguments)
+inline CliRun runCli(const QStringList& arguments,
+                     const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment())
 {
     QProcess process;
+    process.setProcessEnvironment(environment);
     process.start(BELLAVENOR_CLI, arguments);
     process.waitForFinished(120000);
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};

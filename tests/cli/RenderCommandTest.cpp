@@ -1,5 +1,6 @@
 #include "CliRun.h"
 
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QJsonDocument>
@@ -66,4 +67,26 @@ TEST_F(RenderCommandTest, SettingsErrorsNameTheField)
     EXPECT_EQ(run.status, 3);
     EXPECT_TRUE(run.err.contains("not a regular file")) << run.err.toStdString();
     EXPECT_FALSE(QFile::exists(out));
+}
+
+TEST_F(RenderCommandTest, APresetSavedInTheWindowRendersAsItsFile)
+{
+    const QByteArray look = R"({"b_Color_Lips": true, "color_Color_Lips": "#8a2be2", "b_Whiten_Teeth": true})";
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("XDG_DATA_HOME", folder.path());
+    ASSERT_TRUE(QDir().mkpath(folder.filePath("Bellavenor/presets")));
+    QFile preset(folder.filePath("Bellavenor/presets/Evening look.json"));
+    ASSERT_TRUE(preset.open(QIODevice::WriteOnly));
+    preset.write(look);
+    preset.close();
+
+    const QString byPreset = folder.filePath("preset.png"), byFile = folder.filePath("file.png");
+    ASSERT_EQ(runCli({"render", portrait(), "--preset", "Evening look", "-o", byPreset}, environment).status, 0);
+    ASSERT_EQ(runCli({"render", portrait(), "--settings", settingsFile(look), "-o", byFile}).status, 0);
+    EXPECT_EQ(QImage(byPreset), QImage(byFile));
+    EXPECT_NE(QImage(byPreset).convertToFormat(QImage::Format_RGB32), QImage(portrait()).convertToFormat(QImage::Format_RGB32));
+
+    const CliRun missing = runCli({"render", portrait(), "--preset", "Morning", "-o", byPreset}, environment);
+    EXPECT_EQ(missing.status, 3);
+    EXPECT_TRUE(missing.err.contains("no preset named \"Morning\"")) << missing.err.toStdString();
 }

@@ -1,0 +1,254 @@
+// Undo and Redo, settings files and presets, the panels' dock and what
+// comes back at the next start.
+#include "StartedDelegate.h"
+#include "EditHistory.h"
+#include "MainWindow.h"
+#include "Presets.h"
+#include "PresetsMenu.h"
+#include "RecentPhotos.h"
+#include "View_Picture.h"
+#include "Window_Cheek.h"
+#include "Window_Lips_Color.h"
+#include "ui_MainWindow.h"
+#include "ui_Window_Cheek.h"
+#include "ui_Window_Lips_Color.h"
+
+#include <QDockWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+#include <QSlider>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+Window_Lips_Color* lipsPanel(AppDelegate& app)
+{
+    app.On_Mouth_Lips();
+    return qobject_cast<Window_Lips_Color*>(app.window_Lips_Color().data());
+}
+
+// A view position over a photo point (pixels, y up), as MouseTest maps it.
+QPoint inView(const View_Picture& view, QPointF imagePoint)
+{
+    const QRectF frame = view.rectDrawCamera();
+    const double scale = frame.width() / 512;
+    return QPointF(frame.x() + imagePoint.x() * scale, view.height() - frame.y() - imagePoint.y() * scale).toPoint();
+}
+
+struct Change {
+    const char* name;
+    const char* step; // as the Edit menu names it
+    void (*setUp)(AppDelegate&);
+    void (*make)(AppDelegate&, const QString& folder);
+};
+
+QString writtenFile(const QString& folder, const QString& name, const QByteArray& bytes)
+{
+    QFile file(folder + "/" + name);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    return file.fileName();
+}
+
+void cheeksOn(AppDelegate& app)
+{
+    app.state.b_Apply_Cheeks = true;
+}
+
+const Change kChanges[] = {
+    {"switch", "Lips On", [](AppDelegate&) {}, [](AppDelegate& app, const QString&) { lipsPanel(app)->ui().checkApply->click(); }},
+    {"slider drag", "Lip Colour Transparency", [](AppDelegate&) {},
+     [](AppDelegate& app, const QString&) {
+         for (int step = 0; step < 12; ++step)
+             lipsPanel(app)->ui().slider_Transparency->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+     }},
+    {"colour", "Lip Colour", [](AppDelegate&) {},
+     [](AppDelegate& app, const QString&) { emit lipsPanel(app)->ui().colorwellColor->colourChosen({0.3f, 0.6f, 0.2f, 1}); }},
+    {"pick", "Right Outer Blush Colour", cheeksOn,
+     [](AppDelegate& app, const QString&) {
+         app.On_Face_Cheek();
+         qobject_cast<Window_Cheek*>(app.window_Cheek().data())->ui().btn_Pick_Color_1_Right->click();
+         QTest::mouseClick(app.viewPreview(), Qt::LeftButton, {}, inView(*app.viewPreview(), {300, 300}));
+     }},
+    {"reshaping drag", "Move Blush Area", [](AppDelegate& app) { app.state.b_Apply_Cheeks = app.state.b_Activated_Cheeks_Reposition = true; },
+     [](AppDelegate& app, const QString&) {
+         View_Picture& view = *app.viewPreview();
+         const QPoint from = inView(view, app.reshaping.rect_Cheek_Left_Area_To_Paint.center());
+         QTest::mousePress(&view, Qt::LeftButton, {}, from);
+         QMouseEvent move(QEvent::MouseMove, from + QPoint(25, 15), view.mapToGlobal(from + QPoint(25, 15)),
+                          Qt::NoButton, Qt::LeftButton, {});
+         QCoreApplication::sendEvent(&view, &move);
+         QTest::mouseRelease(&view, Qt::LeftButton, {}, from + QPoint(25, 15));
+     }},
+    {"Defaults", "Lips Defaults",
+     [](AppDelegate& app) { lipsPanel(app)->ui().slider_Transparency->setValue(65); },
+     [](AppDelegate& app, const QString&) { lipsPanel(app)->findChild<QPushButton*>("buttonDefaults")->click(); }},
+    {"settings file", "Open Settings", [](AppDelegate&) {},
+     [](AppDelegate& app, const QString& folder) {
+         const QString path = writtenFile(
+             folder, "look.json", R"({"b_Color_Eyes": true, "color_Color_Eyes": "#2e8b57", "u_Face_Skin_Smooth_Radius": 3})");
+         app.chooseSettingsToOpen = [path](const QString&) { return path; };
+         app.OnMenuOpenSettings();
+     }},
+};
+
+struct Seen {
+    EditingState state;
+    Reshaping reshaping;
+    QImage picture;
+};
+
+class UndoTest : public StartedDelegateTest, public testing::WithParamInterface<Change> {
+protected:
+    Seen seen()
+    {
+        app->viewPreview()->grab();
+        return {app->state, app->reshaping, app->viewPreview()->compositor().working().copy()};
+    }
+    void expectSeen(const Seen& expected, const char* when)
+    {
+        const Seen now = seen();
+        EditingState settings = expected.state;
+        settings.keepModesOf(now.state); // what the mouse means stays the window's
+        EXPECT_TRUE(now.state == settings) << when;
+        EXPECT_TRUE(now.reshaping == expected.reshaping) << when;
+        EXPECT_TRUE(now.picture == expected.picture) << when << ": the picture, bit for bit";
+    }
+};
+
+} // namespace
+
+TEST_P(UndoTest, EachKindOfChangeIsOneNamedStepUndoneAndRedoneBitForBit)
+{
+    open(portraitPath());
+    app->window()->resize(1000, 700);
+    GetParam().setUp(*app);
+    app->history().startAt({app->state, app->reshaping}); // where the set-up left it, switches set directly too
+    const Seen before = seen();
+    QUndoStack& stack = app->history().stack();
+    const int steps = stack.count();
+    GetParam().make(*app, documents.path());
+    const Seen after = seen();
+    ASSERT_FALSE(after.state == before.state && after.reshaping == before.reshaping) << "the change shows";
+    EXPECT_EQ(stack.count(), steps + 1) << "one step";
+    EXPECT_EQ(stack.undoText().toStdString(), GetParam().step);
+
+    const std::uint64_t passes = app->viewPreview()->compositor().passes();
+    app->window()->ui().menuEdit->actions().at(0)->trigger(); // Edit → Undo
+    expectSeen(before, "undone");
+    EXPECT_EQ(app->viewPreview()->compositor().passes(), passes + 1) << "one redraw";
+    app->window()->ui().menuEdit->actions().at(1)->trigger(); // Edit → Redo
+    expectSeen(after, "redone");
+}
+
+INSTANTIATE_TEST_SUITE_P(Changes, UndoTest, testing::ValuesIn(kChanges), [](const auto& info) {
+    QString name = info.param.name;
+    return name.remove(' ').toStdString();
+});
+
+class EditorHabitsTest : public StartedDelegateTest {};
+
+TEST_F(EditorHabitsTest, ANewPhotoStartsANewHistoryAndARefusedSettingsFileChangesNothing)
+{
+    open(portraitPath());
+    lipsPanel(*app)->ui().checkApply->click();
+    ASSERT_TRUE(app->history().stack().canUndo());
+    open(portraitPath());
+    EXPECT_FALSE(app->history().stack().canUndo()) << "the old face's steps are gone";
+
+    const QString refused = writtenFile(documents.path(), "wild.json", R"({"u_Face_Skin_Smooth_Level": 99})");
+    const EditingState before = app->state;
+    app->chooseSettingsToOpen = [&](const QString&) { return refused; };
+    app->OnMenuOpenSettings();
+    ASSERT_EQ(alerts.size(), 1u);
+    EXPECT_TRUE(alerts[0].informativeText.contains("u_Face_Skin_Smooth_Level")) << alerts[0].informativeText.toStdString();
+    EXPECT_TRUE(app->state == before);
+    EXPECT_FALSE(app->history().stack().canUndo());
+}
+
+TEST_F(EditorHabitsTest, APresetIsSavedListedAppliedAsOneStepAndDeleted)
+{
+    open(portraitPath());
+    lipsPanel(*app)->ui().slider_Transparency->setValue(35);
+    app->askPresetName = [] { return QString("Evening look"); };
+    app->presets().saveAsPreset();
+    EXPECT_EQ(presetNames(app->presetsFolder), QStringList{"Evening look"});
+    QMenu* menu = app->window()->ui().menuPresets;
+    emit menu->aboutToShow();
+    EXPECT_EQ(menu->actions().first()->text(), "Evening look");
+
+    lipsPanel(*app)->ui().slider_Transparency->setValue(90);
+    app->presets().apply("Evening look");
+    EXPECT_FLOAT_EQ(app->state.f_Color_Lips_Transparency, 0.35f);
+    EXPECT_EQ(lipsPanel(*app)->ui().slider_Transparency->value(), 35) << "the panel shows it";
+    EXPECT_EQ(app->history().stack().undoText(), "Apply Preset Evening look");
+
+    app->presets().remove("Evening look");
+    EXPECT_TRUE(presetNames(app->presetsFolder).isEmpty());
+    app->askPresetName = [] { return QString("../elsewhere"); };
+    app->presets().saveAsPreset();
+    ASSERT_EQ(alerts.size(), 1u) << "a name that is no file of its own is refused";
+}
+
+TEST_F(EditorHabitsTest, RecentPhotosAndTheWindowsPlaceComeBackAtTheNextStart)
+{
+    const QString second = writtenFile(documents.path(), "second.png", [] {
+        QFile portrait(portraitPath());
+        return portrait.open(QIODevice::ReadOnly) ? portrait.readAll() : QByteArray();
+    }());
+    open(portraitPath());
+    open(second);
+    app->window()->resize(1111, 777);
+    app->Terminate_App();
+
+    AppDelegate restarted(documents.path());
+    restarted.settingsFile = app->settingsFile;
+    restarted.showAlert = [this](const Alert& alert) {
+        alerts.push_back(alert);
+        return 0;
+    };
+    restarted.endProcess = [](int) {};
+    ASSERT_TRUE(restarted.applicationDidFinishLaunching());
+    EXPECT_EQ(restarted.recentPhotos().paths(), (QStringList{second, portraitPath()}));
+    EXPECT_EQ(restarted.window()->size(), QSize(1111, 777));
+    EXPECT_TRUE(restarted.state == EditingState{}) << "effects start from their defaults";
+
+    ASSERT_TRUE(QFile::remove(second));
+    QMenu* recent = restarted.window()->ui().menuOpenRecent;
+    emit recent->aboutToShow();
+    recent->actions().first()->trigger();
+    ASSERT_FALSE(alerts.empty());
+    EXPECT_TRUE(alerts.back().informativeText.contains("second.png"));
+    EXPECT_EQ(restarted.recentPhotos().paths(), QStringList{portraitPath()});
+}
+
+// Also run on a real X display under a window manager (gui_docked_panels).
+TEST_F(EditorHabitsTest, DockedPanelsCoverNeitherEachOtherNorThePreview)
+{
+    open(portraitPath());
+    // Maximised on a laptop-sized screen; Qt's offscreen screen is smaller.
+    if (app->window()->screen()->size().width() >= 1280)
+        app->window()->showMaximized();
+    else
+        app->window()->resize(1366, 768);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(app->window()));
+    app->On_Face_Smooth_Skin();
+    app->On_Face_Cheek();
+    app->On_Mouth_Lips();
+    QCoreApplication::processEvents();
+    const QList<QDockWidget*> docks = app->window()->findChildren<QDockWidget*>();
+    ASSERT_EQ(docks.size(), 3);
+    const QWidget* view = app->viewPreview();
+    const QRect preview(view->mapTo(app->window(), QPoint(0, 0)), view->size());
+    for (const QDockWidget* dock : docks) {
+        EXPECT_FALSE(dock->isFloating());
+        EXPECT_EQ(app->window()->dockWidgetArea(const_cast<QDockWidget*>(dock)), Qt::RightDockWidgetArea);
+        EXPECT_FALSE(dock->geometry().intersects(preview)) << dock->windowTitle().toStdString();
+        for (const QDockWidget* other : docks)
+            EXPECT_TRUE(dock == other || !dock->geometry().intersects(other->geometry()));
+    }
+    EXPECT_GT(preview.width(), 400) << "the photo keeps the room left";
+}
