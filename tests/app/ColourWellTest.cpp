@@ -7,12 +7,6 @@
 
 namespace {
 
-QColor centreOf(QWidget& widget)
-{
-    const QImage shot = widget.grab().toImage();
-    return shot.pixelColor(shot.width() / 2, shot.height() / 2);
-}
-
 double meanLightness(const QImage& shot)
 {
     double sum = 0;
@@ -23,23 +17,6 @@ double meanLightness(const QImage& shot)
 }
 
 } // namespace
-
-TEST(ColourWell, ShowsItsColourAndLooksDisabledWhenDisabled)
-{
-    QWidget panel;
-    ColourWell well(&panel);
-    well.resize(60, 28);
-    well.setColour({0, 0, 0, 1});
-    EXPECT_EQ(centreOf(well), QColor(Qt::black));
-    well.setColour({0.1f, 0.3f, 0.9f, 1});
-    const QColor enabled = centreOf(well);
-    EXPECT_EQ(enabled.rgb(), QColor::fromRgbF(0.1f, 0.3f, 0.9f).rgb());
-
-    well.setEnabled(false);
-    const QColor disabled = centreOf(well);
-    EXPECT_NE(disabled, enabled) << "a disabled well must not look like an enabled one";
-    EXPECT_GT(disabled.lightness(), enabled.lightness()) << "faded";
-}
 
 TEST(ColourWell, DialogKeepsTheDesktopsLookWhateverTheColour)
 {

@@ -116,6 +116,10 @@ protected:
         EXPECT_TRUE(now.state == settings) << when;
         EXPECT_TRUE(now.reshaping == expected.reshaping) << when;
         EXPECT_TRUE(now.picture == expected.picture) << when << ": the picture, bit for bit";
+        if (auto* lips = qobject_cast<Window_Lips_Color*>(app->window_Lips_Color().data())) { // the panel shows it
+            EXPECT_EQ(lips->ui().checkApply->isChecked(), settings.b_Color_Lips) << when;
+            EXPECT_EQ(lips->ui().slider_Transparency->value(), std::lround(settings.f_Color_Lips_Transparency * 100)) << when;
+        }
     }
 };
 

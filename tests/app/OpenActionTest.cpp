@@ -123,22 +123,6 @@ TEST_F(OpenActionTest, CancelChangesNothingAndTheDialogStartsWhereTheLastPhotoWa
     EXPECT_TRUE(app->b_Image_Loaded_OK);
 }
 
-TEST_F(OpenActionTest, FirstDialogStartsInThePicturesFolderOrAtHome)
-{
-    QTemporaryDir home;
-    const QByteArray oldHome = qgetenv("HOME"), oldConfig = qgetenv("XDG_CONFIG_HOME");
-    qputenv("HOME", QFile::encodeName(home.path()));
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.filePath(".config")));
-    open(QString());
-    ASSERT_TRUE(QDir(home.path()).mkdir("Pictures"));
-    open(QString());
-    qputenv("HOME", oldHome);
-    qputenv("XDG_CONFIG_HOME", oldConfig);
-
-    EXPECT_EQ(startFolders, (QStringList{home.path(), home.filePath("Pictures")}))
-        << "a folder that does not exist would end up as a file name in the dialog";
-}
-
 TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
 {
     app->openGivenAtStart({"--some-option", portraitPath()});

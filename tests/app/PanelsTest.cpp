@@ -20,6 +20,7 @@
 #include "ui_Window_Lips_Color.h"
 
 #include <QDockWidget>
+#include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QSlider>
@@ -77,31 +78,15 @@ protected:
 
 } // namespace
 
-TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAndRefillsItOnce)
+TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAtOnceAndFillsItAFifthOfASecondLater)
 {
-    ASSERT_TRUE(QTest::qWaitFor([&] { return app->tableActions()->rowCount() > 0; }, 3000));
-    EXPECT_EQ(tableTitles(), (QStringList{"Smooth Skin", "Remove Wrinkles", "Cheek Blush"})) << "Face at start";
-
-    const Ui::MainWindow& ui = app->window()->ui();
-    ui.toolbarItemEye->trigger();
-    EXPECT_EQ(app->tableActions()->rowCount(), 0) << "empty at once";
-    ASSERT_TRUE(QTest::qWaitFor([&] { return app->tableActions()->rowCount() > 0; }, 3000));
-    EXPECT_EQ(tableTitles(), (QStringList{"Eye Colour", "Widen Eyes", "Eye Shadow", "Under-Eye Darkening"}));
-    EXPECT_EQ(app->tableActions()->horizontalHeaderItem(0)->text(), "Eye");
-
-    ui.toolbarItemFace->trigger();
-    QCoreApplication::processEvents();
-    ui.toolbarItemMouth->trigger();
-    int refills = 0;
-    QObject::connect(&app->timer_Reload_Toolbar_Arrays, &QTimer::timeout, [&] { ++refills; });
-    ASSERT_TRUE(QTest::qWaitFor([&] { return refills > 0; }, 3000));
-    EXPECT_FALSE(app->timer_Reload_Toolbar_Arrays.isActive()) << "no second refill pending";
-    EXPECT_EQ(refills, 1);
-    EXPECT_EQ(tableTitles(), (QStringList{"Lips", "Whiten Teeth"}));
-
-    ui.toolbarItemAdvanced->trigger();
+    QElapsedTimer clock;
+    clock.start();
+    app->window()->ui().toolbarItemEye->trigger();
     EXPECT_EQ(app->tableActions()->rowCount(), 0);
-    EXPECT_EQ(app->tableActions()->horizontalHeaderItem(0)->text(), "Advanced");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return app->tableActions()->rowCount() == 4; }, 3000));
+    EXPECT_GE(clock.elapsed(), 150) << "Qt may fire a coarse 200 ms timer 5 % early, never this early";
+    EXPECT_EQ(app->tableActions()->horizontalHeaderItem(0)->text(), "Eye");
 }
 
 TEST_F(PanelsTest, RowButtonsOpenTheirPanelOnceAPhotoIsOpen)
@@ -118,37 +103,6 @@ TEST_F(PanelsTest, RowButtonsOpenTheirPanelOnceAPhotoIsOpen)
     ASSERT_NE(first, nullptr);
     cheeks->click();
     EXPECT_EQ(app->window_Cheek().data(), first) << "one panel per effect";
-}
-
-TEST_F(PanelsTest, EveryPanelIsWideEnoughForItsTitleInEnglishAndGerman)
-{
-    withPhoto();
-    const auto openAll = [&] {
-        for (const EffectEntry& effect : effectCatalogue())
-            app->openEffect(effect);
-    };
-    const auto expectTitlesFit = [&](const char* language) {
-        for (const EffectEntry& effect : effectCatalogue()) {
-            const QWidget* panel = app->panelOf(effect);
-            ASSERT_NE(panel, nullptr);
-            EXPECT_GE(panel->width(), EffectPanel::widthForTitle(panel->windowTitle()))
-                << language << ": " << panel->windowTitle().toStdString();
-            EXPECT_GE(panel->width(), panel->minimumSizeHint().width());
-        }
-    };
-    openAll();
-    expectTitlesFit("English");
-    EXPECT_GE(app->window_Whiten_Teeth()->width(), 126 + 60) << "the panel that showed \"…\"";
-
-    QTranslator german;
-    ASSERT_TRUE(german.load(QLocale(QLocale::German), "bellavenor", "_", ":/i18n"));
-    QCoreApplication::installTranslator(&german);
-    app->labels = LocalisedLabels::load();
-    app->Terminate_App(); // closes every panel; the test's delegate does not end the process
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    openAll();
-    expectTitlesFit("German");
-    QCoreApplication::removeTranslator(&german);
 }
 
 // A drag sends a step per mouse move, faster than skin smoothing redraws
@@ -174,28 +128,6 @@ TEST_F(PanelsTest, ABurstOfSliderStepsIsOneRedrawOfTheLastValue)
     EXPECT_EQ(app->state.u_Face_Skin_Smooth_Level, 17u);
     Compositor fresh;
     EXPECT_EQ(compositor.working(), fresh.compose(*app->photo, app->reshaping, app->state));
-}
-
-TEST_F(PanelsTest, ApplyTogglesTheSwitchAndAReopenedPanelShowsTheCurrentState)
-{
-    withPhoto();
-    app->On_Eye_Color();
-    auto* eyes = panel<Window_Eyes_Color>(app->window_Eyes_Color());
-    EXPECT_FALSE(eyes->ui().checkApply->isChecked());
-    EXPECT_EQ(eyes->ui().colorwellColor->colour(), (RgbaColor{0, 0, 1, 1}));
-    eyes->ui().checkApply->click();
-    EXPECT_TRUE(app->state.b_Color_Eyes);
-    eyes->ui().slider_Transparency->setValue(70);
-
-    eyes->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_TRUE(app->window_Eyes_Color().isNull());
-    app->state.color_Color_Eyes = {0.1f, 0.5f, 0.2f, 1};
-    app->On_Eye_Color();
-    auto* reopened = panel<Window_Eyes_Color>(app->window_Eyes_Color());
-    EXPECT_TRUE(reopened->ui().checkApply->isChecked());
-    EXPECT_EQ(reopened->ui().slider_Transparency->value(), 70);
-    EXPECT_EQ(reopened->ui().colorwellColor->colour(), (RgbaColor{0.1f, 0.5f, 0.2f, 1}));
 }
 
 TEST_F(PanelsTest, RepositionModesExcludeEachOther)

@@ -40,15 +40,6 @@ protected:
 
 } // namespace
 
-TEST_F(SaveShareTest, WithoutAPhotoNeitherSaveNorShareStarts)
-{
-    app->OnToolbarSave();
-    app->OnToolbarShare();
-    EXPECT_TRUE(app->timer_Save_Picture.isNull());
-    EXPECT_TRUE(app->timer_Share_Picture.isNull());
-    EXPECT_FALSE(app->saveRequest.b_Save_Picture);
-}
-
 // The dated PNG goes where the user chooses, as the format the name asks.
 TEST_F(SaveShareTest, SaveRendersTheDatedPictureAndPutsItWhereTheUserChoosesInTheFormatAsked)
 {
@@ -73,16 +64,6 @@ TEST_F(SaveShareTest, SaveRendersTheDatedPictureAndPutsItWhereTheUserChoosesInTh
         EXPECT_EQ(alerts[0].informativeText, "Image file saved successfully.");
         EXPECT_EQ(alerts[0].buttons, (QStringList{"View Image File", "Close"}));
     }
-}
-
-TEST_F(SaveShareTest, CancelledSaveLeavesThePictureInTheWorkingFolder)
-{
-    openPortrait();
-    nextSavePath.clear();
-    app->OnToolbarSave();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !suggestions.isEmpty(); }, 5000));
-    EXPECT_EQ(workingFolderFiles().size(), 1);
-    EXPECT_TRUE(alerts.empty());
 }
 
 TEST_F(SaveShareTest, ShareShowsTheSheetWithItsTargetsAndCloseEndsIt)

@@ -105,7 +105,6 @@ TEST_F(PhotoDecoderTest, PhotoIsStretchedToTheLargestWidthAndLargestHeightOfItsP
     tall.fill(Qt::red);
     wide.fill(Qt::blue);
     const DecodedPhoto decoded = decodePhoto(write("two-pages.tif", tiffOfPages({{tall}, {wide}})));
-
     ASSERT_TRUE(decoded.ok()) << decoded.error.toStdString();
     EXPECT_EQ(decoded.imgSize, QSizeF(40, 30));
     EXPECT_EQ(decoded.img_Basic.size(), QSize(40, 30)) << "the picture is the measure: masks and photo agree";

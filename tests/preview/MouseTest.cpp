@@ -145,23 +145,6 @@ TEST_P(MouseTest, RightTopHandleFollowsTheRightBottomRule)
     EXPECT_EQ(reshaping.rect_Cheek_Right_Area_To_Paint, QRectF(300, 300, 50, 50));
 }
 
-TEST_P(MouseTest, LeftTopHandleMovesTheTopEdgeWhileTheOriginStays)
-{
-    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
-    redraw();
-
-    press(at({100, 150})); // the left-top corner
-    drag(at({100, 150}));
-    expectExactly(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50)); // held still: unchanged
-
-    drag(at({90, 170}));
-    // The top follows the mouse; the width grows as for the left edge, the
-    // origin stays.
-    expectExactly(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 60, 70));
-    release(at({90, 170}));
-}
-
 TEST_P(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;

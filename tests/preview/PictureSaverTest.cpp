@@ -69,24 +69,6 @@ dev_t deviceOf(const QString& path)
 
 } // namespace
 
-// An opaque picture is written without its alpha, a translucent one with
-// it: both read back to the very pixels from the lossless formats.
-TEST(PictureSaver, WrittenPicturesReadBackToTheirPixels)
-{
-    QTemporaryDir folder;
-    QImage translucent = noisyPicture();
-    for (int x = 0; x < 300; ++x)
-        translucent.setPixelColor(x, 7, QColor(40, 80, 120, x % 256));
-    for (const QString name : {"picture.png", "picture.tif"})
-        for (const QImage& picture : {noisyPicture(), translucent}) {
-            const QString path = folder.filePath(name);
-            ASSERT_EQ(writePicture(picture, path, {*pictureFormatOf(name)}, {}), QString());
-            const QImage read(path);
-            EXPECT_EQ(read.hasAlphaChannel(), !isOpaque(picture)) << name.toStdString();
-            EXPECT_EQ(read.convertToFormat(picture.format()), picture) << name.toStdString();
-        }
-}
-
 TEST(PictureSaver, TheNamesExtensionChoosesTheFormatElseTheChosenTypeAddsItsOwn)
 {
     const struct {

@@ -105,30 +105,6 @@ TEST_F(ViewTest, SplitViewShowsThePhotoLeftAndTheRetouchedPictureRightOfAThinLin
     EXPECT_EQ(shownInFrame(), untouched) << "the compare key shows the whole photo in the split view too";
 }
 
-TEST_F(ViewTest, WheelWithCtrlZoomsAboutThePointerAndWithoutItLeavesAFittedPhoto)
-{
-    const QPointF pointer(400, 250);
-    const auto photoPointUnder = [&] {
-        const QRectF frame = view.rectDrawCamera();
-        const double scale = frame.width() / 512;
-        return QPointF((pointer.x() - frame.x()) / scale, (600 - pointer.y() - frame.y()) / scale);
-    };
-    const auto wheel = [&](Qt::KeyboardModifiers modifiers) {
-        QWheelEvent event(pointer, view.mapToGlobal(pointer), {}, QPoint(0, 120), Qt::NoButton, modifiers,
-                          Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&view, &event);
-    };
-    wheel(Qt::NoModifier);
-    EXPECT_TRUE(view.framing().fitted);
-
-    const QPointF before = photoPointUnder();
-    const double fitted = view.zoom();
-    wheel(Qt::ControlModifier);
-    EXPECT_EQ(view.zoom(), steppedZoom(fitted, 1));
-    EXPECT_NEAR(photoPointUnder().x(), before.x(), 1);
-    EXPECT_NEAR(photoPointUnder().y(), before.y(), 1);
-}
-
 TEST_F(ViewTest, MiddleDragAndLeftDragWithThePanKeyPanAndNeverMoveAHandle)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
