@@ -34,14 +34,6 @@ TEST(DLibWrapper, FindsTheOneFaceOfThePortraitWithItsLandmarks)
     EXPECT_GT(p[8].y(), meanY(p, 48, 59)) << "the chin is below the mouth";
 }
 
-TEST(DLibWrapper, TwoFacesOfTheSameSizeGiveTwo)
-{
-    const DetectionResult result = DLibWrapper::Detect_Facial_Points(twoPortraits());
-    ASSERT_TRUE(result.ok());
-    EXPECT_EQ(result.code, 2);
-    EXPECT_TRUE(result.landmarks.isEmpty());
-}
-
 TEST(DLibWrapper, FaceTooSmallForTheDetectorIsNotLookedForByEnlarging)
 {
     const QImage tiny = portraitPicture().scaled(96, 96, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

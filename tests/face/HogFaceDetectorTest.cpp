@@ -100,41 +100,6 @@ TEST(HogFaceDetector, PyramidLevelIsDlibsToTheByte)
     }
 }
 
-// Filter lengths from one tap (no three-tap step) to eleven, planes
-// narrower than one eight-column step and wider, added to and not.
-TEST(HogFaceDetector, SeparableFilterIsDlibsToTheBit)
-{
-    cv::RNG random(5);
-    for (const auto& [rows, cols] : {std::pair{5, 3}, std::pair{9, 17}, std::pair{40, 61}}) {
-        dlib::array2d<float> plane(rows, cols), before(rows, cols);
-        for (long r = 0; r < rows; ++r)
-            for (long c = 0; c < cols; ++c) {
-                plane[r][c] = random.uniform(-1.0f, 1.0f);
-                before[r][c] = random.uniform(-1.0f, 1.0f);
-            }
-        for (const long taps : {1, 2, 3, 4, 7, 11}) {
-            dlib::matrix<float, 0, 1> rowFilter(taps), colFilter(taps + 1);
-            for (long k = 0; k < taps; ++k)
-                rowFilter(k) = random.uniform(-1.0f, 1.0f);
-            for (long k = 0; k <= taps; ++k)
-                colFilter(k) = random.uniform(-1.0f, 1.0f);
-            for (const bool addTo : {false, true}) {
-                dlib::array2d<float> stock, ours, scratch;
-                dlib::assign_image(stock, before);
-                dlib::assign_image(ours, before);
-                const dlib::rectangle stockArea =
-                    dlib::float_spatially_filter_image_separable(plane, stock, rowFilter, colFilter, scratch, addTo);
-                EXPECT_EQ(filterSeparable(plane, ours, rowFilter, colFilter, scratch, addTo), stockArea);
-                long differing = 0;
-                for (long r = 0; r < rows; ++r)
-                    for (long c = 0; c < cols; ++c)
-                        differing += std::memcmp(&stock[r][c], &ours[r][c], sizeof(float)) != 0;
-                EXPECT_EQ(differing, 0) << rows << "x" << cols << ", " << taps << " taps, added " << addTo;
-            }
-        }
-    }
-}
-
 // With the threshold lowered, dozens of weak boxes on many levels and all
 // five filters go through the sorting and the overlap suppression: the
 // order and every confidence must be dlib's.
