@@ -17,7 +17,7 @@ packages=(
   libheif-dev libexiv2-dev
   # desktop checks and scripted runs under a virtual display with a window
   # manager, and their screenshots
-  xvfb xauth x11-utils xdotool wmctrl openbox imagemagick desktop-file-utils appstream
+  time bc xvfb xauth x11-utils xdotool wmctrl openbox imagemagick desktop-file-utils appstream
 )
 
 source "$root/scripts/install-packages.sh"

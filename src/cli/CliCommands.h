@@ -8,6 +8,8 @@ enum CliStatus : int {
     kCliNoFace = 1,
     kCliSeveralFaces = 2,
     kCliUnreadable = 3,
+    kCliSomeRefused = 5, // a batch rendered what it could; the report says why not the rest
+    kCliInterrupted = 130, // Ctrl+C: the photos in flight were written whole, the rest not started
     kCliUsage = 64,
 };
 

@@ -1,3 +1,4 @@
+#include "BatchRender.h"
 #include "CliCommands.h"
 #include "Compositor.h"
 #include "EditingStateJson.h"
@@ -28,9 +29,17 @@ void tellWarnings(const QStringList& warnings)
 }
 
 struct RenderArguments {
-    QString photo, settings, preset, output;
+    QStringList photos;
+    QString settings, preset, output, format, report;
     PictureEncoding encoding;
-    bool timings = false;
+    bool timings = false, recursive = false, overwrite = false, quiet = false, oneAtATime = false;
+
+    // Several photos, a folder, or an output that is a folder.
+    bool batch() const
+    {
+        return photos.size() > 1 || QFileInfo(photos.value(0)).isDir() || output.endsWith('/')
+               || QFileInfo(output).isDir();
+    }
 };
 
 bool parseQuality(const QString& text, int& quality)
@@ -42,27 +51,33 @@ bool parseQuality(const QString& text, int& quality)
 
 bool parse(const QStringList& arguments, RenderArguments& parsed)
 {
+    const std::pair<const char*, bool RenderArguments::*> flags[] = {
+        {"--timings", &RenderArguments::timings},     {"--recursive", &RenderArguments::recursive},
+        {"--overwrite", &RenderArguments::overwrite}, {"--quiet", &RenderArguments::quiet},
+        {"--one-at-a-time", &RenderArguments::oneAtATime}};
+    const std::pair<const char*, QString RenderArguments::*> values[] = {
+        {"--settings", &RenderArguments::settings}, {"--preset", &RenderArguments::preset},
+        {"-o", &RenderArguments::output},           {"--format", &RenderArguments::format},
+        {"--report", &RenderArguments::report}};
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString& argument = arguments[i];
-        if (argument == "--timings")
-            parsed.timings = true;
+        const auto flag = std::find_if(std::begin(flags), std::end(flags), [&](const auto& f) { return argument == f.first; });
+        const auto value = std::find_if(std::begin(values), std::end(values), [&](const auto& v) { return argument == v.first; });
+        if (flag != std::end(flags))
+            parsed.*flag->second = true;
+        else if (value != std::end(values) && i + 1 < arguments.size())
+            parsed.*value->second = arguments[++i];
         else if (argument == "--quality" && i + 1 < arguments.size()) {
             if (!parseQuality(arguments[++i], parsed.encoding.quality))
                 return false;
         }
-        else if (argument == "--settings" && i + 1 < arguments.size())
-            parsed.settings = arguments[++i];
-        else if (argument == "--preset" && i + 1 < arguments.size())
-            parsed.preset = arguments[++i];
-        else if (argument == "-o" && i + 1 < arguments.size())
-            parsed.output = arguments[++i];
-        else if (parsed.photo.isEmpty() && !argument.startsWith('-'))
-            parsed.photo = argument;
+        else if (!argument.startsWith('-'))
+            parsed.photos << argument;
         else
             return false;
     }
     const bool oneSource = parsed.settings.isEmpty() || parsed.preset.isEmpty();
-    return !parsed.photo.isEmpty() && !parsed.output.isEmpty() && oneSource;
+    return !parsed.photos.isEmpty() && !parsed.output.isEmpty() && oneSource;
 }
 
 // The settings file given, or the preset's file, or none (the defaults).
@@ -99,27 +114,35 @@ int runRender(const QStringList& arguments)
 {
     RenderArguments args;
     if (!parse(arguments, args))
-        return fail(kCliUsage, "usage: bellavenor-cli render PHOTO [--settings FILE.json|--preset NAME] "
-                               "-o OUT.png|.jpg|.webp|.tif [--quality 1-100] [--timings]");
-    const std::optional<PictureFormat> format = pictureFormatOf(args.output);
+        return fail(kCliUsage, "usage: bellavenor-cli render PHOTO... [--settings FILE.json|--preset NAME] "
+                               "-o OUT.png|.jpg|.webp|.tif|FOLDER/ [--quality 1-100] [--timings] (see --help)");
+    // A batch writes the format --format names (PNG without it); one photo
+    // the one its output's name ends in.
+    const std::optional<PictureFormat> format
+        = args.batch() ? (args.format.isEmpty() ? PictureFormat::Png : pictureFormatOf("picture." + args.format))
+                       : pictureFormatOf(args.output);
     if (!format)
         return fail(kCliUsage, QString("Bellavenor cannot write \"%1\": the output's name must end in %2.")
-                                   .arg(args.output, writtenExtensions()));
+                                   .arg(args.batch() ? args.format : args.output, writtenExtensions()));
     args.encoding.format = *format;
     EditingState state;
     QString error;
     const QString settings = settingsFileOf(args, error);
     if (!error.isEmpty() || (!settings.isEmpty() && !readSettingsFile(settings, state, error)))
         return fail(kCliUnreadable, error);
+    if (args.batch())
+        return runBatch({args.photos, args.output, args.encoding, state, args.recursive, args.overwrite, args.quiet,
+                         args.oneAtATime, args.report});
+    const QString photo = args.photos.first();
 
     StageClock clock{args.timings, {}};
     clock.timer.start();
-    DecodedPhoto decoded = decodePhoto(args.photo);
+    DecodedPhoto decoded = decodePhoto(photo);
     clock.lap("decode");
     if (!decoded.ok())
         return fail(kCliUnreadable, decoded.error);
     tellWarnings(decoded.warnings);
-    const OpenResult opened = analysePhoto(args.photo, std::move(decoded));
+    const OpenResult opened = analysePhoto(photo, std::move(decoded));
     clock.lap("analyse");
     if (opened.outcome != OpenResult::Opened)
         return fail(opened.outcome == OpenResult::NoFace         ? kCliNoFace

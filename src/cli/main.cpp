@@ -14,11 +14,19 @@ constexpr const char* kUsage =
     "         OUT's extension picks the format: .png, .jpg/.jpeg, .webp, .tif/.tiff;\n"
     "         --quality is for JPEG and WebP (default 92). A preset is one saved in the window\n"
     "         (Presets → Save as Preset…), kept in ~/.local/share/Bellavenor/presets.\n"
+    "       bellavenor-cli render PHOTO|FOLDER... [--settings FILE.json | --preset NAME] -o FOLDER/\n"
+    "         [--format png|jpg|webp|tif] [--quality 1-100] [--recursive] [--overwrite] [--quiet]\n"
+    "         [--report REPORT.json]\n"
+    "         A whole shoot in one process: FOLDER/NAME.png (or the --format's) for each photo; an\n"
+    "         existing output is kept unless --overwrite, so a rerun finishes what is missing. A\n"
+    "         refused photo is reported and skipped; Ctrl+C stops once the photos in flight are\n"
+    "         written whole.\n"
     "       bellavenor-cli settings\n"
     "       bellavenor-cli --help | --version\n"
     "--verbose (anywhere) also prints the engine's log: the 68 landmark points.\n"
-    "Exit status: 0 done, 1 no face, 2 several faces, 3 unreadable photo or settings file,\n"
-    "64 wrong command line.\n";
+    "Exit status: 0 done (a batch: every photo has its picture), 1 no face, 2 several faces,\n"
+    "3 unreadable photo or settings file, 5 a batch refused some photos, 64 wrong command line,\n"
+    "130 a batch interrupted.\n";
 
 bool verbose = false;
 

@@ -1,0 +1,313 @@
+#include "BatchRender.h"
+
+#include "CliCommands.h"
+#include "Compositor.h"
+#include "OpenedPhoto.h"
+#include "PhotoDecoder.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <future>
+#include <map>
+#include <optional>
+#include <unistd.h>
+
+namespace {
+
+std::atomic<bool> interrupted{false};
+
+void stopAfterThePhotosInFlight(int)
+{
+    interrupted = true;
+}
+
+const QStringList kPictureExtensions{"bmp", "jpg", "jpeg", "gif", "png", "tif", "tiff", "webp", "heic", "heif", "avif"};
+
+struct Job {
+    QString input, output;
+    QString result = "todo"; // then rendered, kept (its output was there) or refused
+    QString kind;               // why refused, as the summary counts it
+    QString reason;
+    qint64 milliseconds = 0;
+};
+
+// What the worker hands over: a decoded photo, or the refusal.
+struct Decoded {
+    std::optional<DecodedPhoto> photo;
+    qint64 milliseconds = 0;
+};
+
+// A composed picture waiting to be written.
+struct Composed {
+    Job* job = nullptr;
+    QImage picture;
+    PhotoMetadata metadata;
+};
+
+Decoded decode(const Job& job)
+{
+    QElapsedTimer clock;
+    clock.start();
+    Decoded decoded{decodePhoto(job.input), 0};
+    decoded.milliseconds = clock.elapsed();
+    return decoded;
+}
+
+void refuse(Job& job, const QString& kind, const QString& reason)
+{
+    job.result = "refused";
+    job.kind = kind;
+    job.reason = reason;
+}
+
+// Analyses and composes one photo (main thread); empty when refused.
+Composed compose(Job& job, Decoded decoded, const EditingState& state)
+{
+    if (!decoded.photo->ok()) {
+        refuse(job, decoded.photo->error.contains("megapixels") ? "too large" : "unreadable", decoded.photo->error);
+        return {};
+    }
+    QElapsedTimer clock;
+    clock.start();
+    OpenResult opened = analysePhoto(job.input, std::move(*decoded.photo));
+    job.milliseconds = decoded.milliseconds;
+    if (opened.outcome != OpenResult::Opened) {
+        refuse(job,
+               opened.outcome == OpenResult::NoFace         ? "no face"
+               : opened.outcome == OpenResult::SeveralFaces ? "several faces"
+                                                            : "unreadable",
+               opened.message);
+        return {};
+    }
+    Compositor compositor;
+    QString error;
+    const QImage* picture = compositor.tryCompose(opened.photo, Reshaping::of(opened.photo.regions), state, error);
+    job.milliseconds += clock.elapsed();
+    if (!picture) {
+        refuse(job, "not rendered", QString("The picture could not be rendered: %1.").arg(error));
+        return {};
+    }
+    return {&job, picture->copy(), opened.photo.metadata};
+}
+
+// Writes beside the output and renames it (QSaveFile), so an output name
+// never holds half a picture.
+void encode(Composed composed, const PictureEncoding& encoding)
+{
+    if (!composed.job)
+        return;
+    QElapsedTimer clock;
+    clock.start();
+    Job& job = *composed.job;
+    if (const QString reason = writePicture(composed.picture, job.output, encoding, composed.metadata); !reason.isEmpty())
+        refuse(job, "not written", QString("The picture could not be written to \"%1\": %2.").arg(job.output, reason));
+    else
+        job.result = "rendered";
+    job.milliseconds += clock.elapsed();
+}
+
+QString minutesAndSeconds(qint64 milliseconds)
+{
+    const qint64 seconds = (milliseconds + 500) / 1000;
+    return QString("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0'));
+}
+
+// On a terminal one line redrawn in place; elsewhere a line per photo.
+class Progress {
+public:
+    Progress(qsizetype total, bool quiet)
+        : total_(total)
+        , quiet_(quiet)
+        , terminal_(isatty(fileno(stderr)) != 0)
+    {
+        clock_.start();
+    }
+
+    void photoDone(const Job& job)
+    {
+        ++done_;
+        const bool failed = job.result == "refused";
+        const QString name = QFileInfo(job.input).fileName();
+        if (quiet_ && !failed)
+            return;
+        if (terminal_ && !failed) {
+            const qint64 elapsed = clock_.elapsed();
+            std::fprintf(stderr, "\r\033[K[%lld/%lld] %s · %s elapsed · about %s left", qlonglong(done_),
+                         qlonglong(total_), qPrintable(name), qPrintable(minutesAndSeconds(elapsed)),
+                         qPrintable(minutesAndSeconds(elapsed * (total_ - done_) / done_)));
+            std::fflush(stderr);
+            return;
+        }
+        std::fprintf(stderr, "%s[%lld/%lld] %s: %s\n", terminal_ ? "\r\033[K" : "", qlonglong(done_),
+                     qlonglong(total_), qPrintable(name),
+                     qPrintable(failed                   ? "refused: " + job.reason
+                                : job.result == "kept" ? QString("kept: its picture is there already")
+                                                       : QString("rendered in %1 ms").arg(job.milliseconds)));
+    }
+
+    qint64 elapsed() const { return clock_.elapsed(); }
+    void end() const
+    {
+        if (terminal_ && !quiet_)
+            std::fputs("\n", stderr);
+    }
+
+private:
+    qsizetype total_, done_ = 0;
+    bool quiet_, terminal_;
+    QElapsedTimer clock_;
+};
+
+// Each photo's output name; existing outputs are kept unless overwritten,
+// and two photos of one base name cannot share an output.
+std::vector<Job> plan(const QStringList& photos, const BatchOptions& options)
+{
+    std::vector<Job> jobs;
+    std::map<QString, QString> takenBy;
+    for (const QString& photo : photos) {
+        Job job;
+        job.input = photo;
+        job.output = withPictureExtension(QDir(options.outputFolder).filePath(QFileInfo(photo).completeBaseName()),
+                                          options.encoding.format);
+        if (const auto [taken, fresh] = takenBy.emplace(job.output, photo); !fresh)
+            refuse(job, "same output name", QString("\"%1\" would be written over by \"%2\": both are named %3.")
+                                                 .arg(taken->second, photo, QFileInfo(job.output).fileName()));
+        else if (!options.overwrite && QFileInfo::exists(job.output))
+            job.result = "kept";
+        jobs.push_back(job);
+    }
+    return jobs;
+}
+
+bool writeReport(const QString& path, const std::vector<Job>& jobs)
+{
+    QJsonArray entries;
+    for (const Job& job : jobs)
+        entries.append(QJsonObject{{"input", job.input},
+                                   {"output", job.output},
+                                   {"result", job.result},
+                                   {"reason", job.reason},
+                                   {"milliseconds", job.milliseconds}});
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(entries).toJson()) >= 0 && file.commit();
+}
+
+void printSummary(const std::vector<Job>& jobs, qint64 milliseconds, bool stopped)
+{
+    std::map<QString, int> counts, refusals;
+    for (const Job& job : jobs)
+        ++(job.result == "refused" && !job.kind.isEmpty() ? refusals[job.kind] : counts[job.result]);
+    QStringList why;
+    int refused = 0;
+    for (const auto& [kind, count] : refusals) {
+        why << QString("%1 %2").arg(kind).arg(count);
+        refused += count;
+    }
+    std::fprintf(stderr, "Rendered %d of %d photos in %s; kept %d existing; refused %d%s.%s\n", counts["rendered"],
+                 int(jobs.size()), qPrintable(minutesAndSeconds(milliseconds)), counts["kept"], refused,
+                 why.isEmpty() ? "" : qPrintable(" (" + why.join(", ") + ")"),
+                 stopped ? " Interrupted: the rest were not started." : "");
+}
+
+} // namespace
+
+QStringList photosIn(const QStringList& inputs, bool recursive)
+{
+    QStringList photos;
+    for (const QString& input : inputs) {
+        if (!QFileInfo(input).isDir()) {
+            photos << input;
+            continue;
+        }
+        QStringList found;
+        QDirIterator files(input, QDir::Files | QDir::Readable,
+                           recursive ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
+        while (files.hasNext()) {
+            const QString path = files.next();
+            if (kPictureExtensions.contains(QFileInfo(path).suffix().toLower()))
+                found << path;
+        }
+        found.sort();
+        photos << found;
+    }
+    return photos;
+}
+
+int runBatch(const BatchOptions& options)
+{
+    const QStringList photos = photosIn(options.inputs, options.recursive);
+    if (photos.isEmpty()) {
+        std::fprintf(stderr, "There is no picture Bellavenor reads in %s.\n", qPrintable(options.inputs.join(", ")));
+        return kCliUsage;
+    }
+    if (!QDir().mkpath(options.outputFolder)) {
+        std::fprintf(stderr, "The folder \"%s\" could not be made.\n", qPrintable(options.outputFolder));
+        return kCliUnreadable;
+    }
+    std::signal(SIGINT, stopAfterThePhotosInFlight);
+    std::signal(SIGTERM, stopAfterThePhotosInFlight);
+    std::vector<Job> jobs = plan(photos, options);
+    std::vector<Job*> todo;
+    Progress progress(qsizetype(jobs.size()), options.quiet);
+    for (Job& job : jobs) {
+        if (job.result == "todo")
+            todo.push_back(&job);
+        else
+            progress.photoDone(job);
+    }
+
+    // The worker's task for photo i: write photo i - 1's picture, let it go,
+    // then decode photo i + 1.
+    const auto workerTask = [&](Composed previous, std::size_t next) {
+        encode(std::move(previous), options.encoding);
+        return next < todo.size() ? decode(*todo[next]) : Decoded{};
+    };
+    const auto run = [&](Composed previous, std::size_t next) {
+        return std::async(options.oneAtATime ? std::launch::deferred : std::launch::async, workerTask,
+                          std::move(previous), next);
+    };
+    std::future<Decoded> worker = run({}, 0);
+    Composed unwritten;
+    Job* writing = nullptr; // whose picture the worker writes
+    std::size_t i = 0;
+    for (; i < todo.size() && !interrupted; ++i) {
+        Decoded decoded = worker.get();
+        if (writing)
+            progress.photoDone(*writing);
+        Composed current = compose(*todo[i], std::move(decoded), options.state);
+        if (!current.job)
+            progress.photoDone(*todo[i]);
+        writing = unwritten.job;
+        worker = run(std::exchange(unwritten, std::move(current)), i + 1);
+    }
+    worker.get(); // the last decode, or the one a stop made useless
+    if (writing)
+        progress.photoDone(*writing);
+    if (unwritten.job) {
+        Job& last = *unwritten.job;
+        encode(std::move(unwritten), options.encoding);
+        progress.photoDone(last);
+    }
+    progress.end();
+    const bool stopped = i < todo.size();
+    for (std::size_t rest = i; rest < todo.size(); ++rest)
+        refuse(*todo[rest], "not started", "Interrupted before this photo.");
+    if (!options.report.isEmpty() && !writeReport(options.report, jobs))
+        std::fprintf(stderr, "The report \"%s\" could not be written.\n", qPrintable(options.report));
+    if (!options.quiet)
+        printSummary(jobs, progress.elapsed(), stopped);
+    if (stopped)
+        return kCliInterrupted;
+    const bool allThere = std::all_of(jobs.begin(), jobs.end(), [](const Job& job) { return job.result != "refused"; });
+    return allThere ? kCliOk : kCliSomeRefused;
+}

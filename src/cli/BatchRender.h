@@ -1,0 +1,35 @@
+#pragma once
+
+#include "EditingState.h"
+#include "PictureSaver.h"
+
+#include <QString>
+#include <QStringList>
+
+// bellavenor-cli render PHOTO... -o FOLDER/: one look on a whole shoot in one
+// process. The model is read once; while one photo is analysed and composed
+// (on both cores where the engine parallelises), a worker writes the previous
+// picture and then decodes the next photo, so at most two photos are in
+// memory at once.
+struct BatchOptions {
+    QStringList inputs; // photos and folders
+    QString outputFolder;
+    PictureEncoding encoding;
+    EditingState state;
+    bool recursive = false;
+    bool overwrite = false;
+    bool quiet = false;
+    bool oneAtATime = false; // no worker: for measuring what the overlap gains
+    QString report;          // a JSON file with one entry per photo, when given
+};
+
+// The pictures Bellavenor reads among `inputs`: files as given, folders'
+// pictures by extension (their subfolders too when `recursive`), in name order.
+QStringList photosIn(const QStringList& inputs, bool recursive);
+
+// Renders every photo into the output folder as BASENAME.EXT of the chosen
+// format; an existing output is kept (unless `overwrite`), a refused photo
+// is reported and skipped. Returns the exit status: 0 when every photo has
+// its picture, kCliSomeRefused when some were refused, kCliInterrupted after
+// Ctrl+C (the photos in flight are written whole first).
+int runBatch(const BatchOptions& options);
