@@ -1,4 +1,5 @@
 #include "CompositorSteps.h"
+#include "TestPortrait.h"
 #include "StartedDelegate.h"
 #include "ColourWell.h"
 #include "EffectCatalogue.h"
@@ -32,12 +33,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-const OpenedPhoto& portrait()
-{
-    static const OpenResult opened = openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png");
-    return opened.photo;
-}
 
 class PanelsTest : public StartedDelegateTest {
 protected:

@@ -1,4 +1,5 @@
 #include "FaceFixtures.h"
+#include "TestPortrait.h"
 #include "ImageSpace.h"
 #include "OpenedPhoto.h"
 #include "TiffPages.h"
@@ -15,13 +16,6 @@
 namespace {
 
 // The portrait opened once for every test here.
-const OpenedPhoto& portrait()
-{
-    static const OpenResult opened = openAndAnalyse(testDataPath("portrait.png"));
-    EXPECT_EQ(opened.outcome, OpenResult::Opened) << opened.message.toStdString();
-    return opened.photo;
-}
-
 } // namespace
 
 TEST(OpenAndAnalyse, CarriesThePercentFormsAndRefusesWithTheUsersMessages)

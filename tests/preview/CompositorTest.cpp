@@ -1,4 +1,5 @@
 #include "Compositor.h"
+#include "TestPortrait.h"
 #include "CompositorSteps.h"
 #include "FastPaths.h"
 #include "ImageSpace.h"
@@ -30,13 +31,6 @@ struct PlainPathsOnly {
     PlainPathsOnly& operator=(const PlainPathsOnly&) = delete;
 };
 
-
-const OpenedPhoto& portrait()
-{
-    static const OpenResult opened = openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png");
-    EXPECT_EQ(opened.outcome, OpenResult::Opened);
-    return opened.photo;
-}
 
 const Reshaping& asOpened()
 {

@@ -1,4 +1,5 @@
 #include "OpenedPhoto.h"
+#include "TestPortrait.h"
 #include "Reshaping.h"
 #include "View_Picture.h"
 
@@ -10,12 +11,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-const OpenedPhoto& portrait()
-{
-    static const OpenResult opened = openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png");
-    return opened.photo;
-}
 
 // Every rule runs twice: with the photo fitted (the best-fit frame, here
 // 1.16 view pixels per photo pixel) and at 100 % (one photo pixel per view

@@ -3,6 +3,7 @@
 // (a formula, a region, a blend, an order) fails here. Each recording keeps
 // only the pixels the settings change; the rest is transparent, so the files
 // stay small. BELLAVENOR_RECORD=1 writes them anew from the program.
+#include "TestPortrait.h"
 #include "Compositor.h"
 #include "EditingStateJson.h"
 #include "OpenedPhoto.h"
@@ -12,12 +13,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-const OpenedPhoto& portrait()
-{
-    static const OpenResult opened = openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png");
-    return opened.photo;
-}
 
 // Every setting at a value other than its default, so that two settings
 // exchanged or one read in place of another show.

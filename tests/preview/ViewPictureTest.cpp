@@ -1,4 +1,5 @@
 #include "ImageSpace.h"
+#include "TestPortrait.h"
 #include "OpenedPhoto.h"
 #include "Picture.h"
 #include "PreviewGeometry.h"
@@ -12,12 +13,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-const OpenedPhoto& portrait()
-{
-    static const OpenResult opened = openAndAnalyse(QString(BELLAVENOR_TEST_DATA) + "/portrait.png");
-    return opened.photo;
-}
 
 // The 512 × 512 portrait in a 700 × 600 preview, lips recoloured and skin
 // smoothed, so the retouched picture differs from the photo on both sides
