@@ -17,9 +17,10 @@
 #include <atomic>
 #include <csignal>
 #include <cstdio>
-#include <future>
+#include <mutex>
 #include <map>
 #include <optional>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -47,7 +48,7 @@ struct Decoded {
     qint64 milliseconds = 0;
 };
 
-// A composed picture waiting to be written.
+// A composed picture to be written.
 struct Composed {
     Job* job = nullptr;
     QImage picture;
@@ -266,42 +267,31 @@ int runBatch(const BatchOptions& options)
             progress.photoDone(job);
     }
 
-    // The worker's task for photo i: write photo i - 1's picture, let it go,
-    // then decode photo i + 1.
-    const auto workerTask = [&](Composed previous, std::size_t next) {
-        encode(std::move(previous), options.encoding);
-        return next < todo.size() ? decode(*todo[next]) : Decoded{};
+    // Two photos at a time, each taken whole (decode, analyse, compose,
+    // write) by one of two threads: measured faster than one photo at a time
+    // using both cores inside the engine, or than overlapping one photo's
+    // writing and the next one's decoding with its composing.
+    std::atomic<std::size_t> next{0};
+    std::mutex printing;
+    const auto work = [&] {
+        for (std::size_t k = 0; !interrupted && (k = next++) < todo.size();) {
+            Job& job = *todo[k];
+            encode(compose(job, decode(job), options.state), options.encoding);
+            const std::lock_guard<std::mutex> locked(printing);
+            progress.photoDone(job);
+        }
     };
-    const auto run = [&](Composed previous, std::size_t next) {
-        return std::async(options.oneAtATime ? std::launch::deferred : std::launch::async, workerTask,
-                          std::move(previous), next);
-    };
-    std::future<Decoded> worker = run({}, 0);
-    Composed unwritten;
-    Job* writing = nullptr; // whose picture the worker writes
-    std::size_t i = 0;
-    for (; i < todo.size() && !interrupted; ++i) {
-        Decoded decoded = worker.get();
-        if (writing)
-            progress.photoDone(*writing);
-        Composed current = compose(*todo[i], std::move(decoded), options.state);
-        if (!current.job)
-            progress.photoDone(*todo[i]);
-        writing = unwritten.job;
-        worker = run(std::exchange(unwritten, std::move(current)), i + 1);
-    }
-    worker.get(); // the last decode, or the one a stop made useless
-    if (writing)
-        progress.photoDone(*writing);
-    if (unwritten.job) {
-        Job& last = *unwritten.job;
-        encode(std::move(unwritten), options.encoding);
-        progress.photoDone(last);
-    }
+    std::optional<std::thread> second;
+    if (!options.oneAtATime)
+        second.emplace(work);
+    work();
+    if (second)
+        second->join();
     progress.end();
-    const bool stopped = i < todo.size();
-    for (std::size_t rest = i; rest < todo.size(); ++rest)
-        refuse(*todo[rest], "not started", "Interrupted before this photo.");
+    const bool stopped = interrupted && std::any_of(todo.begin(), todo.end(), [](const Job* job) { return job->result == "todo"; });
+    for (Job* job : todo)
+        if (job->result == "todo")
+            refuse(*job, "not started", "Interrupted before this photo.");
     if (!options.report.isEmpty() && !writeReport(options.report, jobs))
         std::fprintf(stderr, "The report \"%s\" could not be written.\n", qPrintable(options.report));
     if (!options.quiet)

@@ -7,10 +7,8 @@
 #include <QStringList>
 
 // bellavenor-cli render PHOTO... -o FOLDER/: one look on a whole shoot in one
-// process. The model is read once; while one photo is analysed and composed
-// (on both cores where the engine parallelises), a worker writes the previous
-// picture and then decodes the next photo, so at most two photos are in
-// memory at once.
+// process. The model is read once; two threads each take a photo whole, so
+// both cores stay busy and at most two photos are in memory at once.
 struct BatchOptions {
     QStringList inputs; // photos and folders
     QString outputFolder;
@@ -19,7 +17,7 @@ struct BatchOptions {
     bool recursive = false;
     bool overwrite = false;
     bool quiet = false;
-    bool oneAtATime = false; // no worker: for measuring what the overlap gains
+    bool oneAtATime = false; // one thread: for measuring what the second gains
     QString report;          // a JSON file with one entry per photo, when given
 };
 

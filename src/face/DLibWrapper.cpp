@@ -12,6 +12,7 @@
 
 #include <opencv2/core.hpp>
 
+#include <mutex>
 #include <optional>
 
 namespace {
@@ -24,10 +25,13 @@ struct LandmarkModel {
 };
 
 // Loading the model takes about a second, so it is loaded once per process
-// and reused; a failed load is tried again on the next call.
+// and reused; a failed load is tried again on the next call. A batch asks
+// from two threads; detection and landmarks only read the model.
 LandmarkModel* loadedModel(QString& error)
 {
+    static std::mutex loading;
     static std::optional<LandmarkModel> model;
+    const std::lock_guard<std::mutex> locked(loading);
     if (model)
         return &*model;
     const QString path = DLibWrapper::modelPath();

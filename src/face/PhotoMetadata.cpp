@@ -27,15 +27,22 @@ const std::set<std::string> kStructureTags = {
     "Exif.Image.JPEGInterchangeFormatLength",
 };
 
-// exiv2 keeps process-wide state: its XMP toolkit must be set up once, and
+// exiv2 keeps process-wide state: its XMP toolkit must be set up once, with
+// a lock since a batch reads and writes two photos' metadata at once, and
 // its log would otherwise print warnings about every odd file on stderr,
 // where the command-line tool's messages go.
 void prepareExiv2()
 {
     static std::once_flag once;
+    static std::recursive_mutex xmp;
     std::call_once(once, [] {
         Exiv2::LogMsg::setLevel(Exiv2::LogMsg::mute);
-        Exiv2::XmpParser::initialize();
+        Exiv2::XmpParser::initialize(
+            [](void* lock, bool take) {
+                auto* mutex = static_cast<std::recursive_mutex*>(lock);
+                take ? mutex->lock() : mutex->unlock();
+            },
+            &xmp);
     });
 }
 

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cmath>
+#include <mutex>
 
 namespace {
 
@@ -41,6 +42,7 @@ QCache<CurveKey, PreparedCurve>& splineCurveCache()
 }
 
 std::atomic<int> curvesPrepared{0};
+std::mutex cacheLock; // a batch composes two photos at once
 
 // Limits to 0..255 and truncates towards zero; not-a-number counts as 255.
 int clampTrunc(float v)
@@ -187,8 +189,11 @@ QList<QPointF> TRCIRGBToneCurve::splineCurve(const QList<QPointF>& points)
 PreparedCurve TRCIRGBToneCurve::getPreparedSplineCurve(const ControlPoints& points)
 {
     const CurveKey key{points};
-    if (const PreparedCurve* cached = splineCurveCache().object(key))
-        return *cached;
+    {
+        const std::lock_guard<std::mutex> locked(cacheLock);
+        if (const PreparedCurve* cached = splineCurveCache().object(key))
+            return *cached;
+    }
     if (points.isEmpty())
         return {};
     QList<QPointF> samples = splineCurve(sortedByXInLevels(points));
@@ -200,6 +205,7 @@ PreparedCurve TRCIRGBToneCurve::getPreparedSplineCurve(const ControlPoints& poin
     offsets.reserve(size_t(samples.size()));
     for (const QPointF& p : samples)
         offsets.push_back(float(p.y() - p.x()));
+    const std::lock_guard<std::mutex> locked(cacheLock);
     splineCurveCache().insert(key, new PreparedCurve(offsets), 1);
     return offsets;
 }
