@@ -15,8 +15,9 @@
 #include <cmath>
 
 // Marks a function holding a hot pixel loop: built for AVX2 and for the
-// baseline processor, the better one chosen when the program starts.
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__)
+// baseline processor, the better one chosen when the program starts (not
+// under ThreadSanitizer, whose instrumentation breaks the choosing).
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_THREAD__)
 #define BELLAVENOR_HOT_LOOP __attribute__((target_clones("avx2", "default")))
 #else
 #define BELLAVENOR_HOT_LOOP
