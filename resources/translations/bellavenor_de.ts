@@ -202,6 +202,22 @@
         <source>Export Settings…</source>
         <translation>Einstellungen exportieren…</translation>
     </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Presets</source>
+        <translation>Vorlagen</translation>
+    </message>
+    <message>
+        <source>Open Recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Open Settings…</source>
+        <translation>Einstellungen öffnen…</translation>
+    </message>
 </context>
 <context>
     <name>AppDelegate</name>
@@ -225,6 +241,38 @@
         <source>Settings exported to %1</source>
         <translation>Einstellungen gespeichert unter %1</translation>
     </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Open Settings…</source>
+        <translation>Einstellungen öffnen…</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Save as Preset</source>
+        <translation>Als Vorlage speichern</translation>
+    </message>
+    <message>
+        <source>Name of the preset:</source>
+        <translation>Name der Vorlage:</translation>
+    </message>
+    <message>
+        <source>%1 Defaults</source>
+        <translation>%1 Standardwerte</translation>
+    </message>
+    <message>
+        <source>Reset Under-Eye Rings</source>
+        <translation>Augenringe zurücksetzen</translation>
+    </message>
 </context>
 <context>
     <name>EffectPanel</name>
@@ -245,6 +293,55 @@
     <message>
         <source>Add a text</source>
         <translation>Text hinzufügen</translation>
+    </message>
+</context>
+<context>
+    <name>PresetsMenu</name>
+    <message>
+        <source>No Presets</source>
+        <translation>Keine Vorlagen</translation>
+    </message>
+    <message>
+        <source>Save as Preset…</source>
+        <translation>Als Vorlage speichern…</translation>
+    </message>
+    <message>
+        <source>Delete Preset</source>
+        <translation>Vorlage löschen</translation>
+    </message>
+    <message>
+        <source>Apply Preset %1</source>
+        <translation>Vorlage %1 anwenden</translation>
+    </message>
+</context>
+<context>
+    <name>RecentPhotos</name>
+    <message>
+        <source>No Recent Photos</source>
+        <translation>Keine zuletzt geöffneten Fotos</translation>
+    </message>
+</context>
+<context>
+    <name>EditHistory</name>
+    <message>
+        <source>%1 On</source>
+        <translation>%1 ein</translation>
+    </message>
+    <message>
+        <source>%1 Off</source>
+        <translation>%1 aus</translation>
+    </message>
+    <message>
+        <source>Move Blush Area</source>
+        <translation>Rougefläche verschieben</translation>
+    </message>
+    <message>
+        <source>Move Under-Eye Ring</source>
+        <translation>Augenring verschieben</translation>
+    </message>
+    <message>
+        <source>Change Settings</source>
+        <translation>Einstellungen ändern</translation>
     </message>
 </context>
 </TS>
