@@ -222,8 +222,11 @@ void printSummary(const std::vector<Job>& jobs, qint64 milliseconds, bool stoppe
 
 } // namespace
 
-QStringList photosIn(const QStringList& inputs, bool recursive)
+QStringList photosIn(const QStringList& inputs, bool recursive, const QString& outputFolder)
 {
+    // Pictures already written by a batch into a folder inside the shoot
+    // are no photos of it.
+    const QString written = QDir(outputFolder).absolutePath() + "/";
     QStringList photos;
     for (const QString& input : inputs) {
         if (!QFileInfo(input).isDir()) {
@@ -235,7 +238,8 @@ QStringList photosIn(const QStringList& inputs, bool recursive)
                            recursive ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
         while (files.hasNext()) {
             const QString path = files.next();
-            if (kPictureExtensions.contains(QFileInfo(path).suffix().toLower()))
+            if (kPictureExtensions.contains(QFileInfo(path).suffix().toLower())
+                && !QFileInfo(path).absoluteFilePath().startsWith(written))
                 found << path;
         }
         found.sort();
@@ -246,7 +250,7 @@ QStringList photosIn(const QStringList& inputs, bool recursive)
 
 int runBatch(const BatchOptions& options)
 {
-    const QStringList photos = photosIn(options.inputs, options.recursive);
+    const QStringList photos = photosIn(options.inputs, options.recursive, options.outputFolder);
     if (photos.isEmpty()) {
         std::fprintf(stderr, "There is no picture Bellavenor reads in %s.\n", qPrintable(options.inputs.join(", ")));
         return kCliUsage;

@@ -22,8 +22,9 @@ struct BatchOptions {
 };
 
 // The pictures Bellavenor reads among `inputs`: files as given, folders'
-// pictures by extension (their subfolders too when `recursive`), in name order.
-QStringList photosIn(const QStringList& inputs, bool recursive);
+// pictures by extension (their subfolders too when `recursive`, but not
+// `outputFolder`), in name order.
+QStringList photosIn(const QStringList& inputs, bool recursive, const QString& outputFolder);
 
 // Renders every photo into the output folder as BASENAME.EXT of the chosen
 // format; an existing output is kept (unless `overwrite`), a refused photo
