@@ -1,5 +1,6 @@
 #include "AppDelegate.h"
 
+#include "DLibWrapper.h"
 #include "DataFolder.h"
 #include "EditHistory.h"
 #include "EffectCatalogue.h"
@@ -90,7 +91,10 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
     connect(&timer_Reload_Toolbar_Arrays, &QTimer::timeout, this, &AppDelegate::Timer_Reload_Toolbar_Arrays_Routine);
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate()
+{
+    DLibWrapper::finishReadingModel();
+}
 
 QString AppDelegate::defaultDocumentsFolder()
 {
@@ -99,6 +103,7 @@ QString AppDelegate::defaultDocumentsFolder()
 
 bool AppDelegate::applicationDidFinishLaunching()
 {
+    DLibWrapper::startReadingModel(); // while the window comes up and a photo is chosen
     image_Pick_Color = QImage(":/color-picker-icon.png");
     s_App_Name = "Bellavenor";
     labels = LocalisedLabels::load();

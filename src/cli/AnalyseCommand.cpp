@@ -22,6 +22,7 @@ int runAnalyse(const QStringList& arguments)
 {
     if (arguments.size() != 1)
         return fail(kCliUsage, "usage: bellavenor-cli analyse PHOTO");
+    DLibWrapper::startReadingModel(); // while the photo is decoded
     const DecodedPhoto photo = decodePhoto(arguments.first());
     if (!photo.ok())
         return fail(kCliUnreadable, photo.error);

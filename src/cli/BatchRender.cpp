@@ -2,6 +2,7 @@
 
 #include "CliCommands.h"
 #include "Compositor.h"
+#include "DLibWrapper.h"
 #include "OpenedPhoto.h"
 #include "PhotoDecoder.h"
 
@@ -259,6 +260,7 @@ int runBatch(const BatchOptions& options)
         std::fprintf(stderr, "The folder \"%s\" could not be made.\n", qPrintable(options.outputFolder));
         return kCliUnreadable;
     }
+    DLibWrapper::startReadingModel(); // while the first photos are decoded
     std::signal(SIGINT, stopAfterThePhotosInFlight);
     std::signal(SIGTERM, stopAfterThePhotosInFlight);
     std::vector<Job> jobs = plan(photos, options);

@@ -1,5 +1,6 @@
 #include "BatchRender.h"
 #include "CliCommands.h"
+#include "DLibWrapper.h"
 #include "Compositor.h"
 #include "EditingStateJson.h"
 #include "OpenedPhoto.h"
@@ -135,6 +136,7 @@ int runRender(const QStringList& arguments)
                          args.oneAtATime, args.report});
     const QString photo = args.photos.first();
 
+    DLibWrapper::startReadingModel(); // while the photo is decoded
     StageClock clock{args.timings, {}};
     clock.timer.start();
     DecodedPhoto decoded = decodePhoto(photo);

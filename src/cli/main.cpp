@@ -1,4 +1,5 @@
 #include "CliCommands.h"
+#include "DLibWrapper.h"
 #include "Picture.h"
 
 #include <QGuiApplication>
@@ -69,10 +70,11 @@ int main(int argc, char* argv[])
         std::printf("bellavenor-cli %s\n", BELLAVENOR_VERSION);
         return kCliOk;
     }
-    if (command == "analyse")
-        return runAnalyse(arguments);
-    if (command == "render")
-        return runRender(arguments);
+    if (command == "analyse" || command == "render") {
+        const int status = command == "analyse" ? runAnalyse(arguments) : runRender(arguments);
+        DLibWrapper::finishReadingModel(); // a photo refused early leaves the model half read
+        return status;
+    }
     if (command == "settings")
         return arguments.isEmpty() ? runSettings() : usageError("settings takes no arguments");
     return usageError(QString("unknown command \"%1\"").arg(command));

@@ -12,6 +12,7 @@
 
 #include <opencv2/core.hpp>
 
+#include <future>
 #include <mutex>
 #include <optional>
 
@@ -99,6 +100,33 @@ QString DLibWrapper::modelPath()
             return candidate;
     }
     return {};
+}
+
+namespace {
+
+std::future<void>& modelReading()
+{
+    static std::future<void> reading;
+    return reading;
+}
+
+} // namespace
+
+// A failed read is said by the detection that needs the model, which tries
+// again.
+void DLibWrapper::startReadingModel()
+{
+    if (!modelReading().valid())
+        modelReading() = std::async(std::launch::async, [] {
+            QString error;
+            loadedModel(error);
+        });
+}
+
+void DLibWrapper::finishReadingModel()
+{
+    if (modelReading().valid())
+        modelReading().wait();
 }
 
 DetectionResult DLibWrapper::Detect_Facial_Points(const QImage& photo)

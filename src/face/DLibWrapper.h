@@ -25,6 +25,12 @@ public:
     // Never throws: dlib's failures come back as an error.
     static DetectionResult Detect_Facial_Points(const QImage& photo);
 
+    // Starts reading the model on another thread, so that the first photo
+    // opened does not pay for it; a detection before it is read waits for
+    // it. finishReadingModel waits for that thread, before the program ends.
+    static void startReadingModel();
+    static void finishReadingModel();
+
     // Where the 68-landmark model is looked for: the program's data folder
     // first, then Debian's libdlib-data. Empty when neither has it.
     static QString modelPath();
