@@ -5,16 +5,11 @@
 #include "ui_Window_Lips_Color.h"
 #include "ui_MainWindow.h"
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QCheckBox>
 #include <QMessageBox>
 #include <QTimer>
 #include <QFile>
-#include <QMenuBar>
-#include <QTableWidget>
 #include <QTemporaryDir>
-#include <QToolBar>
 #include <QTranslator>
 
 #include <gtest/gtest.h>

@@ -16,8 +16,6 @@
 #include <QDockWidget>
 #include <QMenu>
 #include <QPushButton>
-#include <QScreen>
-#include <QSlider>
 #include <QTest>
 
 #include <gtest/gtest.h>

@@ -5,7 +5,6 @@
 #include "ui_Window_Eyes_Color.h"
 
 #include <QCheckBox>
-#include <QDir>
 #include <QDropEvent>
 #include <QFile>
 #include <QMimeData>

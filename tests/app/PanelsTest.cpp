@@ -22,13 +22,10 @@
 
 #include <QDockWidget>
 #include <QElapsedTimer>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QSlider>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTranslator>
 
 #include <gtest/gtest.h>
 

@@ -9,16 +9,12 @@
 #include "ui_MainWindow.h"
 #include "ui_Window_Face_Skin_Smooth.h"
 
-#include <QColorSpace>
 #include <QJsonDocument>
-#include <QLabel>
-#include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QSlider>
 #include <QTableWidget>
 #include <QTest>
-#include <QToolButton>
 
 #include <gtest/gtest.h>
 

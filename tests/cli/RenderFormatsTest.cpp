@@ -5,7 +5,6 @@
 #include "../face/PhotoFixtures.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>

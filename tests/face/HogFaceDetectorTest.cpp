@@ -3,7 +3,6 @@
 #include "FaceFixtures.h"
 #include "HogFaceDetector.h"
 
-#include <QFile>
 
 #include <dlib/image_processing.h>
 #include <dlib/image_processing/frontal_face_detector.h>

@@ -4,7 +4,6 @@
 #include "OpenedPhoto.h"
 #include "TiffPages.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>

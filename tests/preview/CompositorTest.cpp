@@ -11,7 +11,6 @@
 #include "View_Picture.h"
 
 #include <QDir>
-#include <QPainter>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>

@@ -8,7 +8,6 @@
 
 #include <QColorSpace>
 #include <QTest>
-#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
