@@ -6,6 +6,7 @@
 #include "EffectCatalogue.h"
 #include "EffectPanel.h"
 #include "EditingStateJson.h"
+#include "PhotoDecoder.h"
 #include "PictureSaver.h"
 #include "MainWindow.h"
 #include "Presets.h"
@@ -46,8 +47,8 @@ AppDelegate::AppDelegate(QString documentsFolder, QObject* parent)
         QFileDialog dialog(window_.get());
         // Phones and cameras write upper-case extensions as often as not.
         QStringList patterns;
-        for (const char* extension : {"bmp", "jpg", "gif", "png", "jpeg", "tif", "tiff", "webp", "heic", "heif", "avif"})
-            patterns << QString("*.") + extension << QString("*.") + QString(extension).toUpper();
+        for (const QString& extension : readPictureExtensions())
+            patterns << "*." + extension << "*." + extension.toUpper();
         dialog.setNameFilter(tr("Pictures") + " (" + patterns.join(' ') + ")");
         dialog.setDirectory(startFolder); // a folder only: the name field stays empty
         dialog.setFileMode(QFileDialog::ExistingFile);

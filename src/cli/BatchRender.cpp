@@ -33,8 +33,6 @@ void stopAfterThePhotosInFlight(int)
     interrupted = true;
 }
 
-const QStringList kPictureExtensions{"bmp", "jpg", "jpeg", "gif", "png", "tif", "tiff", "webp", "heic", "heif", "avif"};
-
 struct Job {
     QString input, output;
     QString result = "todo"; // then rendered, kept (its output was there) or refused
@@ -45,7 +43,7 @@ struct Job {
 
 // What the worker hands over: a decoded photo, or the refusal.
 struct Decoded {
-    std::optional<DecodedPhoto> photo;
+    DecodedPhoto photo;
     qint64 milliseconds = 0;
 };
 
@@ -75,13 +73,13 @@ void refuse(Job& job, const QString& kind, const QString& reason)
 // Analyses and composes one photo (main thread); empty when refused.
 Composed compose(Job& job, Decoded decoded, const EditingState& state)
 {
-    if (!decoded.photo->ok()) {
-        refuse(job, decoded.photo->error.contains("megapixels") ? "too large" : "unreadable", decoded.photo->error);
+    if (!decoded.photo.ok()) {
+        refuse(job, decoded.photo.error.contains("megapixels") ? "too large" : "unreadable", decoded.photo.error);
         return {};
     }
     QElapsedTimer clock;
     clock.start();
-    OpenResult opened = analysePhoto(job.input, std::move(*decoded.photo));
+    OpenResult opened = analysePhoto(job.input, std::move(decoded.photo));
     job.milliseconds = decoded.milliseconds;
     if (opened.outcome != OpenResult::Opened) {
         refuse(job,
@@ -239,7 +237,7 @@ QStringList photosIn(const QStringList& inputs, bool recursive, const QString& o
                            recursive ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
         while (files.hasNext()) {
             const QString path = files.next();
-            if (kPictureExtensions.contains(QFileInfo(path).suffix().toLower())
+            if (readPictureExtensions().contains(QFileInfo(path).suffix().toLower())
                 && !QFileInfo(path).absoluteFilePath().startsWith(written))
                 found << path;
         }

@@ -38,3 +38,10 @@ DecodedPhoto decodePhoto(const QString& path);
 
 // The same for the bytes of a file already read; `path` names it in messages.
 DecodedPhoto decodePhotoData(const QByteArray& bytes, const QString& path);
+
+// The extensions of the pictures Bellavenor reads, lower case.
+inline const QStringList& readPictureExtensions()
+{
+    static const QStringList extensions{"bmp", "jpg", "gif", "png", "jpeg", "tif", "tiff", "webp", "heic", "heif", "avif"};
+    return extensions;
+}
