@@ -96,52 +96,6 @@ TEST_F(AppDelegateTest, WorkingFolderThatCannotBeMadeEndsStartUpAfterTheAlert)
     EXPECT_FALSE(delegate->window()->isVisible());
 }
 
-TEST_F(AppDelegateTest, TerminateClosesOpenPanelsInTheirFixedOrder)
-{
-    const auto delegate = startedDelegate();
-    QStringList closed;
-    auto makePanel = [&](QPointer<QWidget>& field, const QString& name) {
-        auto* panel = new QWidget(nullptr, Qt::Tool);
-        panel->setAttribute(Qt::WA_DeleteOnClose);
-        panel->setObjectName(name);
-        QObject::connect(panel, &QObject::destroyed, [&closed, name] { closed << name; });
-        panel->show();
-        field = panel;
-    };
-    // Made in another order than they must close in; two panels stay unopened.
-    makePanel(delegate->window_Eyes_Darken(), "under-eye");
-    makePanel(delegate->window_Cheek(), "cheeks");
-    makePanel(delegate->window_Whiten_Teeth(), "teeth");
-    makePanel(delegate->window_Face_Skin_Smooth(), "skin");
-    makePanel(delegate->window_Remove_Wrinkles(), "wrinkles");
-    makePanel(delegate->window_Eyes_Color(), "eye colour");
-    makePanel(delegate->window_Widen_Eyes(), "widen");
-
-    delegate->Terminate_App();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-
-    EXPECT_EQ(closed, (QStringList{"skin", "eye colour", "teeth", "widen", "wrinkles", "cheeks", "under-eye"}));
-    EXPECT_EQ(exitStatuses, std::vector<int>{0});
-    EXPECT_TRUE(delegate->window_Cheek().isNull());
-}
-
-TEST(Translations, GermanReachesQtsOwnDialogsToo)
-{
-    QObject owner;
-    LocalisedLabels::installTranslator(&owner, QLocale(QLocale::German));
-    const QString cancel = QCoreApplication::translate("QPlatformTheme", "Cancel");
-    const QString lookIn = QCoreApplication::translate("QFileDialog", "Look in:");
-    const LocalisedLabels labels = LocalisedLabels::load();
-    for (QTranslator* translator : owner.findChildren<QTranslator*>())
-        QCoreApplication::removeTranslator(translator);
-
-    EXPECT_EQ(cancel, "Abbrechen") << "message-box and dialog buttons";
-    EXPECT_EQ(lookIn, "Suchen in:") << "the file dialogs";
-    EXPECT_EQ(labels.s_IDD_OPEN, "Öffnen");
-    for (const QString& text : labels.all())
-        EXPECT_FALSE(text.startsWith("IDD_")) << text.toStdString();
-}
-
 TEST(Alert, SuccessCarriesTheInformationIconAndErrorTheWarningOne)
 {
     const auto iconOf = [](const Alert& alert) {

@@ -110,18 +110,6 @@ TEST_F(OpenActionTest, SecondGoodPhotoSwitchesEffectsOffAndKeepsTheSettings)
     EXPECT_EQ(app->state.color_Color_Eyes, (RgbaColor{0.2f, 0.7f, 0.1f, 1}));
 }
 
-TEST_F(OpenActionTest, CancelChangesNothingAndTheDialogStartsWhereTheLastPhotoWas)
-{
-    open(QString());
-    EXPECT_FALSE(app->b_Image_Loaded_OK);
-    EXPECT_TRUE(alerts.empty());
-
-    open(portraitPath());
-    open(QString());
-    EXPECT_EQ(startFolders.last(), QString(BELLAVENOR_TEST_DATA));
-    EXPECT_TRUE(app->b_Image_Loaded_OK);
-}
-
 TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
 {
     app->openGivenAtStart({"--some-option", portraitPath()});

@@ -65,22 +65,6 @@ TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAtOnceAndFillsItAFifthOfASecondL
     EXPECT_EQ(app->tableActions()->horizontalHeaderItem(0)->text(), "Eye");
 }
 
-TEST_F(PanelsTest, RowButtonsOpenTheirPanelOnceAPhotoIsOpen)
-{
-    ASSERT_TRUE(QTest::qWaitFor([&] { return app->tableActions()->rowCount() == 3; }, 3000));
-    QPushButton* cheeks = app->tableActions()->cellWidget(2, 0)->findChild<QPushButton*>();
-    EXPECT_EQ(cheeks->geometry(), QRect(0, 0, 164, 30));
-    cheeks->click();
-    EXPECT_TRUE(app->window_Cheek().isNull());
-
-    withPhoto();
-    cheeks->click();
-    QWidget* first = app->window_Cheek();
-    ASSERT_NE(first, nullptr);
-    cheeks->click();
-    EXPECT_EQ(app->window_Cheek().data(), first) << "one panel per effect";
-}
-
 // A drag sends a step per mouse move, faster than skin smoothing redraws
 // at camera size: the steps must not queue redraws, and the one redraw
 // shows the last value.

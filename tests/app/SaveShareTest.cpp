@@ -66,27 +66,6 @@ TEST_F(SaveShareTest, SaveRendersTheDatedPictureAndPutsItWhereTheUserChoosesInTh
     }
 }
 
-TEST_F(SaveShareTest, ShareShowsTheSheetWithItsTargetsAndCloseEndsIt)
-{
-    openPortrait();
-    app->OnToolbarShare();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !app->windowShare.isNull(); }, 5000));
-    auto* sheet = qobject_cast<Window_Share*>(app->windowShare.data());
-    ASSERT_NE(sheet, nullptr);
-    EXPECT_EQ(sheet->ui().btnShare->text(), "Share");
-    EXPECT_FALSE(sheet->ui().textText->isEnabled());
-    sheet->ui().checkAddText->click();
-    EXPECT_TRUE(sheet->ui().textText->isEnabled());
-    QStringList targets;
-    for (QAction* action : sheet->shareMenu(app->saveRequest.s_Saved_Take_Picture)->actions())
-        targets << action->text();
-    EXPECT_TRUE(targets.contains("Copy to Clipboard"));
-    EXPECT_TRUE(QFile::exists(app->saveRequest.s_Saved_Take_Picture));
-
-    sheet->ui().btnClose->click();
-    EXPECT_TRUE(app->windowShare.isNull());
-}
-
 TEST_F(SaveShareTest, RenderThatFailedIsReportedInsteadOfASaveDialog)
 {
     openPortrait();

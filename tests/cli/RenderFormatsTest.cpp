@@ -153,15 +153,3 @@ TEST_F(RenderFormatsTest, AnOutputOfAnotherKindIsRefusedBeforeAnyWork)
     EXPECT_EQ(render({testDataPath("portrait.png"), "-o", folder.filePath("q.jpg"), "--quality", "0"}).status, 64);
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
-
-TEST_F(RenderFormatsTest, AnUnreadableProfileIsSaidAndThePhotoRenderedAsSrgb)
-{
-    const QByteArray jpeg = encodedAs(inColourSpace(portraitHead(), {}), "jpeg");
-    const QByteArray broken = jpeg.left(2) + QByteArray("\xff\xe2\x01\x02ICC_PROFILE\0\1\1", 18)
-                              + QByteArray(256, '\x93') + jpeg.mid(2);
-    const QString out = folder.filePath("out.png");
-    const CliRun run = render({write("broken-profile.jpg", broken), "-o", out});
-    ASSERT_EQ(run.status, 0) << run.err.toStdString();
-    EXPECT_TRUE(run.err.contains("colour profile could not be read")) << run.err.toStdString();
-    EXPECT_FALSE(QImage(out).colorSpace().isValid());
-}

@@ -58,46 +58,8 @@ const dlib::frontal_face_detector& detector()
     return frontal;
 }
 
-// Noise of the given size, as an RGB picture.
-QImage noise(int width, int height)
-{
-    QImage picture(width, height, QImage::Format_RGB888);
-    cv::Mat bytes(height, width * 3, CV_8UC1, picture.bits(), size_t(picture.bytesPerLine()));
-    cv::randu(bytes, 0, 256);
-    return picture;
-}
 
 } // namespace
-
-// Sizes around every edge case of dlib's resize: one pixel, fewer columns
-// than its four-column step, widths where the last step is cut short; the
-// vector path and the scalar one (taken without AVX2) each.
-TEST(HogFaceDetector, PyramidLevelIsDlibsToTheByte)
-{
-    struct Paths {
-        explicit Paths(bool fast) { setFastPaths(fast); }
-        ~Paths() { setFastPaths(true); }
-    };
-    const QImage pictures[] = {noise(1, 1),     noise(2, 3),     noise(5, 7),       noise(13, 4),
-                               noise(64, 48),   noise(333, 211), noise(1001, 757),  portraitPicture().convertToFormat(QImage::Format_RGB888),
-                               noise(96, 1600)};
-    for (const bool fast : {true, false})
-    for (const QImage& picture : pictures) {
-        const Paths paths(fast);
-        const cv::Mat mat(picture.height(), picture.width(), CV_8UC3, const_cast<uchar*>(picture.constBits()),
-                          size_t(picture.bytesPerLine()));
-        dlib::array2d<dlib::rgb_pixel> stock, ours;
-        dlib::pyramid_down<6>()(dlib::cv_image<dlib::rgb_pixel>(mat), stock);
-        pyramidDown({picture.constBits(), picture.width(), picture.height(), size_t(picture.bytesPerLine())}, ours);
-        ASSERT_EQ(ours.nr(), stock.nr()) << picture.width() << "x" << picture.height();
-        ASSERT_EQ(ours.nc(), stock.nc()) << picture.width() << "x" << picture.height();
-        long differing = 0;
-        for (long r = 0; r < stock.nr(); ++r)
-            for (long c = 0; c < stock.nc(); ++c)
-                differing += stock[r][c] != ours[r][c];
-        EXPECT_EQ(differing, 0) << picture.width() << "x" << picture.height() << (fast ? ", vectors" : ", scalar");
-    }
-}
 
 // With the threshold lowered, dozens of weak boxes on many levels and all
 // five filters go through the sorting and the overlap suppression: the

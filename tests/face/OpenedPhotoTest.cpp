@@ -1,10 +1,4 @@
-#include "FaceFixtures.h"
-#include "TestPortrait.h"
-#include "ImageSpace.h"
 #include "OpenedPhoto.h"
-#include "TiffPages.h"
-
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -16,30 +10,6 @@ namespace {
 
 // The portrait opened once for every test here.
 } // namespace
-
-TEST(OpenAndAnalyse, CarriesThePercentFormsAndRefusesWithTheUsersMessages)
-{
-    const OpenedPhoto& photo = portrait();
-    ASSERT_EQ(photo.facePointsRelativeToImageSize[8], QPointF(221, 178)) << "the chin";
-    EXPECT_EQ(photo.facePointsInPercentRelativeToImage[8], QPointF(43.1640625, 65.234375)) << "y from the bottom";
-
-    QTemporaryDir folder;
-    const QString twoFaces = folder.filePath("two.png");
-    ASSERT_TRUE(twoPortraits().save(twoFaces));
-    const OpenResult several = openAndAnalyse(twoFaces);
-    EXPECT_EQ(several.outcome, OpenResult::SeveralFaces);
-    EXPECT_EQ(several.message, "More than one face was found on the picture.");
-    EXPECT_TRUE(several.photo.isEmpty());
-
-    QImage wall = makePicture({300, 200});
-    wall.fill(Qt::gray);
-    ASSERT_TRUE(wall.save(folder.filePath("wall.png")));
-    EXPECT_EQ(openAndAnalyse(folder.filePath("wall.png")).message, "No face was found on the picture.");
-
-    const OpenResult missing = openAndAnalyse(folder.filePath("gone.jpg"));
-    EXPECT_EQ(missing.outcome, OpenResult::Failed);
-    EXPECT_TRUE(missing.message.contains("gone.jpg"));
-}
 
 TEST(OpenAndAnalyse, RunningOutOfMemoryOrALibraryFailureIsARefusalNamingTheFile)
 {

@@ -255,29 +255,6 @@ TEST(Compositor, PictureThatCannotBeMadeIsAFailureAndTheNextOneIsWhole)
     EXPECT_TRUE(changedArea(*picture, composed(fine)).isEmpty());
 }
 
-TEST(SavedPicture, RedrawThatFailsShowsTheLastGoodPictureAndSavesNothing)
-{
-    QTemporaryDir folder;
-    Reshaping reshaping = asOpened();
-    EditingState state;
-    state.b_Color_Lips = true;
-    SaveRequest request;
-    View_Picture view;
-    view.resize(300, 200);
-    view.setSources(std::make_shared<const OpenedPhoto>(portrait()), &reshaping, &state, &request);
-    const QImage good = view.grab().toImage();
-
-    state.b_Apply_Cheeks = true;
-    state.f_Cheeks_Blur_Level_Right = 1e7f;
-    request = {true, folder.path(), {}, {}, {}};
-    const QImage afterFailure = view.grab().toImage();
-
-    EXPECT_EQ(afterFailure, good) << "the last good picture stays";
-    EXPECT_FALSE(request.b_Save_Picture);
-    EXPECT_TRUE(request.failure.startsWith("The picture could not be rendered")) << request.failure.toStdString();
-    EXPECT_TRUE(QDir(folder.path()).isEmpty());
-}
-
 TEST(SavedPicture, NameUsesTheWeekBasedYear)
 {
     EXPECT_EQ(renderedPictureName(QDateTime(QDate(2024, 12, 31), QTime(10, 20, 30))), "2025-12-31-10-20-30.png");

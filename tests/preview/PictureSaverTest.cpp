@@ -102,24 +102,6 @@ TEST(PictureSaver, WriteOnAFullDiskFailsAndLeavesTheOldFileWhole)
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"picture.png"}) << "no half file left";
 }
 
-TEST(PictureSaver, MoveReplacesAnExistingFileInOneStep)
-{
-    QTemporaryDir folder;
-    const QString rendered = folder.filePath("2026-01-02-03-04-05.png"), chosen = folder.filePath("mine.png");
-    writeFile(rendered, "new picture");
-    writeFile(chosen, "old picture");
-
-    EXPECT_EQ(moveReplacing(rendered, chosen), "");
-    EXPECT_EQ(contentOf(chosen), "new picture");
-    EXPECT_FALSE(QFile::exists(rendered));
-
-    // A second dialog of a timer left running finds the picture gone: the
-    // file now at the chosen place stays as it is.
-    writeFile(chosen, "kept");
-    EXPECT_FALSE(moveReplacing(rendered, chosen).isEmpty());
-    EXPECT_EQ(contentOf(chosen), "kept");
-}
-
 TEST(PictureSaver, MoveToAnotherFileSystemOnAFullDiskLeavesTheOldFileWhole)
 {
     QTemporaryDir here;

@@ -54,51 +54,6 @@ protected:
 
 } // namespace
 
-TEST_F(ViewTest, HoldingCompareShowsTheUntouchedPhotoAndReleasingShowsTheRetouchedOneWithoutComposing)
-{
-    view.zoomToActualPixels(); // one photo pixel per view pixel: the pixels can be compared exactly
-    const QImage retouched = shownInFrame();
-    ASSERT_EQ(view.compositor().passes(), 1u);
-    const QImage working = opaque(view.compositor().working());
-    ASSERT_NE(working, opaque(photo.img_Basic)) << "the lips are recoloured";
-    EXPECT_EQ(retouched, working);
-
-    view.setShowingUntouched(true);
-    EXPECT_EQ(shownInFrame(), opaque(photo.img_Basic)) << "exactly the photo, in the same frame";
-    view.setShowingUntouched(false);
-    EXPECT_EQ(shownInFrame(), working);
-    EXPECT_EQ(view.compositor().passes(), 1u) << "neither showing needed a new picture";
-
-    state.f_Color_Lips_Transparency = 0.5f;
-    view.grab();
-    EXPECT_EQ(view.compositor().passes(), 2u) << "a changed setting does";
-}
-
-TEST_F(ViewTest, SplitViewShowsThePhotoLeftAndTheRetouchedPictureRightOfAThinLine)
-{
-    view.zoomToActualPixels();
-    view.setSplitView(true);
-    const QImage inFrame = shownInFrame();
-    const QImage working = opaque(view.compositor().working());
-    const QImage untouched = opaque(photo.img_Basic);
-    const int split = 256; // the middle of a frame wholly in view
-    int leftDiffers = 0, rightDiffers = 0;
-    for (int y = 0; y < 512; ++y)
-        for (int x = 0; x < 512; ++x) {
-            if (x >= split - 1 && x <= split + 1)
-                continue;
-            const QImage& expected = x < split ? untouched : working;
-            ASSERT_EQ(inFrame.pixel(x, y), expected.pixel(x, y)) << x << ", " << y;
-            (x < split ? leftDiffers : rightDiffers) += working.pixel(x, y) != untouched.pixel(x, y);
-        }
-    EXPECT_GT(leftDiffers, 100) << "the left half would look different retouched";
-    EXPECT_GT(rightDiffers, 100);
-    EXPECT_EQ(inFrame.pixel(split, 200), qRgb(255, 255, 255)) << "the line";
-
-    view.setShowingUntouched(true);
-    EXPECT_EQ(shownInFrame(), untouched) << "the compare key shows the whole photo in the split view too";
-}
-
 TEST_F(ViewTest, MiddleDragAndLeftDragWithThePanKeyPanAndNeverMoveAHandle)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
