@@ -54,35 +54,6 @@ QImage composed(const EditingState& state, const OpenedPhoto& photo = portrait()
     return compositor.compose(photo, reshaping, state);
 }
 
-// The darkest pixel of `picture` inside `area` (by the sum of R, G and B).
-QPoint darkestIn(const QImage& picture, const QRect& area)
-{
-    QPoint darkest = area.topLeft();
-    int least = 3 * 255 + 1;
-    for (int y = area.top(); y <= area.bottom(); ++y)
-        for (int x = area.left(); x <= area.right(); ++x) {
-            const QColor c = picture.pixelColor(x, y);
-            if (c.red() + c.green() + c.blue() < least) {
-                least = c.red() + c.green() + c.blue();
-                darkest = {x, y};
-            }
-        }
-    return darkest;
-}
-
-// Blush from white at the rim to black at the make-up centre, unblurred and
-// fully opaque, on two large paint areas, so the centre is the darkest spot.
-EditingState whiteToBlackBlush()
-{
-    EditingState state;
-    state.b_Apply_Cheeks = true;
-    state.color_Color_Cheeks_1 = state.color_Color_Cheeks_1_Right = {1, 1, 1, 1};
-    state.color_Color_Cheeks_2 = {0, 0, 0, 1};
-    state.f_Cheeks_Blur_Level_Left = state.f_Cheeks_Blur_Level_Right = 0;
-    state.f_Color_Cheeks_Transparency = 0;
-    return state;
-}
-
 // The smallest rectangle holding every pixel that differs; empty when none.
 QRect changedArea(const QImage& a, const QImage& b)
 {
@@ -210,30 +181,6 @@ TEST(Compositor, FastPathsGiveThePlainPathsPictureAtEverySizeAndSetting)
         EXPECT_TRUE(differs.isEmpty()) << size.width() << "x" << size.height() << " differs in " << differs.x() << ","
                                        << differs.y() << " " << differs.width() << "x" << differs.height();
     }
-}
-
-TEST(Compositor, BlushCentreCountsItsYFromTheTopOfThePaintArea)
-{
-    OpenedPhoto photo = portrait();
-    photo.img_Basic.fill(Qt::white); // the corners outside the blush disc show it
-    // Image space (y up): both areas span picture rows 212 to 411.
-    Reshaping areas = asOpened();
-    areas.rect_Cheek_Left_Area_To_Paint = QRectF(20, 100, 200, 200);
-    areas.rect_Cheek_Right_Area_To_Paint = QRectF(300, 100, 150, 200);
-    EditingState state = whiteToBlackBlush(); // centres at the defaults (20, 20) and (80, 20)
-    QImage picture = composed(state, photo, areas);
-    const QPoint left = darkestIn(picture, QRect(20, 212, 200, 200));
-    const QPoint right = darkestIn(picture, QRect(300, 212, 150, 200));
-    EXPECT_NEAR(left.x(), 20 + 0.2 * 200, 3);
-    EXPECT_NEAR(left.y(), 212 + 0.2 * 200, 3) << "20 % down from the top of the area";
-    EXPECT_NEAR(right.x(), 300 + 0.8 * 150, 3);
-    EXPECT_NEAR(right.y(), 212 + 0.2 * 200, 3);
-
-    state.pt_MakeUp_Center_Left = {30, 70}; // where a click at (30, 70) of a 100 × 100 circle puts it
-    picture = composed(state, photo, areas);
-    const QPoint moved = darkestIn(picture, QRect(20, 212, 200, 200));
-    EXPECT_NEAR(moved.x(), 20 + 0.3 * 200, 3);
-    EXPECT_NEAR(moved.y(), 212 + 0.7 * 200, 3) << "a click low in the circle puts the blush low on the cheek";
 }
 
 TEST(Compositor, PictureThatCannotBeMadeIsAFailureAndTheNextOneIsWhole)
