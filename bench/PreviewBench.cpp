@@ -2,6 +2,8 @@
 #include "Compositor.h"
 #include "OpenedPhoto.h"
 #include "PictureSaver.h"
+#include "PreviewGeometry.h"
+#include "ViewProxy.h"
 
 #include <QColorSpace>
 #include <QColorTransform>
@@ -99,6 +101,51 @@ void redrawAfter(benchmark::State& state, QSize size, const char* field)
     }
 }
 
+// The preview's view while a control moves: 1400 × 900 device pixels, the
+// photo fitted.
+constexpr QSize kView{1400, 900};
+
+ProxyFrame fittedFrame(QSize photo)
+{
+    const double zoom = shownZoom(Framing{}, QSizeF(photo), QSizeF(kView), 1);
+    return proxyFrameFor(photo, QRectF(QPointF(0, 0), QSizeF(photo)), zoom);
+}
+
+// One step of a control as the preview shows it while the control moves:
+// the interactive frame of the fitted view composed after one field
+// changed, all nine effects on. The frame's photo is made once per view,
+// as the preview keeps it.
+void interactiveStep(benchmark::State& state, QSize size, const char* field)
+{
+    const Photo& p = photoOf(size);
+    const ProxyFrame frame = fittedFrame(size);
+    const OpenedPhoto proxy = proxyPhoto(p.photo, frame);
+    const Reshaping reshaping = proxyReshaping(p.reshaping, p.photo.imgSize, frame);
+    const EditingState before = everyEffectOn();
+    EditingState after = before;
+    after.forEachField([&](const char* name, auto& value) {
+        if (qstrcmp(name, field) == 0)
+            Changed()(name, value);
+    });
+    Compositor compositor;
+    compositor.compose(proxy, reshaping, before, frame.photoPixelsPerPixel());
+    bool flip = false;
+    for (auto _ : state) {
+        flip = !flip;
+        benchmark::DoNotOptimize(compositor.compose(proxy, reshaping, flip ? after : before, frame.photoPixelsPerPixel()));
+    }
+    state.counters["frameMP"] = double(frame.size.width()) * frame.size.height() / 1e6;
+}
+
+// What the preview makes once per view before its first frame.
+void makeFramePhoto(benchmark::State& state, QSize size)
+{
+    const Photo& p = photoOf(size);
+    const ProxyFrame frame = fittedFrame(size);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(proxyPhoto(p.photo, frame));
+}
+
 // The retouched picture written as `name` asks (PNG; JPEG and WebP at the
 // default quality 92; TIFF), with the size of the file.
 void save(benchmark::State& state, QSize size, const char* name)
@@ -148,11 +195,31 @@ void registerAll(const char* label, QSize size)
             ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 }
 
+// What a 64 MP photo costs while a control moves (the frame) and when the
+// hand rests (the full picture after the same step, the preview's redraw).
+void registerLive()
+{
+    const QSize size{8000, 8000};
+    benchmark::RegisterBenchmark("BM_PlainCopy64MP", plainCopy, size)->Unit(benchmark::kMillisecond)->UseRealTime();
+    benchmark::RegisterBenchmark("BM_MakeFramePhoto64MP", makeFramePhoto, size)
+        ->Unit(benchmark::kMillisecond)->UseRealTime();
+    EditingState fields;
+    fields.forEachField([&](const char* field, auto&) {
+        if (!isPanelSetting(field))
+            return;
+        benchmark::RegisterBenchmark((std::string("BM_InteractiveStep64MP/") + field).c_str(), interactiveStep, size,
+                                     field)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.3);
+        benchmark::RegisterBenchmark((std::string("BM_Settle64MP/") + field).c_str(), redrawAfter, size, field)
+            ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(4);
+    });
+}
+
 BENCHMARK(showP3Frame)->Name("BM_ShowP3Frame1600x1000")->Unit(benchmark::kMillisecond)->UseRealTime();
 
 const bool registered = [] {
     registerAll("12MP", k12Megapixels);
     registerAll("24MP", k24Megapixels);
+    registerLive();
     return true;
 }();
 

@@ -44,15 +44,20 @@ OpenResult analyseDecoded(const QString& path, DecodedPhoto decoded)
     photo.imgSize = decoded.imgSize;
     photo.metadata = std::move(decoded.metadata);
     photo.facePointsRelativeToImageSize = std::move(detection.landmarks);
-    photo.regions = FaceRegions::build(photo.facePointsRelativeToImageSize, photo.imgSize);
-    photo.images = RegionImages::build(photo.img_Basic, photo.imgSize, photo.regions);
-    photo.facePointsInPercentRelativeToImage = toPercentOfImage(photo.facePointsRelativeToImageSize, photo.imgSize);
-    photo.regions.array_Face_Points = toPercentOfImage(photo.regions.array_Face_Points, photo.imgSize);
+    deriveRegions(photo);
     result.outcome = OpenResult::Opened;
     return result;
 }
 
 } // namespace
+
+void deriveRegions(OpenedPhoto& photo)
+{
+    photo.regions = FaceRegions::build(photo.facePointsRelativeToImageSize, photo.imgSize);
+    photo.images = RegionImages::build(photo.img_Basic, photo.imgSize, photo.regions);
+    photo.facePointsInPercentRelativeToImage = toPercentOfImage(photo.facePointsRelativeToImageSize, photo.imgSize);
+    photo.regions.array_Face_Points = toPercentOfImage(photo.regions.array_Face_Points, photo.imgSize);
+}
 
 OpenResult guardedOpen(const QString& path, const std::function<OpenResult()>& stage)
 {

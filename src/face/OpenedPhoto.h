@@ -30,6 +30,10 @@ struct OpenedPhoto {
     bool isEmpty() const { return img_Basic.isNull(); }
 };
 
+// Fills the regions, the region pictures and the percent landmarks from the
+// photo's picture, size and landmarks.
+void deriveRegions(OpenedPhoto& photo);
+
 struct OpenResult {
     enum Outcome { Opened, NoFace, SeveralFaces, Failed };
     Outcome outcome = Failed;

@@ -332,7 +332,7 @@ void skinMask(const SkinSmoothingPlanes& planes, float radius, cv::Mat& mask)
 
 void smoothSkin(const QImage& picture, const cv::Mat& mask, const SkinSmoothingPlanes& planes, float amount,
                 float sharpness, const ToneCurveTexture& texture, SkinSmoothingScratch& scratch, const QImage* under,
-                QImage& out, QImage* also)
+                QImage& out, QImage* also, float photoPixelsPerPixel)
 {
     // Two passes: the blend's luminance, blurred; then the blend made
     // again, sharpened and laid over `under`.
@@ -344,7 +344,8 @@ void smoothSkin(const QImage& picture, const cv::Mat& mask, const SkinSmoothingP
                  [&](int begin, int end) { blend.luminance(begin * width, (end - begin) * width, luma); });
     const int gain = sharpness > 0 ? int(std::lround(sharpness * kSharpenGainPerUnit * 256.0f)) : 0;
     if (gain)
-        gaussianBlurOverOpaque(scratch.luma, planes.alpha, planes.holes, scratch.lumaBlur, kSharpenRadius);
+        gaussianBlurOverOpaque(scratch.luma, planes.alpha, planes.holes, scratch.lumaBlur,
+                               kSharpenRadius / photoPixelsPerPixel);
     const uchar* lumaBlur = gain ? scratch.lumaBlur.ptr<uchar>() : luma;
     const auto* below = under ? reinterpret_cast<const quint32*>(under->constBits()) : nullptr;
     if (also)

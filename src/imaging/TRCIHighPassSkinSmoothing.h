@@ -98,12 +98,14 @@ struct SkinSmoothingScratch {
 // size): the blend through the mask at `amount`, sharpened by `sharpness`,
 // laid over `under` when given (an opaque picture of the same size), and
 // written into `also` as well when given (one pass instead of a copy).
+// `photoPixelsPerPixel` above 1 sharpens a shrunk copy of the photo as the
+// photo itself would be sharpened and then shrunk.
 // Requires: planes and mask made from `picture`. Ensures: `out` (and
 // `also`) has the picture's size, opaque when laid over `under`; out may be
 // *under.
 void smoothSkin(const QImage& picture, const cv::Mat& mask, const SkinSmoothingPlanes& planes, float amount,
                 float sharpness, const ToneCurveTexture& texture, SkinSmoothingScratch& scratch, const QImage* under,
-                QImage& out, QImage* also = nullptr);
+                QImage& out, QImage* also = nullptr, float photoPixelsPerPixel = 1);
 
 // The tone lift of the default control points.
 const ToneCurveTexture& defaultSkinToneTexture();

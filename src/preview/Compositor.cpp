@@ -33,13 +33,14 @@ EditingState inPhotoSpace(const EditingState& state, const PhotoMetadata& metada
 
 } // namespace
 
-const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state)
+const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+                                  double photoPixelsPerPixel)
 {
-    return compose(photo, reshaping, state, compositorSteps());
+    return compose(photo, reshaping, state, compositorSteps(), photoPixelsPerPixel);
 }
 
 const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
-                                  std::span<const CompositorStep> steps)
+                                  std::span<const CompositorStep> steps, double photoPixelsPerPixel)
 {
     handles_ = {};
     if (photo.isEmpty()) {
@@ -47,8 +48,9 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
         return working_;
     }
     ++passes_;
+    handles_ = handlesOf(reshaping, state, photo.imgSize);
     const EditingState painted = inPhotoSpace(state, photo.metadata);
-    CompositorPass pass{working_, record_, photo, reshaping, painted, memos_, handles_};
+    CompositorPass pass{working_, record_, photo, reshaping, painted, memos_, handles_, photoPixelsPerPixel};
     for (const CompositorStep& step : steps)
         if (step.runs(painted))
             step.paint(pass);
@@ -56,10 +58,10 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
 }
 
 const QImage* Compositor::tryCompose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
-                                     QString& failure)
+                                     QString& failure, double photoPixelsPerPixel)
 {
     try {
-        return &compose(photo, reshaping, state);
+        return &compose(photo, reshaping, state, photoPixelsPerPixel);
     } catch (const std::bad_alloc&) {
         failure = "there is not enough memory for a picture of this size";
     } catch (const std::exception& error) {

@@ -99,21 +99,29 @@ struct WorkingRecord {
 // every call gives exactly what a fresh compositor would.
 struct CompositorStep;
 
+// Where the handles of the shown modes are for this reshaping: what the
+// compositor draws and what the mouse aims at. Empty for a mode that is off.
+Handles handlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF imgSize);
+
 class Compositor {
 public:
     // The working picture; valid until the next call. Null without a photo.
     // Throws std::bad_alloc or cv::Exception when the memory runs out.
-    const QImage& compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state);
+    // `photoPixelsPerPixel` above 1 composes a shrunk copy of the photo
+    // (see ViewProxy.h): every size the settings give in photo pixels
+    // shrinks with it, so the picture looks like the full one shrunk.
+    const QImage& compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+                          double photoPixelsPerPixel = 1);
     // The same through the given steps in their order instead of the
     // program's (tests check that the order matters where it says so).
     const QImage& compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
-                          std::span<const CompositorStep> steps);
+                          std::span<const CompositorStep> steps, double photoPixelsPerPixel = 1);
 
     // The same, never throwing: null when the picture could not be made,
     // with the reason in `failure`. What was kept is dropped then, so the
     // next call starts afresh.
     const QImage* tryCompose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
-                             QString& failure);
+                             QString& failure, double photoPixelsPerPixel = 1);
 
     const Handles& handles() const { return handles_; }
 

@@ -139,7 +139,8 @@ bool makeSmoothedBase(CompositorPass& pass, QImage& base, QImage* working)
         std::memcpy(base.bits(), under.constBits(), size_t(under.sizeInBytes()));
         return false;
     }
-    const SkinSmoothingSettings settings = SkinSmoothingSettings::of(s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius);
+    SkinSmoothingSettings settings = SkinSmoothingSettings::of(s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius);
+    settings.radius = pass.scaled(settings.radius);
     CompositorMemos& memos = pass.memos;
     const SkinSmoothingPlanes& planes =
         memos.skinPlanes.get(face.cacheKey(), [&](SkinSmoothingPlanes& p) { p = SkinSmoothingPlanes::of(face); });
@@ -147,7 +148,7 @@ bool makeSmoothedBase(CompositorPass& pass, QImage& base, QImage* working)
                                              [&](cv::Mat& m) { skinMask(planes, settings.radius, m); });
     ensurePicture(base, under.size());
     smoothSkin(face, mask, planes, settings.amount, settings.sharpness, defaultSkinToneTexture(), memos.skinScratch,
-               &under, base, working);
+               &under, base, working, float(pass.pixelScale));
     return working != nullptr;
 }
 
@@ -247,9 +248,10 @@ void darkenEyes(CompositorPass& pass)
     const QPainterPath right =
         flipped(underEyeCurve(pass.reshaping.array_Eye_Darken_Right_Points, height, false), height);
     const QColor ink = QColor::fromRgbF(0, 0, 0, std::clamp(1.0f - s.f_Darken_Eyes_Transparency, 0.0f, 1.0f));
-    blurredLayerOver(pass, left.boundingRect() | right.boundingRect(), s.f_Darken_Eyes_Blur_Level,
-                     s.f_Darken_Eyes_Line_Width, [&](QPainter& layer) {
-                         layer.setPen(QPen(ink, s.f_Darken_Eyes_Line_Width));
+    const float lineWidth = pass.scaled(s.f_Darken_Eyes_Line_Width);
+    blurredLayerOver(pass, left.boundingRect() | right.boundingRect(), pass.scaled(s.f_Darken_Eyes_Blur_Level),
+                     lineWidth, [&](QPainter& layer) {
+                         layer.setPen(QPen(ink, lineWidth));
                          layer.drawPath(left);
                          layer.drawPath(right);
                      });
@@ -301,7 +303,7 @@ void removeWrinkles(CompositorPass& pass)
     const QImage& cut = pass.photo.images.image_Face_Skin_Cut;
     const std::uint64_t level = pass.state.u_Remove_Wrinkles_Level;
     const QImage& skin = pass.memos.wrinkleFreeSkin.get(
-        {cut.cacheKey(), level}, [&](QImage& blurred) { gaussianBlurCropped(cut, blurred, float(level)); });
+        {cut.cacheKey(), level}, [&](QImage& blurred) { gaussianBlurCropped(cut, blurred, pass.scaled(float(level))); });
     ImagePainter(pass).drawInto(pass.photo.regions.rect_Face_Skin, skin);
 }
 
@@ -335,7 +337,7 @@ void paintEyeShadow(CompositorPass& pass)
     const QPainterPath left = flipped(pass.photo.regions.path_Eye_Lid_Left, pass.height());
     const QPainterPath right = flipped(pass.photo.regions.path_Eye_Lid_Right, pass.height());
     const QColor colour = colourOf(s.color_Eyeshadow, s.f_Color_Eyeshadow_Transparency);
-    blurredLayerOver(pass, left.boundingRect() | right.boundingRect(), s.f_Eyeshadow_Blur_Level, 0,
+    blurredLayerOver(pass, left.boundingRect() | right.boundingRect(), pass.scaled(s.f_Eyeshadow_Blur_Level), 0,
                      [&](QPainter& layer) {
                          layer.fillPath(left, colour);
                          layer.fillPath(right, colour);
@@ -364,20 +366,15 @@ void fillHandle(ImagePainter& p, const QRectF& square)
     p.fillImagePath(path, Qt::green);
 }
 
-void paintCheekHandles(ImagePainter& p, const QRectF& area, QSizeF imgSize, std::array<QPointF, 4>& percent,
-                       std::array<QRectF, 4>& squares)
+void paintCheekHandles(ImagePainter& p, const QRectF& area, const std::array<QRectF, 4>& squares)
 {
     QPainterPath outline;
     outline.addRect(area);
     p.setPen(QPen(Qt::blue, 1));
     p.setBrush(Qt::NoBrush);
     p.strokeImagePath(outline);
-    const std::array<QPointF, 4> corners{area.topLeft(), area.topRight(), area.bottomLeft(), area.bottomRight()};
-    for (size_t i = 0; i < 4; ++i) { // image space: "top" is the lower y
-        percent[i] = percentOf(corners[i], imgSize);
-        squares[i] = handleSquare(corners[i], imgSize);
-        fillHandle(p, squares[i]);
-    }
+    for (const QRectF& square : squares)
+        fillHandle(p, square);
 }
 
 // Two circles: the outer colour on the circle of radius 510 about the
@@ -433,39 +430,58 @@ void paintCheeks(CompositorPass& pass)
     // it: where the areas overlap, the right blush covers the left handles.
     ImagePainter p(pass);
     const double opacity = std::clamp(1.0 - double(s.f_Color_Cheeks_Transparency), 0.0, 1.0);
-    const auto finishSide = [&](const QImage& blush, const QRectF& area, std::array<QPointF, 4>& percent,
-                                std::array<QRectF, 4>& squares) {
+    const auto finishSide = [&](const QImage& blush, const QRectF& area, const std::array<QRectF, 4>& squares) {
         p.setOpacity(opacity);
         p.drawInto(area, blush);
         p.setOpacity(1);
         if (s.b_Activated_Cheeks_Reposition)
-            paintCheekHandles(p, area, pass.photo.imgSize, percent, squares);
+            paintCheekHandles(p, area, squares);
     };
-    Handles& h = pass.handles;
-    finishSide(*layers[0], pass.reshaping.rect_Cheek_Left_Area_To_Paint, h.pointPercenteLeft, h.rectPointLeft);
-    finishSide(*layers[1], pass.reshaping.rect_Cheek_Right_Area_To_Paint, h.pointPercenteRight, h.rectPointRight);
-}
-
-void paintUnderEyeHandlesOf(ImagePainter& p, const PointList& points, QSizeF imgSize, std::array<QPointF, 6>& percent,
-                            std::array<QRectF, 6>& squares)
-{
-    for (size_t i = 0; i < 6 && i < size_t(points.size()); ++i) {
-        const QPointF point = flipped(points[qsizetype(i)], imgSize.height());
-        percent[i] = percentOf(point, imgSize);
-        squares[i] = handleSquare(point, imgSize);
-        fillHandle(p, squares[i]);
-    }
+    const Handles& h = pass.handles;
+    finishSide(*layers[0], pass.reshaping.rect_Cheek_Left_Area_To_Paint, h.rectPointLeft);
+    finishSide(*layers[1], pass.reshaping.rect_Cheek_Right_Area_To_Paint, h.rectPointRight);
 }
 
 void paintUnderEyeHandles(CompositorPass& pass)
 {
     ImagePainter p(pass);
-    Handles& h = pass.handles;
-    paintUnderEyeHandlesOf(p, pass.reshaping.array_Eye_Darken_Left_Points, pass.photo.imgSize, h.pointPercenteEyeLeft,
-                           h.rectPointEyeLeft);
-    paintUnderEyeHandlesOf(p, pass.reshaping.array_Eye_Darken_Right_Points, pass.photo.imgSize,
-                           h.pointPercenteEyeRight, h.rectPointEyeRight);
+    for (const auto* squares : {&pass.handles.rectPointEyeLeft, &pass.handles.rectPointEyeRight})
+        for (const QRectF& square : *squares)
+            if (!square.isNull())
+                fillHandle(p, square);
 }
+
+} // namespace
+
+Handles handlesOf(const Reshaping& reshaping, const EditingState& s, QSizeF imgSize)
+{
+    Handles h;
+    const auto cheek = [&](const QRectF& area, std::array<QPointF, 4>& percent, std::array<QRectF, 4>& squares) {
+        const std::array<QPointF, 4> corners{area.topLeft(), area.topRight(), area.bottomLeft(), area.bottomRight()};
+        for (size_t i = 0; i < 4; ++i) { // image space: "top" is the lower y
+            percent[i] = percentOf(corners[i], imgSize);
+            squares[i] = handleSquare(corners[i], imgSize);
+        }
+    };
+    if (s.b_Apply_Cheeks && s.b_Activated_Cheeks_Reposition) {
+        cheek(reshaping.rect_Cheek_Left_Area_To_Paint, h.pointPercenteLeft, h.rectPointLeft);
+        cheek(reshaping.rect_Cheek_Right_Area_To_Paint, h.pointPercenteRight, h.rectPointRight);
+    }
+    const auto underEye = [&](const PointList& points, std::array<QPointF, 6>& percent, std::array<QRectF, 6>& squares) {
+        for (size_t i = 0; i < 6 && i < size_t(points.size()); ++i) {
+            const QPointF point = flipped(points[qsizetype(i)], imgSize.height());
+            percent[i] = percentOf(point, imgSize);
+            squares[i] = handleSquare(point, imgSize);
+        }
+    };
+    if (s.b_Eyes_Darken && s.b_Activated_Darken_Eyes_Reposition) {
+        underEye(reshaping.array_Eye_Darken_Left_Points, h.pointPercenteEyeLeft, h.rectPointEyeLeft);
+        underEye(reshaping.array_Eye_Darken_Right_Points, h.pointPercenteEyeRight, h.rectPointEyeRight);
+    }
+    return h;
+}
+
+namespace {
 
 using S = EditingState;
 

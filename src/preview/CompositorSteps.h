@@ -17,7 +17,12 @@ struct CompositorPass {
     const Reshaping& reshaping;
     const EditingState& state;
     CompositorMemos& memos;
-    Handles& handles;
+    const Handles& handles;
+    // Photo pixels per pixel of `working`: above 1 when a shrunk copy of the
+    // photo is composed, whose blurs and lines shrink with it.
+    double pixelScale = 1;
+
+    float scaled(float photoPixels) const { return float(photoPixels / pixelScale); }
 
     double height() const { return photo.imgSize.height(); }
 };

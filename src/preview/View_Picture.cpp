@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
+#include <QtConcurrent/QtConcurrentRun>
 
 #include <cmath>
 
@@ -18,6 +19,15 @@ View_Picture::View_Picture(QWidget* parent)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
+    settleTimer_.setSingleShot(true);
+    settleTimer_.setInterval(kSettleDelay);
+    connect(&settleTimer_, &QTimer::timeout, this, &View_Picture::startFullComposition);
+    connect(&fullJob_, &QFutureWatcher<QString>::finished, this, &View_Picture::fullCompositionDone);
+}
+
+View_Picture::~View_Picture()
+{
+    fullJob_.waitForFinished();
 }
 
 void View_Picture::setSources(std::shared_ptr<const OpenedPhoto> photo, Reshaping* reshaping, EditingState* state,
@@ -29,6 +39,11 @@ void View_Picture::setSources(std::shared_ptr<const OpenedPhoto> photo, Reshapin
     state_ = state;
     saveRequest_ = saveRequest;
     if (newPhoto) { // a new photo opens fitted
+        waitForFullComposition();
+        settleTimer_.stop();
+        proxy_.reset();
+        framed_.reset();
+        frameCompositor_ = Compositor();
         toScreen_ = !photo_ || isSrgb(photo_->metadata)
                         ? QColorTransform()
                         : photo_->metadata.colourSpace.transformationToColorSpace(QColorSpace::SRgb);
@@ -47,13 +62,35 @@ void View_Picture::paintEvent(QPaintEvent*)
     QString failure;
     // Holding the compare key needs no retouched picture, unless a save
     // waits for one.
-    const QImage* working = showingUntouched_ && !savePending ? nullptr : upToDateWorking(failure);
+    const Shown working = showingUntouched_ && !savePending ? Shown{} : pictureToShow(savePending, failure);
     // A redraw that failed (the memory ran out) leaves the last good picture.
-    if (working || failure.isEmpty())
+    if (working.picture || failure.isEmpty())
         showFramed(working);
     painter.drawImage(QPointF(0, 0), shown_);
     if (saveRequest_)
-        fulfil(*saveRequest_, working, failure, photo_->metadata);
+        fulfil(*saveRequest_, savePending ? working.picture : nullptr, failure, photo_->metadata);
+}
+
+bool View_Picture::settled() const
+{
+    return hasPhoto() && !fullJob_.isRunning() && composed_ && composed_->photo == photo_.get()
+        && composed_->reshaping == *reshaping_ && composed_->state == *state_;
+}
+
+// The full picture when it is up to date or must be (a save, a photo too
+// small for a frame to pay); otherwise the interactive frame of the view,
+// with the full picture to follow.
+View_Picture::Shown View_Picture::pictureToShow(bool needFull, QString& failure)
+{
+    const QRectF wholePhoto(QPointF(0, 0), photoSize());
+    if (settled())
+        return {&compositor_.working(), wholePhoto};
+    const ProxyFrame frame = frameInView();
+    if (needFull || !worthAProxy(photoSize().toSize(), frame)) {
+        waitForFullComposition();
+        return {upToDateWorking(failure), wholePhoto};
+    }
+    return {upToDateFrame(frame, failure), QRectF(frame.area)};
 }
 
 // The compositor's picture, composed again only when the photo, the
@@ -70,11 +107,89 @@ const QImage* View_Picture::upToDateWorking(QString& failure)
     return working;
 }
 
+// The part of the photo in view, at the size it is shown.
+ProxyFrame View_Picture::frameInView() const
+{
+    const QRectF onScreen = flipped(rectDrawCamera(), height());
+    const QRectF visible = onScreen & QRectF(rect());
+    const double photoPerView = photoSize().width() / onScreen.width();
+    const QRectF inPhoto((visible.topLeft() - onScreen.topLeft()) * photoPerView, visible.size() * photoPerView);
+    return proxyFrameFor(photoSize().toSize(), inPhoto, zoom());
+}
+
+// The interactive frame of the current settings; a new one starts the wait
+// for the full picture again.
+const QImage* View_Picture::upToDateFrame(const ProxyFrame& frame, QString& failure)
+{
+    if (!proxy_ || proxy_->of != photo_.get() || !(proxy_->frame == frame)) {
+        framed_.reset();
+        proxy_.reset();
+        try {
+            proxy_ = Proxy{photo_.get(), frame, proxyPhoto(*photo_, frame)};
+        } catch (const std::exception& error) {
+            failure = QString::fromLocal8Bit(error.what());
+            return nullptr;
+        }
+    }
+    const Composed inputs{photo_.get(), *reshaping_, *state_};
+    if (framed_ && framed_->reshaping == inputs.reshaping && framed_->state == inputs.state)
+        return &frameCompositor_.working();
+    framed_.reset();
+    settleTimer_.start();
+    const Reshaping reshaped = proxyReshaping(*reshaping_, photoSize(), frame);
+    const QImage* picture = frameCompositor_.tryCompose(proxy_->photo, reshaped, *state_, failure, frame.photoPixelsPerPixel());
+    if (picture)
+        framed_ = inputs;
+    return picture;
+}
+
+// On another thread, with copies of what the picture is made of; the
+// compositor is not touched here until it is done.
+void View_Picture::startFullComposition()
+{
+    if (!hasPhoto() || fullJob_.isRunning() || settled())
+        return;
+    const Composed inputs{photo_.get(), *reshaping_, *state_};
+    if (failedInputs_ && failedInputs_->photo == inputs.photo && failedInputs_->reshaping == inputs.reshaping
+        && failedInputs_->state == inputs.state)
+        return; // the memory ran out for these already; the frame stays
+    composed_.reset();
+    jobInputs_ = inputs;
+    fullJob_.setFuture(QtConcurrent::run([this, photo = photo_, inputs] {
+        QString failure;
+        compositor_.tryCompose(*photo, inputs.reshaping, inputs.state, failure);
+        return failure;
+    }));
+}
+
+void View_Picture::fullCompositionDone()
+{
+    if (!jobInputs_)
+        return; // already taken in by a wait
+    const QString failure = fullJob_.future().result();
+    if (failure.isEmpty())
+        composed_ = jobInputs_;
+    else
+        failedInputs_ = jobInputs_;
+    jobInputs_.reset();
+    // What changed while it was composed is composed after a rest of its own.
+    if (!settled() && proxy_)
+        settleTimer_.start();
+    update();
+}
+
+void View_Picture::waitForFullComposition()
+{
+    fullJob_.waitForFinished();
+    fullCompositionDone();
+}
+
 // Draws the retouched picture, the untouched photo or both halves into the
 // frame. The retouched picture is opaque and covers the photo completely,
 // so the photo itself need not be drawn under it.
-void View_Picture::showFramed(const QImage* working)
+void View_Picture::showFramed(const Shown& shown)
 {
+    const QImage* working = shown.picture;
     const qreal ratio = devicePixelRatioF();
     const QSize pixels = (QSizeF(size()) * ratio).toSize();
     if (shown_.size() != pixels)
@@ -83,11 +198,19 @@ void View_Picture::showFramed(const QImage* working)
     shown_.fill(Qt::black);
     const QRectF onScreen = flipped(rectDrawCamera(), height());
     const QImage& untouched = photo_->img_Basic;
+    // Where the picture goes: the frame itself for the full picture.
+    const double k = onScreen.width() / photoSize().width();
+    const QRectF target = shown.part == QRectF(QPointF(0, 0), photoSize())
+                              ? onScreen
+                              : QRectF(onScreen.topLeft() + shown.part.topLeft() * k, shown.part.size() * k);
     QPainter painter(&shown_);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     // Holding the compare key shows the photo whole, in the split view too.
     if (showingUntouched_ || !working || !splitView_) {
-        painter.drawImage(onScreen, showingUntouched_ || !working ? untouched : *working);
+        if (showingUntouched_ || !working)
+            painter.drawImage(onScreen, untouched);
+        else
+            painter.drawImage(target, *working);
         convertToScreen(onScreen);
         return;
     }
@@ -97,7 +220,7 @@ void View_Picture::showFramed(const QImage* working)
     painter.setClipRect(QRectF(onScreen.left(), onScreen.top(), split - onScreen.left(), onScreen.height()));
     painter.drawImage(onScreen, untouched);
     painter.setClipRect(QRectF(split, onScreen.top(), onScreen.right() - split, onScreen.height()));
-    painter.drawImage(onScreen, *working);
+    painter.drawImage(target, *working);
     painter.setClipping(false);
     convertToScreen(onScreen);
     // A light line with dark edges shows on light and dark photos alike.
@@ -315,7 +438,7 @@ void View_Picture::mousePressEvent(QMouseEvent* event)
     rect_Cheek_Left_Area_To_Paint_Mouse_Down = reshaping_->rect_Cheek_Left_Area_To_Paint;
     rect_Cheek_Right_Area_To_Paint_Mouse_Down = reshaping_->rect_Cheek_Right_Area_To_Paint;
     const QPointF percent = percentOfPhoto(mouseDownPos);
-    const Handles& h = compositor_.handles();
+    const Handles h = handlesOf(*reshaping_, *state_, photoSize());
     if (state_->b_Activated_Cheeks_Reposition) {
         hitCheekHandles(percent, draggingLeft, h.pointPercenteLeft);
         hitCheekHandles(percent, draggingRight, h.pointPercenteRight);
@@ -378,7 +501,7 @@ void View_Picture::mouseMoveEvent(QMouseEvent* event)
         // which a press then drags; the left area shows the open hand.
         if (!repositioning())
             return;
-        const Handles& h = compositor_.handles();
+        const Handles h = handlesOf(*reshaping_, *state_, photoSize());
         hitCheekHandles(percent, draggingLeft, h.pointPercenteLeft);
         const QRectF leftArea(h.pointPercenteLeft[0], h.pointPercenteLeft[3]);
         setCursor(leftArea.normalized().contains(percent) ? Qt::OpenHandCursor : Qt::ArrowCursor);

@@ -4,8 +4,11 @@
 #include "EditingState.h"
 #include "PreviewGeometry.h"
 #include "Reshaping.h"
+#include "ViewProxy.h"
 
+#include <QFutureWatcher>
 #include <QRectF>
+#include <QTimer>
 #include <QWidget>
 
 #include <array>
@@ -21,11 +24,20 @@ struct SaveRequest;
 // the view or zoomed; black without a photo. A pending save request is
 // fulfilled by the same redraw. The untouched photo can be shown instead of
 // it, or beside it in a split view, without composing anything.
+//
+// On a large photo a change first shows an interactive frame (ViewProxy.h)
+// composed at once; when changes have rested for kSettleDelay the full
+// picture is composed on another thread and replaces it. The window keeps
+// answering meanwhile; a change during that composition is composed after
+// it, and a save waits for it and composes in full.
 class View_Picture : public QWidget {
     Q_OBJECT
 
 public:
     explicit View_Picture(QWidget* parent = nullptr);
+    ~View_Picture() override;
+
+    static constexpr int kSettleDelay = 200; // ms
 
     // What to show and what the mouse edits, read at every redraw: the open
     // photo (shared, never changed) and, owned by the application, what the
@@ -79,8 +91,14 @@ public:
     // While the pan key is held, the left button pans too.
     void setPanKeyHeld(bool held);
 
-    // The compositor of the redraws: its last picture and how many it made.
+    // The compositor of the full pictures: its last picture and how many
+    // it made. Not to be read while a full picture is being composed.
     const Compositor& compositor() const { return compositor_; }
+    // Whether what is shown is the full picture of the current settings, or
+    // an interactive frame still waiting for it.
+    bool settled() const;
+    // The frame's compositor and picture, while one is shown.
+    const Compositor& frameCompositor() const { return frameCompositor_; }
 
 signals:
     // The frame or the zoom changed: what the status line shows.
@@ -96,8 +114,19 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    // A picture to show and the part of the photo it covers (photo pixels).
+    struct Shown {
+        const QImage* picture = nullptr;
+        QRectF part;
+    };
+    Shown pictureToShow(bool needFull, QString& failure);
     const QImage* upToDateWorking(QString& failure);
-    void showFramed(const QImage* working);
+    const QImage* upToDateFrame(const ProxyFrame& frame, QString& failure);
+    ProxyFrame frameInView() const;
+    void startFullComposition();
+    void fullCompositionDone();
+    void waitForFullComposition();
+    void showFramed(const Shown& working);
     void convertToScreen(const QRectF& onScreen);
     void setFraming(const Framing& framing);
     QSizeF photoSize() const;
@@ -126,6 +155,21 @@ private:
         EditingState state;
     };
     std::optional<Composed> composed_;
+    // The full composition under way on another thread, and what it is
+    // made of; the compositor is the worker's until it is done.
+    QFutureWatcher<QString> fullJob_;
+    std::optional<Composed> jobInputs_, failedInputs_;
+    QTimer settleTimer_;
+    // The interactive frame: the photo reduced to it, and what its
+    // compositor's picture was made of.
+    struct Proxy {
+        const OpenedPhoto* of = nullptr;
+        ProxyFrame frame;
+        OpenedPhoto photo;
+    };
+    std::optional<Proxy> proxy_;
+    Compositor frameCompositor_;
+    std::optional<Composed> framed_;
     Framing framing_;
     bool showingUntouched_ = false, splitView_ = false, panKeyHeld_ = false;
     std::optional<QPointF> panFrom_; // view pixels, y down, while a pan drags
