@@ -37,7 +37,9 @@ public:
     explicit View_Picture(QWidget* parent = nullptr);
     ~View_Picture() override;
 
+    // How long changes must rest before the full picture is composed.
     static constexpr int kSettleDelay = 200; // ms
+    void setSettleDelay(int milliseconds) { settleTimer_.setInterval(milliseconds); }
 
     // What to show and what the mouse edits, read at every redraw: the open
     // photo (shared, never changed) and, owned by the application, what the
@@ -97,6 +99,7 @@ public:
     // Whether what is shown is the full picture of the current settings, or
     // an interactive frame still waiting for it.
     bool settled() const;
+    bool composingFull() const { return fullJob_.isRunning(); }
     // The frame's compositor and picture, while one is shown.
     const Compositor& frameCompositor() const { return frameCompositor_; }
 

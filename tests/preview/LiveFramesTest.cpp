@@ -106,3 +106,99 @@ TEST(LiveFrames, AFrameLooksLikeTheFullPictureShrunk)
         EXPECT_LT(off, effectItself / 4) << nameOfSwitch(effect);
     }
 }
+
+namespace {
+
+// The large portrait in a 600 × 500 preview, every effect on at values no
+// default has.
+class LiveView : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        state = randomSettings(5);
+        view.resize(600, 500);
+        view.setSources(photo, &reshaping, &state, nullptr);
+        ASSERT_TRUE(settle());
+    }
+
+    QImage shown() { return view.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+
+    bool settle()
+    {
+        shown();
+        return QTest::qWaitFor([&] { return view.settled(); }, 20000);
+    }
+
+    // The full composition of the current settings, framed as the view
+    // frames it.
+    QImage fullPictureFramed()
+    {
+        QImage screen(view.size(), QImage::Format_ARGB32_Premultiplied);
+        screen.fill(Qt::black);
+        QPainter painter(&screen);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(flipped(view.rectDrawCamera(), view.height()), Compositor().compose(*photo, reshaping, state));
+        return screen.convertToFormat(QImage::Format_RGB32);
+    }
+
+    std::shared_ptr<const OpenedPhoto> photo = largePortrait();
+    Reshaping reshaping = Reshaping::of(photo->regions);
+    EditingState state;
+    View_Picture view;
+};
+
+} // namespace
+
+// Each kind of change at another zoom: a frame at once, then the full
+// picture, exactly as a redraw without frames would show it.
+TEST_F(LiveView, AfterAChangeRestsTheFullPictureIsShownExactly)
+{
+    const struct {
+        const char* change;
+        std::function<void(View_Picture&)> zoom;
+        std::function<void(EditingState&, Reshaping&)> make;
+    } cases[] = {
+        {"slider, fitted", [](View_Picture& v) { v.zoomToFit(); },
+         [](EditingState& s, Reshaping&) { s.u_Remove_Wrinkles_Level += 3; }},
+        {"colour, zoomed out", [](View_Picture& v) { v.zoomBy(-1); },
+         [](EditingState& s, Reshaping&) { s.color_Color_Lips = {0.9f, 0.1f, 0.3f, 1}; }},
+        {"switch, 100 %", [](View_Picture& v) { v.zoomToActualPixels(); },
+         [](EditingState& s, Reshaping&) { s.b_Eye_Eyeshadow = !s.b_Eye_Eyeshadow; }},
+        {"blush area, 200 % panned", [](View_Picture& v) { v.zoomBy(3), v.panBy({90, -40}); },
+         [](EditingState&, Reshaping& r) { r.rect_Cheek_Left_Area_To_Paint.translate(-30, 20); }},
+        {"under-eye point, fitted", [](View_Picture& v) { v.zoomToFit(); },
+         [](EditingState&, Reshaping& r) { r.array_Eye_Darken_Right_Points[2] += QPointF(6, 9); }},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.change);
+        c.zoom(view);
+        ASSERT_TRUE(settle());
+        const QImage before = shown();
+        const auto frames = view.frameCompositor().passes(), full = view.compositor().passes();
+        c.make(state, reshaping);
+        const QImage frame = shown();
+        EXPECT_FALSE(view.settled());
+        EXPECT_EQ(view.frameCompositor().passes(), frames + 1) << "a frame at once";
+        EXPECT_NE(frame, before);
+        ASSERT_TRUE(settle());
+        EXPECT_EQ(view.compositor().passes(), full + 1) << "one full picture once the change rested";
+        EXPECT_TRUE(shown() == fullPictureFramed());
+    }
+}
+
+// A change while the full picture of the one before is being composed is
+// composed after it: the picture left is the last change's. Without a rest
+// the second change's turn comes while the first is still composed.
+TEST_F(LiveView, AChangeDuringAFullCompositionIsNotLost)
+{
+    view.setSettleDelay(0);
+    state.u_Face_Skin_Smooth_Level = 3;
+    shown();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.composingFull(); }, 5000));
+    state.u_Face_Skin_Smooth_Level = 17;
+    shown();
+    ASSERT_TRUE(view.composingFull()) << "the first change is still being composed";
+    ASSERT_TRUE(settle());
+    EXPECT_TRUE(view.compositor().working() == Compositor().compose(*photo, reshaping, state));
+    EXPECT_TRUE(shown() == fullPictureFramed());
+}
