@@ -14,6 +14,11 @@ void keepMemoryOfFreedPictures()
     mallopt(M_TRIM_THRESHOLD, 512 << 20);
 }
 
+void giveBackFreedPictures()
+{
+    malloc_trim(0);
+}
+
 void requireAllocated(const QImage& picture, QSize size)
 {
     if (picture.isNull() && !size.isEmpty())

@@ -14,6 +14,11 @@ constexpr QImage::Format kPictureFormat = QImage::Format_RGBA8888_Premultiplied;
 // or an open makes several. Every program of the project calls this first.
 void keepMemoryOfFreedPictures();
 
+// Gives what the process keeps of freed pictures back to the system: after
+// a photo was opened, whose decoding and analysis freed several pictures
+// that the next ones (made on other threads) would not reuse.
+void giveBackFreedPictures();
+
 // A transparent picture (all bytes zero) of the given size. Like every
 // allocation of a picture here, it throws std::bad_alloc when the memory is
 // not there (QImage itself would hand back a null picture that later code

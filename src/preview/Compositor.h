@@ -43,6 +43,7 @@ public:
     }
 
     bool holds(const Key& key) const { return key_ && *key_ == key; }
+    void clear() { *this = Memo(); }
 
 private:
     std::optional<Key> key_;
@@ -52,7 +53,6 @@ private:
 // What each cached step is made from; a picture's cache key names its pixels.
 struct SmoothedBaseKey {
     qint64 photo, fullPicture;
-    bool smooth;
     std::uint64_t level, radius;
     bool operator==(const SmoothedBaseKey&) const = default;
 };

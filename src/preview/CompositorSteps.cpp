@@ -118,27 +118,27 @@ void blurredLayerOver(CompositorPass& pass, const QRectF& shapeBounds, float blu
 // --- "photo and skin smoothing": the photo over opaque black, and the
 // smoothed face over all of it.
 
-// The base into `base`; when `working` is given it receives the same
-// pixels in the same pass and true is returned.
-bool makeSmoothedBase(CompositorPass& pass, QImage& base, QImage* working)
+// The photo over opaque black: the photo itself when it is opaque.
+QImage opaquePhoto(CompositorPass& pass)
 {
-    const OpenedPhoto& photo = pass.photo;
-    const EditingState& s = pass.state;
-    const QImage& blackened = pass.memos.photoOverBlack.get(photo.img_Basic.cacheKey(), [&](QImage& picture) {
+    const QImage& photo = pass.photo.img_Basic;
+    const QImage& blackened = pass.memos.photoOverBlack.get(photo.cacheKey(), [&](QImage& picture) {
         picture = QImage();
-        if (isOpaque(photo.img_Basic))
+        if (isOpaque(photo))
             return;
-        picture = makePicture(photo.img_Basic.size());
+        picture = makePicture(photo.size());
         picture.fill(Qt::black);
-        drawOver(picture, photo.img_Basic);
+        drawOver(picture, photo);
     });
-    const QImage under = blackened.isNull() ? toPicture(photo.img_Basic) : blackened;
-    const QImage& face = photo.images.image_Face_Full_Picture;
-    if (!s.b_Face_Skin_Smooth || face.size() != under.size()) {
-        ensurePicture(base, under.size());
-        std::memcpy(base.bits(), under.constBits(), size_t(under.sizeInBytes()));
-        return false;
-    }
+    return blackened.isNull() ? toPicture(photo) : blackened;
+}
+
+// The smoothed photo into `base`, and into the working picture in the same
+// pass.
+void makeSmoothedBase(CompositorPass& pass, const QImage& under, QImage& base)
+{
+    const EditingState& s = pass.state;
+    const QImage& face = pass.photo.images.image_Face_Full_Picture;
     SkinSmoothingSettings settings = SkinSmoothingSettings::of(s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius);
     settings.radius = pass.scaled(settings.radius);
     CompositorMemos& memos = pass.memos;
@@ -148,8 +148,7 @@ bool makeSmoothedBase(CompositorPass& pass, QImage& base, QImage* working)
                                              [&](cv::Mat& m) { skinMask(planes, settings.radius, m); });
     ensurePicture(base, under.size());
     smoothSkin(face, mask, planes, settings.amount, settings.sharpness, defaultSkinToneTexture(), memos.skinScratch,
-               &under, base, working, float(pass.pixelScale));
-    return working != nullptr;
+               &under, base, &pass.working, float(pass.pixelScale));
 }
 
 // The base into the working picture: where the working picture already
@@ -174,17 +173,28 @@ void copyBase(const QImage& base, CompositorPass& pass)
                          << record.painted.y() << " " << record.painted.width() << "x" << record.painted.height());
 }
 
+// Without smoothing the photo itself is the base; the smoothed one is kept
+// only while smoothing is on, as it takes a photo's worth of memory.
 void startFromPhoto(CompositorPass& pass)
 {
     const EditingState& s = pass.state;
-    const bool smooth = s.b_Face_Skin_Smooth;
-    const SmoothedBaseKey key{pass.photo.img_Basic.cacheKey(), pass.photo.images.image_Face_Full_Picture.cacheKey(),
-                              smooth, smooth ? s.u_Face_Skin_Smooth_Level : 0, smooth ? s.u_Face_Skin_Smooth_Radius : 0};
+    const QImage under = opaquePhoto(pass);
+    const QImage& face = pass.photo.images.image_Face_Full_Picture;
+    if (!s.b_Face_Skin_Smooth || face.size() != under.size()) {
+        pass.memos.smoothedBase.clear();
+        copyBase(under, pass);
+        pass.record = {under.cacheKey(), QRect()};
+        return;
+    }
+    const SmoothedBaseKey key{under.cacheKey(), face.cacheKey(), s.u_Face_Skin_Smooth_Level,
+                              s.u_Face_Skin_Smooth_Radius};
     // A base made now is written into the working picture in the same pass.
-    bool working = false;
-    const QImage& base = pass.memos.smoothedBase.get(
-        key, [&](QImage& picture) { working = makeSmoothedBase(pass, picture, &pass.working); });
-    if (!working)
+    bool made = false;
+    const QImage& base = pass.memos.smoothedBase.get(key, [&](QImage& picture) {
+        makeSmoothedBase(pass, under, picture);
+        made = true;
+    });
+    if (!made)
         copyBase(base, pass);
     pass.record = {base.cacheKey(), QRect()};
 }

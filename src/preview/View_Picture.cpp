@@ -3,6 +3,7 @@
 #include "EditingState.h"
 #include "ImageSpace.h"
 #include "OpenedPhoto.h"
+#include "Picture.h"
 #include "PictureSaver.h"
 #include "PreviewGeometry.h"
 #include "SinglePrecision.h"
@@ -44,6 +45,10 @@ void View_Picture::setSources(std::shared_ptr<const OpenedPhoto> photo, Reshapin
         proxy_.reset();
         framed_.reset();
         frameCompositor_ = Compositor();
+        compositor_ = Compositor();
+        composed_.reset();
+        failedInputs_.reset();
+        giveBackFreedPictures();
         toScreen_ = !photo_ || isSrgb(photo_->metadata)
                         ? QColorTransform()
                         : photo_->metadata.colourSpace.transformationToColorSpace(QColorSpace::SRgb);
