@@ -6,7 +6,9 @@
 #include "PhotoDecoder.h"
 #include "../tests/face/PhotoFixtures.h"
 
+#include <QFileInfo>
 #include <QImageWriter>
+#include <QProcess>
 #include <QTemporaryDir>
 
 // The baseline is dlib's own detector on its own image type, so this
@@ -182,6 +184,38 @@ void BM_Open24MP(benchmark::State& state)
     for (auto _ : state)
         benchmark::DoNotOptimize(openAndAnalyse(f.jpegPath));
 }
+// A first open: a fresh process of the command-line tool analysing the
+// JPEG of BM_Open12MP, which reads the landmark model on another thread
+// while it decodes and looks for the face, as the window does from its
+// start. Against BM_Open12MP (the model already read) it includes the
+// process's start and end and the JSON written: BM_ProcessStartCli alone.
+QString cliTool()
+{
+    return QFileInfo("/proc/self/exe").canonicalFilePath().section('/', 0, -2) + "/bellavenor-cli";
+}
+
+void runCli(benchmark::State& state, const QStringList& arguments)
+{
+    for (auto _ : state) {
+        QProcess tool;
+        tool.start(cliTool(), arguments);
+        if (!tool.waitForFinished(60000) || tool.exitCode() != 0)
+            state.SkipWithError("the command-line tool failed");
+    }
+}
+
+void BM_FirstOpen12MP(benchmark::State& state)
+{
+    runCli(state, {"analyse", fixture().jpegPath});
+}
+BENCHMARK(BM_FirstOpen12MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
+
+void BM_ProcessStartCli(benchmark::State& state)
+{
+    runCli(state, {"--version"});
+}
+BENCHMARK(BM_ProcessStartCli)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
+
 BENCHMARK(BM_Open24MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 
 // The same 12 MP photo as a phone's HEIC (HEVC, 4:2:0, quality 95), beside

@@ -21,13 +21,20 @@ namespace {
 const char* const kModelFileName = "shape_predictor_68_face_landmarks.dat";
 
 struct LandmarkModel {
-    dlib::frontal_face_detector detector = dlib::get_frontal_face_detector();
     dlib::shape_predictor predictor;
 };
 
-// Loading the model takes about a second, so it is loaded once per process
-// and reused; a failed load is tried again on the next call. A batch asks
-// from two threads; detection and landmarks only read the model.
+// The face detector is built from dlib's own code, at once; only the
+// landmark model is read from a file.
+const dlib::frontal_face_detector& faceDetector()
+{
+    static const dlib::frontal_face_detector detector = dlib::get_frontal_face_detector();
+    return detector;
+}
+
+// Reading the model takes most of a second, so it is read once per process
+// and reused; a failed read is tried again on the next call. A batch asks
+// from two threads; landmarks only read the model.
 LandmarkModel* loadedModel(QString& error)
 {
     static std::mutex loading;
@@ -64,7 +71,9 @@ FaceLandmarks toLandmarks(const dlib::full_object_detection& shape)
     return points;
 }
 
-DetectionResult detect(LandmarkModel& model, const QImage& photo)
+// Faces are looked for while the model may still be read on another
+// thread; the landmarks of the one face wait for it.
+DetectionResult detect(const QImage& photo)
 {
     // dlib reads colour photos as R, G, B bytes; its detector takes the
     // strongest gradient over the three channels, which it would not do on
@@ -76,16 +85,16 @@ DetectionResult detect(LandmarkModel& model, const QImage& photo)
     const dlib::cv_image<dlib::rgb_pixel> image(pixels);
 
     const RgbPixels rgbPixels{rgb.constBits(), rgb.width(), rgb.height(), size_t(rgb.bytesPerLine())};
-    const std::vector<HogDetection> faces = detectFaces(model.detector, rgbPixels, 0.0);
+    const std::vector<HogDetection> faces = detectFaces(faceDetector(), rgbPixels, 0.0);
     DetectionResult result;
     if (faces.empty())
         result.code = 1;
     else if (faces.size() > 1)
         result.code = 2;
-    else {
+    else if (LandmarkModel* model = loadedModel(result.error)) {
         result.code = 0;
         const HogDetection& face = faces.front();
-        result.landmarks = toLandmarks(model.predictor(image, dlib::rectangle(face.left, face.top, face.right, face.bottom)));
+        result.landmarks = toLandmarks(model->predictor(image, dlib::rectangle(face.left, face.top, face.right, face.bottom)));
     }
     return result;
 }
@@ -136,11 +145,8 @@ DetectionResult DLibWrapper::Detect_Facial_Points(const QImage& photo)
         result.error = "There is no picture to look for a face on.";
         return result;
     }
-    LandmarkModel* model = loadedModel(result.error);
-    if (!model)
-        return result;
     try {
-        return detect(*model, photo);
+        return detect(photo);
     } catch (const std::exception& failure) {
         result.error = QString("The face could not be analysed: %1").arg(failure.what());
         return result;

@@ -91,15 +91,9 @@ RegionImages RegionImages::build(const QImage& photo, QSizeF imgSize, const Face
     images.image_Face_Skin_Cut = cutFromArea(images.image_Face_Skin, r.rect_Face_Skin, height);
 
     // The full picture differs from the photo only around the eyes and lips.
-    images.image_Face_Full_Picture = copied(toPicture(photo));
-    images.image_Face_Full_Picture.setColorSpace({}); // a made picture, like every other
-    const MaskedArea holes = masked(r.rect_Full_Eye_Left | r.rect_Full_Eye_Right | r.rect_Lips, Qt::black,
-                                    {{r.path_Eye_Left, Qt::white}, {r.path_Eye_Right, Qt::white}, {r.path_Lips, Qt::white}});
-    {
-        QPainter painter(&images.image_Face_Full_Picture);
-        painter.setCompositionMode(QPainter::CompositionMode_Source);
-        painter.drawImage(holes.area.topLeft(), holes.picture);
-    }
+    images.image_Face_Full_Picture =
+        masked(r.rect_Full_Eye_Left | r.rect_Full_Eye_Right | r.rect_Lips, Qt::black,
+               {{r.path_Eye_Left, Qt::white}, {r.path_Eye_Right, Qt::white}, {r.path_Lips, Qt::white}});
 
     images.image_Lips = masked(r.rect_Lips, Qt::white, {{r.path_Lips, Qt::black}, {r.path_Inside_Mouth, Qt::white}});
     images.image_Lips_Black_White = imageBlackAndWhite(cutFromArea(images.image_Lips, r.rect_Lips, height));

@@ -26,7 +26,9 @@ struct MaskedArea {
 struct RegionImages {
     MaskedArea image_Face_Skin;      // the face outline without eyes, lips and nose
     QImage image_Face_Skin_Cut;      // by rect_Face_Skin
-    QImage image_Face_Full_Picture;  // the whole photo without eyes and lips, at full size
+    // The whole photo without eyes and lips: the photo but over `area`,
+    // where it is `picture`.
+    MaskedArea image_Face_Full_Picture;
     MaskedArea image_Lips;           // the lips without the inside of the mouth
     QImage image_Lips_Black_White;   // grey cut by rect_Lips
     MaskedArea image_Inside_Mouth;

@@ -86,14 +86,25 @@ cv::Rect weighingArea(const cv::Rect& holes, const cv::Size& size, int reach, in
     return {x, y, right - x, bottom - y};
 }
 
+// The alpha over `area`: the holes' own, opaque around them.
+cv::Mat alphaOver(const cv::Mat& holesAlpha, const cv::Rect& holes, const cv::Rect& area)
+{
+    cv::Mat alpha(area.size(), CV_8UC1, cv::Scalar(255));
+    const cv::Rect common = holes & area;
+    if (!common.empty())
+        holesAlpha(common - holes.tl()).copyTo(alpha(common - area.tl()));
+    return alpha;
+}
+
 // Where the blurred alpha is not full, the weighed blur of the values
 // replaces the plain one.
-void weighNearHoles(const cv::Mat& values, const cv::Mat& alpha, const cv::Rect& area, const cv::Rect& inner,
-                    cv::Mat& dst, float sigma)
+void weighNearHoles(const cv::Mat& values, const cv::Mat& holesAlpha, const cv::Rect& holes, const cv::Rect& area,
+                    const cv::Rect& inner, cv::Mat& dst, float sigma)
 {
+    const cv::Mat alpha = alphaOver(holesAlpha, holes, area);
     cv::Mat weighted, weights;
-    cv::multiply(values(area), alpha(area), weighted, 1.0, CV_16U);
-    alpha(area).convertTo(weights, CV_16U, 256.0);
+    cv::multiply(values(area), alpha, weighted, 1.0, CV_16U);
+    alpha.convertTo(weights, CV_16U, 256.0);
     gaussianBlur(weighted, weighted, sigma, cv::BORDER_REPLICATE);
     gaussianBlur(weights, weights, sigma, cv::BORDER_REPLICATE);
     constexpr int kFull = 255 * 256;
@@ -116,7 +127,7 @@ void gaussianBlurOverOpaque(const cv::Mat& values, const cv::Mat& alpha, const c
                             float sigma)
 {
     BELLAVENOR_CHECK(values.type() == CV_8UC1 && dst.data != values.data
-                         && (holes.empty() || (alpha.type() == CV_8UC1 && values.size() == alpha.size())),
+                         && (holes.empty() || (alpha.type() == CV_8UC1 && holes.size() == alpha.size())),
                      "values " << values.cols << "x" << values.rows << " type " << values.type() << ", alpha "
                                << alpha.cols << "x" << alpha.rows << " type " << alpha.type());
     gaussianBlur(values, dst, sigma, cv::BORDER_REPLICATE);
@@ -125,10 +136,11 @@ void gaussianBlurOverOpaque(const cv::Mat& values, const cv::Mat& alpha, const c
     const int reach = gaussianSupport(sigma);
     const cv::Rect whole(cv::Point(), values.size());
     if (!fastPaths()) { // weighed everywhere, kept where the blurred alpha is not full
-        weighNearHoles(values, alpha, whole, whole, dst, sigma);
+        weighNearHoles(values, alpha, holes, whole, whole, dst, sigma);
         return;
     }
     const cv::Rect inner =
         cv::Rect(holes.x - reach, holes.y - reach, holes.width + 2 * reach, holes.height + 2 * reach) & whole;
-    weighNearHoles(values, alpha, weighingArea(holes, values.size(), reach, gaussianCell(sigma)), inner, dst, sigma);
+    weighNearHoles(values, alpha, holes, weighingArea(holes, values.size(), reach, gaussianCell(sigma)), inner, dst,
+                   sigma);
 }

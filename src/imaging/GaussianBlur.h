@@ -29,8 +29,8 @@ int gaussianCell(float sigma);
 // no opaque pixel is in reach the value stays. `holes` bounds the pixels
 // whose alpha is below 255 (empty: none); only around them is the weighing
 // done. Edge pixels repeat outward.
-// Requires: values 8-bit, one channel; alpha too and of its size unless
-// holes is empty (then alpha may be empty).
+// Requires: values 8-bit, one channel; alpha too, the alpha over `holes`
+// only (of the holes' size; every other pixel is opaque).
 // Ensures: dst 8-bit, one channel, of that size; dst is not values.
 void gaussianBlurOverOpaque(const cv::Mat& values, const cv::Mat& alpha, const cv::Rect& holes, cv::Mat& dst,
                             float sigma);

@@ -225,9 +225,10 @@ void sharpenedScalar(const quint32* __restrict pixels, const uchar* __restrict m
 
 } // namespace
 
-SkinBlend::SkinBlend(const QImage& picture, const cv::Rect& holes, const cv::Mat& mask,
+SkinBlend::SkinBlend(const PatchedPicture& picture, const cv::Rect& holes, const cv::Mat& mask,
                      const ToneCurveTexture& texture, float amount)
-    : pixels_(reinterpret_cast<const quint32*>(picture.constBits()))
+    : picture_(picture)
+    , pixels_(reinterpret_cast<const quint32*>(picture.photo.constBits()))
     , width_(picture.width())
     , holes_(holes)
     , mask_(mask.ptr<uchar>())
@@ -242,7 +243,8 @@ SkinBlend::~SkinBlend() = default;
 // A pixel that is not opaque: lifted in straight colour and blended.
 quint32 SkinBlend::translucent(qsizetype i) const
 {
-    const auto* original = reinterpret_cast<const uchar*>(pixels_ + i);
+    const quint32 stored = pixel(i);
+    const auto* original = reinterpret_cast<const uchar*>(&stored);
     uchar lifted[4];
     applyToneCurve(original, lifted, texture_, amount_);
     quint32 result = 0;
@@ -264,7 +266,7 @@ void SkinBlend::forTranslucent(qsizetype first, qsizetype count, Fn&& fn) const
         const qsizetype from = std::max(first, row * width_ + holes_.x);
         const qsizetype to = std::min(first + count, row * width_ + holes_.x + holes_.width);
         for (qsizetype i = from; i < to; ++i)
-            if ((pixels_[i] >> 24) != 255)
+            if ((pixel(i) >> 24) != 255)
                 fn(i);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PatchedPicture.h"
 #include "TRCIRGBToneCurve.h"
 
 #include <QImage>
@@ -21,10 +22,10 @@
 // on eight pixels at a time; the results are the same to the bit.
 class SkinBlend {
 public:
-    // Requires: `picture` in picture form, opaque outside `holes`, `mask`
-    // one byte a pixel of its size; both outlive the blend.
-    SkinBlend(const QImage& picture, const cv::Rect& holes, const cv::Mat& mask, const ToneCurveTexture& texture,
-              float amount);
+    // Requires: `picture` opaque outside `holes`, `mask` one byte a pixel of
+    // its size; both outlive the blend.
+    SkinBlend(const PatchedPicture& picture, const cv::Rect& holes, const cv::Mat& mask,
+              const ToneCurveTexture& texture, float amount);
     ~SkinBlend();
 
     // The blend's luminance (Rec. 709 of straight colour, a byte) of pixels
@@ -43,11 +44,15 @@ public:
 
 private:
     quint32 translucent(qsizetype i) const;
+    quint32 pixel(qsizetype i) const { return picture_.pixel(int(i % width_), int(i / width_)); }
     // Calls fn(i) for every pixel among first … first + count - 1 that is
     // not opaque; only the holes are looked at.
     template <typename Fn>
     void forTranslucent(qsizetype first, qsizetype count, Fn&& fn) const;
 
+    // The vector passes read the photo; the patch's pixels are all in the
+    // holes, which are done again from the picture itself.
+    const PatchedPicture& picture_;
     const quint32* pixels_;
     qsizetype width_;
     cv::Rect holes_;

@@ -292,34 +292,39 @@ QImage TRCIHighPassSkinSmoothing::outputImage()
 
 // One pass, row by row while the row is in cache: the alpha bytes, the
 // translucent span and the doubled overlay.
-SkinSmoothingPlanes SkinSmoothingPlanes::of(const QImage& picture)
+SkinSmoothingPlanes SkinSmoothingPlanes::of(const PatchedPicture& picture)
 {
     const int width = picture.width();
     SkinSmoothingPlanes planes;
-    planes.alpha.create(picture.height(), width, CV_8UC1);
     planes.doubled.create(picture.height(), width, CV_8UC1);
     TranslucentBounds holes;
     std::mutex merging;
     parallelRows(picture.height(), [&](int begin, int end) {
         TranslucentBounds part;
+        std::vector<quint32> patched;
+        std::vector<uchar> alpha(static_cast<size_t>(width));
         for (int y = begin; y < end; ++y) {
-            const auto* row = reinterpret_cast<const quint32*>(picture.constScanLine(y));
-            uchar* alpha = planes.alpha.ptr<uchar>(y);
+            const quint32* row = picture.row(y, patched);
             uchar* doubled = planes.doubled.ptr<uchar>(y);
             doubledOverlayOpaque(row, doubled, width);
-            if (alphaOfRow(row, alpha, width) == 255)
+            if (alphaOfRow(row, alpha.data(), width) == 255)
                 continue;
-            const auto [from, to] = part.addRow(y, alpha, width);
+            const auto [from, to] = part.addRow(y, alpha.data(), width);
             for (int x = from; x <= to; ++x)
-                if (alpha[x] != 255)
+                if (alpha[size_t(x)] != 255)
                     doubled[x] = doubledOverlay(reinterpret_cast<const uchar*>(row + x));
         }
         const std::lock_guard lock(merging);
         holes.merge(part);
     });
+    // Only the holes' alpha is kept: everywhere else it is 255.
     planes.holes = holes.rect();
-    if (planes.holes.empty())
-        planes.alpha.release();
+    if (!planes.holes.empty()) {
+        planes.alpha.create(planes.holes.size(), CV_8UC1);
+        for (int y = 0; y < planes.holes.height; ++y)
+            for (int x = 0; x < planes.holes.width; ++x)
+                planes.alpha.at<uchar>(y, x) = uchar(picture.pixel(planes.holes.x + x, planes.holes.y + y) >> 24);
+    }
     return planes;
 }
 
@@ -330,7 +335,7 @@ void skinMask(const SkinSmoothingPlanes& planes, float radius, cv::Mat& mask)
     maskOf(planes.doubled, blurred, mask);
 }
 
-void smoothSkin(const QImage& picture, const cv::Mat& mask, const SkinSmoothingPlanes& planes, float amount,
+void smoothSkin(const PatchedPicture& picture, const cv::Mat& mask, const SkinSmoothingPlanes& planes, float amount,
                 float sharpness, const ToneCurveTexture& texture, SkinSmoothingScratch& scratch, const QImage* under,
                 QImage& out, QImage* also, float photoPixelsPerPixel)
 {
@@ -351,7 +356,7 @@ void smoothSkin(const QImage& picture, const cv::Mat& mask, const SkinSmoothingP
     if (also)
         ensurePicture(*also, picture.size());
     auto* copy = also ? reinterpret_cast<quint32*>(also->bits()) : nullptr;
-    mapRows(picture, out, [&](const quint32*, quint32* result, qsizetype count, qsizetype first) {
+    mapRows(picture.photo, out, [&](const quint32*, quint32* result, qsizetype count, qsizetype first) {
         blend.sharpened(luma, lumaBlur, gain, below, first, count, result, copy ? copy + first : nullptr);
     });
 }

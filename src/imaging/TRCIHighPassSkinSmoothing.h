@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PatchedPicture.h"
 #include "TRCIFilter.h"
 #include "TRCIRGBToneCurve.h"
 
@@ -74,14 +75,14 @@ struct SkinSmoothingSettings {
 
 // The parts of skin smoothing that depend on the picture alone, made once
 // per picture: where it is not opaque (the bounding box of its pixels with
-// alpha below 255, and its alpha plane; both empty when it is opaque) and
+// alpha below 255, and the alpha over it; both empty when it is opaque) and
 // the doubled green-blue overlay the mask is made of.
 struct SkinSmoothingPlanes {
     cv::Rect holes;
     cv::Mat alpha;
     cv::Mat doubled;
 
-    static SkinSmoothingPlanes of(const QImage& picture);
+    static SkinSmoothingPlanes of(const PatchedPicture& picture);
 };
 
 // The skin mask at `radius` (0 black: lifted, 255 white: kept), one byte a
@@ -103,7 +104,7 @@ struct SkinSmoothingScratch {
 // Requires: planes and mask made from `picture`. Ensures: `out` (and
 // `also`) has the picture's size, opaque when laid over `under`; out may be
 // *under.
-void smoothSkin(const QImage& picture, const cv::Mat& mask, const SkinSmoothingPlanes& planes, float amount,
+void smoothSkin(const PatchedPicture& picture, const cv::Mat& mask, const SkinSmoothingPlanes& planes, float amount,
                 float sharpness, const ToneCurveTexture& texture, SkinSmoothingScratch& scratch, const QImage* under,
                 QImage& out, QImage* also = nullptr, float photoPixelsPerPixel = 1);
 

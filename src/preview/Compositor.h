@@ -52,12 +52,12 @@ private:
 
 // What each cached step is made from; a picture's cache key names its pixels.
 struct SmoothedBaseKey {
-    qint64 photo, fullPicture;
+    qint64 photo;
     std::uint64_t level, radius;
     bool operator==(const SmoothedBaseKey&) const = default;
 };
 struct SkinMaskKey {
-    qint64 fullPicture;
+    qint64 photo;
     std::uint64_t radius;
     bool operator==(const SkinMaskKey&) const = default;
 };

@@ -138,13 +138,15 @@ QImage opaquePhoto(CompositorPass& pass)
 void makeSmoothedBase(CompositorPass& pass, const QImage& under, QImage& base)
 {
     const EditingState& s = pass.state;
-    const QImage& face = pass.photo.images.image_Face_Full_Picture;
+    const MaskedArea& holes = pass.photo.images.image_Face_Full_Picture;
+    const PatchedPicture face(toPicture(pass.photo.img_Basic), holes.picture, holes.area.topLeft());
+    const qint64 faceKey = pass.photo.img_Basic.cacheKey(); // the holes are made from it
     SkinSmoothingSettings settings = SkinSmoothingSettings::of(s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius);
     settings.radius = pass.scaled(settings.radius);
     CompositorMemos& memos = pass.memos;
     const SkinSmoothingPlanes& planes =
-        memos.skinPlanes.get(face.cacheKey(), [&](SkinSmoothingPlanes& p) { p = SkinSmoothingPlanes::of(face); });
-    const cv::Mat& mask = memos.skinMask.get({face.cacheKey(), s.u_Face_Skin_Smooth_Radius},
+        memos.skinPlanes.get(faceKey, [&](SkinSmoothingPlanes& p) { p = SkinSmoothingPlanes::of(face); });
+    const cv::Mat& mask = memos.skinMask.get({faceKey, s.u_Face_Skin_Smooth_Radius},
                                              [&](cv::Mat& m) { skinMask(planes, settings.radius, m); });
     ensurePicture(base, under.size());
     smoothSkin(face, mask, planes, settings.amount, settings.sharpness, defaultSkinToneTexture(), memos.skinScratch,
@@ -179,15 +181,13 @@ void startFromPhoto(CompositorPass& pass)
 {
     const EditingState& s = pass.state;
     const QImage under = opaquePhoto(pass);
-    const QImage& face = pass.photo.images.image_Face_Full_Picture;
-    if (!s.b_Face_Skin_Smooth || face.size() != under.size()) {
+    if (!s.b_Face_Skin_Smooth) {
         pass.memos.smoothedBase.clear();
         copyBase(under, pass);
         pass.record = {under.cacheKey(), QRect()};
         return;
     }
-    const SmoothedBaseKey key{under.cacheKey(), face.cacheKey(), s.u_Face_Skin_Smooth_Level,
-                              s.u_Face_Skin_Smooth_Radius};
+    const SmoothedBaseKey key{under.cacheKey(), s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius};
     // A base made now is written into the working picture in the same pass.
     bool made = false;
     const QImage& base = pass.memos.smoothedBase.get(key, [&](QImage& picture) {
