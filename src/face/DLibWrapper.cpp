@@ -12,6 +12,7 @@
 
 #include <opencv2/core.hpp>
 
+#include <array>
 #include <future>
 #include <mutex>
 #include <optional>
@@ -113,9 +114,12 @@ QString DLibWrapper::modelPath()
 
 namespace {
 
-std::future<void>& modelReading()
+// The detector and the landmark model are made on threads of their own,
+// side by side: the detector is needed first, the model only once a face
+// was found.
+std::array<std::future<void>, 2>& modelReading()
 {
-    static std::future<void> reading;
+    static std::array<std::future<void>, 2> reading;
     return reading;
 }
 
@@ -125,17 +129,23 @@ std::future<void>& modelReading()
 // again.
 void DLibWrapper::startReadingModel()
 {
-    if (!modelReading().valid())
-        modelReading() = std::async(std::launch::async, [] {
-            QString error;
-            loadedModel(error);
-        });
+    auto& [detector, model] = modelReading();
+    if (detector.valid())
+        return;
+    // dlib builds the detector from its own serialised form: about a sixth
+    // of a second; the model takes about twice that.
+    detector = std::async(std::launch::async, [] { faceDetector(); });
+    model = std::async(std::launch::async, [] {
+        QString error;
+        loadedModel(error);
+    });
 }
 
 void DLibWrapper::finishReadingModel()
 {
-    if (modelReading().valid())
-        modelReading().wait();
+    for (std::future<void>& reading : modelReading())
+        if (reading.valid())
+            reading.wait();
 }
 
 DetectionResult DLibWrapper::Detect_Facial_Points(const QImage& photo)

@@ -1,8 +1,11 @@
 // The detection is dlib's own work, split where its results do not depend
 // on the split: the pyramid's pictures are made on one core (by
 // pyramidDown, dlib's resize to the byte) while the other extracts the
-// features of the full-size level; then each level's features and its five
-// filter scores (hogSaliency) are one task, largest first, on both cores.
+// features of the full-size level; each level's features and its five
+// filter scores (hogSaliency) are one task. The maker scans the level
+// before the one it just made, so only two or three pictures of the
+// pyramid are held at once (all of them: over 400 MB at 64 megapixels);
+// the other core takes the levels left after the full-size one.
 // The detections are gathered, sorted and suppressed exactly as dlib's
 // object_detector does.
 
@@ -20,6 +23,7 @@
 #include <condition_variable>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <stdexcept>
 
@@ -82,12 +86,20 @@ public:
     {
     }
 
-    unsigned long next() { return next_++; }
+    // Whether the caller is the first to ask for the level.
+    bool claim(unsigned long level) { return !claimed_[level].exchange(true); }
+
+    // A level's picture is done with once it was scanned and the next
+    // level made from it: whether the caller is the last of the two.
+    bool doneWith(unsigned long level)
+    {
+        return level + 1 == levels_ || users_[level].fetch_sub(1) == 1;
+    }
 
     template <typename MakeFn>
     void makePictures(MakeFn&& make)
     {
-        if (claimed_.exchange(true))
+        if (making_.exchange(true))
             return;
         try {
             make([this](unsigned long level) { announce(level, false); });
@@ -118,8 +130,14 @@ private:
     }
 
     const unsigned long levels_;
-    std::atomic<unsigned long> next_{1};
-    std::atomic<bool> claimed_{false};
+    std::unique_ptr<std::atomic<bool>[]> claimed_ = std::make_unique<std::atomic<bool>[]>(levels_);
+    std::unique_ptr<std::atomic<int>[]> users_ = [this] {
+        auto users = std::make_unique<std::atomic<int>[]>(levels_);
+        for (unsigned long level = 0; level < levels_; ++level)
+            users[level] = 2;
+        return users;
+    }();
+    std::atomic<bool> making_{false};
     std::mutex guard_;
     std::condition_variable madeOne_;
     unsigned long made_ = 0;
@@ -219,13 +237,15 @@ std::vector<HogDetection> detectFaces(const dlib::frontal_face_detector& detecto
     const size_t filters = detector.num_detectors();
     std::vector<Picture> pictures(levels);
     std::vector<Found> found(filters * levels);
+    LevelQueue queue(levels);
     const auto scanLevel = [&](unsigned long level) {
         Features features;
         if (level == 0)
             scan.extract(image, features);
         else
             scan.extract(pictures[level], features);
-        pictures[level].clear();
+        if (level > 0 && queue.doneWith(level))
+            pictures[level].clear();
         for (size_t filter = 0; filter < filters; ++filter)
             scan.detect(filter, level, features, scan.threshold(filter) + adjustThreshold,
                         found[filter * levels + level]);
@@ -233,21 +253,26 @@ std::vector<HogDetection> detectFaces(const dlib::frontal_face_detector& detecto
     const auto makePyramid = [&](const std::function<void(unsigned long)>& made) {
         for (unsigned long level = 1; level < levels; ++level) {
             pyramidDown(level == 1 ? photo : pixelsOf(pictures[level - 1]), pictures[level]);
+            if (level >= 2 && queue.doneWith(level - 1))
+                pictures[level - 1].clear();
             made(level);
+            if (level >= 2 && queue.claim(level - 1))
+                scanLevel(level - 1);
         }
     };
-    LevelQueue queue(levels);
-    // One worker starts with the pyramid's pictures, the other with the
-    // full-size level; then both take the next level.
+    // One worker makes the pyramid's pictures, the other starts with the
+    // full-size level; then both take the levels nobody has taken.
+    queue.claim(0);
     eachTask(0, 2, [&](int worker) {
         if (worker == 0)
             queue.makePictures(makePyramid);
         else
             scanLevel(0);
-        for (unsigned long level = queue.next(); level < levels; level = queue.next()) {
-            queue.waitForPicture(level, makePyramid);
-            scanLevel(level);
-        }
+        for (unsigned long level = 1; level < levels; ++level)
+            if (queue.claim(level)) {
+                queue.waitForPicture(level, makePyramid);
+                scanLevel(level);
+            }
     });
     return gathered(scan, found, levels);
 }
