@@ -70,6 +70,7 @@ struct CheekLayerKey {
     RgbaColor outer, inner;
     QPointF centre;
     float blur;
+    int size;
     bool operator==(const CheekLayerKey&) const = default;
 };
 

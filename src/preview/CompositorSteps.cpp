@@ -389,39 +389,50 @@ void paintCheekHandles(ImagePainter& p, const QRectF& area, const std::array<QRe
 
 // Two circles: the outer colour on the circle of radius 510 about the
 // layer's middle, the make-up colour on a circle of radius 5 at the make-up
-// centre. Nothing is painted beyond either circle.
+// centre (on a layer of 1024 pixels; a smaller layer for a shrunk picture
+// has all of it, blur included, in proportion). Nothing is painted beyond
+// either circle.
 QImage cheekLayer(const CheekLayerKey& key)
 {
     // The centre counts y from the top of the area; the gradient is laid out
     // in the layer's y-up image space, the picture has y down. Settings files
     // and the circle control give 0 to 100; anything else would only send
     // the gradient's focus to infinity.
-    QImage layer = makePicture({kCheekLayerSize, kCheekLayerSize});
-    const QPointF middle(512, 512);
+    const double k = double(key.size) / kCheekLayerSize;
+    QImage layer = makePicture({key.size, key.size});
+    const QPointF middle(512 * k, 512 * k);
     const QPointF inArea(std::clamp(key.centre.x(), 0.0, 100.0), std::clamp(key.centre.y(), 0.0, 100.0));
-    const QPointF makeUp = flipped(QPointF(inArea.x() * 1024 / 100, (100 - inArea.y()) * 1024 / 100), kCheekLayerSize);
+    const QPointF makeUp = flipped(QPointF(inArea.x() * key.size / 100, (100 - inArea.y()) * key.size / 100), key.size);
     {
         QPainter p(&layer);
         p.setRenderHint(QPainter::Antialiasing);
-        QRadialGradient gradient(middle, 510, makeUp, 5);
+        QRadialGradient gradient(middle, 510 * k, makeUp, 5 * k);
         gradient.setColorAt(0, colourOf(key.inner, key.inner.a));
         gradient.setColorAt(1, colourOf(key.outer, key.outer.a));
         p.setPen(Qt::NoPen);
         p.setBrush(gradient);
-        p.drawEllipse(middle, 510, 510);
+        p.drawEllipse(middle, 510 * k, 510 * k);
         p.setCompositionMode(QPainter::CompositionMode_Clear);
-        p.drawEllipse(makeUp, 5, 5);
+        p.drawEllipse(makeUp, 5 * k, 5 * k);
     }
-    return imageBlurCheek(layer, key.blur);
+    return imageBlurCheek(layer, float(key.blur * k));
+}
+
+// A shrunk picture draws the blush over a few hundred pixels at most: its
+// layer need not be larger than that.
+int cheekLayerSize(const CompositorPass& pass)
+{
+    return std::clamp(int(std::ceil(kCheekLayerSize / pass.pixelScale)), 128, kCheekLayerSize);
 }
 
 void paintCheeks(CompositorPass& pass)
 {
     const EditingState& s = pass.state;
+    const int size = cheekLayerSize(pass);
     const CheekLayerKey leftKey{s.color_Color_Cheeks_1, s.color_Color_Cheeks_2, s.pt_MakeUp_Center_Left,
-                                s.f_Cheeks_Blur_Level_Left};
+                                s.f_Cheeks_Blur_Level_Left, size};
     const CheekLayerKey rightKey{s.color_Color_Cheeks_1_Right, s.color_Color_Cheeks_2, s.pt_MakeUp_Center_Right,
-                                 s.f_Cheeks_Blur_Level_Right};
+                                 s.f_Cheeks_Blur_Level_Right, size};
     // The two layers are independent: when both are new each side is made on
     // its own core; one alone spreads its blur over both.
     const QImage* layers[2] = {};
