@@ -141,6 +141,8 @@ void gaussianBlurOverOpaque(const cv::Mat& values, const cv::Mat& alpha, const c
     }
     const cv::Rect inner =
         cv::Rect(holes.x - reach, holes.y - reach, holes.width + 2 * reach, holes.height + 2 * reach) & whole;
+    if (inner.empty())
+        return; // the holes lie beyond reach of these rows
     weighNearHoles(values, alpha, holes, weighingArea(holes, values.size(), reach, gaussianCell(sigma)), inner, dst,
                    sigma);
 }

@@ -30,7 +30,8 @@ int gaussianCell(float sigma);
 // whose alpha is below 255 (empty: none); only around them is the weighing
 // done. Edge pixels repeat outward.
 // Requires: values 8-bit, one channel; alpha too, the alpha over `holes`
-// only (of the holes' size; every other pixel is opaque).
+// only (of the holes' size; every other pixel is opaque). The holes may lie
+// partly or wholly outside the values: a band of a larger picture.
 // Ensures: dst 8-bit, one channel, of that size; dst is not values.
 void gaussianBlurOverOpaque(const cv::Mat& values, const cv::Mat& alpha, const cv::Rect& holes, cv::Mat& dst,
                             float sigma);

@@ -234,11 +234,23 @@ SkinBlend::SkinBlend(const PatchedPicture& picture, const cv::Rect& holes, const
     , mask_(mask.ptr<uchar>())
     , texture_(texture)
     , amount_(amount)
-    , tables_(std::make_unique<Tables>(ToneCurveLookup(texture, amount)))
+    , tables_(std::make_shared<const Tables>(ToneCurveLookup(texture, amount)))
 {
 }
 
 SkinBlend::~SkinBlend() = default;
+SkinBlend::SkinBlend(const SkinBlend&) = default;
+
+SkinBlend SkinBlend::fromRow(int first) const
+{
+    SkinBlend band(*this);
+    const qsizetype offset = qsizetype(first) * width_;
+    band.pixels_ += offset;
+    band.mask_ += offset;
+    band.holes_ = holes_ - cv::Point(0, first);
+    band.firstRow_ = firstRow_ + first;
+    return band;
+}
 
 // A pixel that is not opaque: lifted in straight colour and blended.
 quint32 SkinBlend::translucent(qsizetype i) const

@@ -27,6 +27,11 @@ public:
     SkinBlend(const PatchedPicture& picture, const cv::Rect& holes, const cv::Mat& mask,
               const ToneCurveTexture& texture, float amount);
     ~SkinBlend();
+    SkinBlend(const SkinBlend&);
+
+    // The same blend from row `first` on: its pixel numbers, and those of
+    // every plane handed to it, start at that row.
+    SkinBlend fromRow(int first) const;
 
     // The blend's luminance (Rec. 709 of straight colour, a byte) of pixels
     // first … first + count - 1, into luma at the same pixel numbers.
@@ -44,7 +49,7 @@ public:
 
 private:
     quint32 translucent(qsizetype i) const;
-    quint32 pixel(qsizetype i) const { return picture_.pixel(int(i % width_), int(i / width_)); }
+    quint32 pixel(qsizetype i) const { return picture_.pixel(int(i % width_), int(i / width_) + firstRow_); }
     // Calls fn(i) for every pixel among first … first + count - 1 that is
     // not opaque; only the holes are looked at.
     template <typename Fn>
@@ -59,5 +64,6 @@ private:
     const uchar* mask_;
     const ToneCurveTexture& texture_;
     float amount_;
-    std::unique_ptr<Tables> tables_;
+    std::shared_ptr<const Tables> tables_;
+    int firstRow_ = 0;
 };

@@ -32,6 +32,10 @@ namespace {
 constexpr float kSharpenRadius = 2.0f;
 constexpr float kSharpenGainPerUnit = 0.25f;
 
+// Rows smoothed at a time: small enough that the band's planes stay a few
+// megabytes, large enough that the rows its blur reads around it are few.
+constexpr int kBandRows = 256;
+
 // One stop darker halves every channel before the overlay.
 constexpr float kMaskExposureGain = 0.5f;
 
@@ -339,26 +343,43 @@ void smoothSkin(const PatchedPicture& picture, const cv::Mat& mask, const SkinSm
                 float sharpness, const ToneCurveTexture& texture, SkinSmoothingScratch& scratch, const QImage* under,
                 QImage& out, QImage* also, float photoPixelsPerPixel)
 {
-    // Two passes: the blend's luminance, blurred; then the blend made
-    // again, sharpened and laid over `under`.
+    // Band by band, two passes: the blend's luminance, blurred; then the
+    // blend made again, sharpened and laid over `under`. A band's luminance
+    // covers the rows its blur reads around it, weighing near the holes
+    // included, so each band gives what the whole picture at once would,
+    // and the two planes are never held for the whole picture (an eighth of
+    // a gigabyte at 64 megapixels).
     const SkinBlend blend(picture, planes.holes, mask, texture, amount);
-    const qsizetype width = picture.width();
-    scratch.luma.create(picture.height(), picture.width(), CV_8UC1);
-    uchar* luma = scratch.luma.ptr<uchar>();
-    parallelRows(picture.height(),
-                 [&](int begin, int end) { blend.luminance(begin * width, (end - begin) * width, luma); });
+    const int width = picture.width(), height = picture.height();
     const int gain = sharpness > 0 ? int(std::lround(sharpness * kSharpenGainPerUnit * 256.0f)) : 0;
-    if (gain)
-        gaussianBlurOverOpaque(scratch.luma, planes.alpha, planes.holes, scratch.lumaBlur,
-                               kSharpenRadius / photoPixelsPerPixel);
-    const uchar* lumaBlur = gain ? scratch.lumaBlur.ptr<uchar>() : luma;
-    const auto* below = under ? reinterpret_cast<const quint32*>(under->constBits()) : nullptr;
+    const float sharpenRadius = kSharpenRadius / photoPixelsPerPixel;
+    const int margin = gain ? 2 * gaussianSupport(sharpenRadius) + gaussianCell(sharpenRadius) : 0;
+    ensurePicture(out, picture.size());
     if (also)
         ensurePicture(*also, picture.size());
-    auto* copy = also ? reinterpret_cast<quint32*>(also->bits()) : nullptr;
-    mapRows(picture.photo, out, [&](const quint32*, quint32* result, qsizetype count, qsizetype first) {
-        blend.sharpened(luma, lumaBlur, gain, below, first, count, result, copy ? copy + first : nullptr);
-    });
+    for (int top = 0; top < height; top += kBandRows) {
+        const int bottom = std::min(height, top + kBandRows);
+        const int from = std::max(0, top - margin), to = std::min(height, bottom + margin);
+        const SkinBlend band = blend.fromRow(from);
+        scratch.luma.create(to - from, width, CV_8UC1);
+        uchar* luma = scratch.luma.ptr<uchar>();
+        parallelRows(to - from, [&](int begin, int end) {
+            band.luminance(qsizetype(begin) * width, qsizetype(end - begin) * width, luma);
+        });
+        if (gain)
+            gaussianBlurOverOpaque(scratch.luma, planes.alpha, planes.holes - cv::Point(0, from), scratch.lumaBlur,
+                                   sharpenRadius);
+        const uchar* lumaBlur = gain ? scratch.lumaBlur.ptr<uchar>() : luma;
+        const auto* below = under ? reinterpret_cast<const quint32*>(under->constScanLine(from)) : nullptr;
+        auto* result = reinterpret_cast<quint32*>(out.scanLine(top));
+        auto* copy = also ? reinterpret_cast<quint32*>(also->scanLine(top)) : nullptr;
+        const qsizetype first = qsizetype(top - from) * width;
+        parallelRows(bottom - top, [&](int begin, int end) {
+            const qsizetype at = qsizetype(begin) * width;
+            band.sharpened(luma, lumaBlur, gain, below, first + at, qsizetype(end - begin) * width, result + at,
+                           copy ? copy + at : nullptr);
+        });
+    }
 }
 
 const ToneCurveTexture& defaultSkinToneTexture()
