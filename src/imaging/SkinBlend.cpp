@@ -274,11 +274,13 @@ void SkinBlend::forTranslucent(qsizetype first, qsizetype count, Fn&& fn) const
         return;
     const qsizetype firstRow = std::max<qsizetype>(first / width_, holes_.y);
     const qsizetype endRow = std::min<qsizetype>((first + count + width_ - 1) / width_, holes_.y + holes_.height);
+    std::vector<quint32> patched;
     for (qsizetype row = firstRow; row < endRow; ++row) {
         const qsizetype from = std::max(first, row * width_ + holes_.x);
         const qsizetype to = std::min(first + count, row * width_ + holes_.x + holes_.width);
+        const quint32* pixels = picture_.row(int(row) + firstRow_, patched);
         for (qsizetype i = from; i < to; ++i)
-            if ((pixel(i) >> 24) != 255)
+            if ((pixels[i - row * width_] >> 24) != 255)
                 fn(i);
     }
 }

@@ -32,9 +32,11 @@ namespace {
 constexpr float kSharpenRadius = 2.0f;
 constexpr float kSharpenGainPerUnit = 0.25f;
 
-// Rows smoothed at a time: small enough that the band's planes stay a few
-// megabytes, large enough that the rows its blur reads around it are few.
-constexpr int kBandRows = 256;
+// Rows smoothed at a time at most: few enough that the band's planes stay a
+// few tens of megabytes, enough that the rows its blur reads around it (a
+// dozen each side) add little. Every picture is cut at least once, so the
+// cut is always in use.
+constexpr int kBandRows = 1024;
 
 // One stop darker halves every channel before the overlay.
 constexpr float kMaskExposureGain = 0.5f;
@@ -357,8 +359,10 @@ void smoothSkin(const PatchedPicture& picture, const cv::Mat& mask, const SkinSm
     ensurePicture(out, picture.size());
     if (also)
         ensurePicture(*also, picture.size());
-    for (int top = 0; top < height; top += kBandRows) {
-        const int bottom = std::min(height, top + kBandRows);
+    const int bands = std::max(2, (height + kBandRows - 1) / kBandRows);
+    const int bandRows = std::max(1, (height + bands - 1) / bands);
+    for (int top = 0; top < height; top += bandRows) {
+        const int bottom = std::min(height, top + bandRows);
         const int from = std::max(0, top - margin), to = std::min(height, bottom + margin);
         const SkinBlend band = blend.fromRow(from);
         scratch.luma.create(to - from, width, CV_8UC1);
