@@ -1,7 +1,8 @@
 // Times what a person waits for on the screen: runs a command (a key press
 // sent with xdotool) and watches a part of the screen, printing when it
-// first changed and when it last changed before resting for a second and a
-// half, in milliseconds from the command's start. The command's own start
+// first changed, when it last changed before resting for a second and a
+// half, and the longest time between two changes while the command still
+// ran (a series of key presses), in milliseconds from the command's start. The command's own start
 // is included (a few milliseconds); both sides of a comparison pay it.
 //
 //   screen_change_timer X Y W H COMMAND...
@@ -13,6 +14,7 @@
 #include <QProcess>
 #include <QScreen>
 
+#include <algorithm>
 #include <cstdio>
 
 int main(int argc, char** argv)
@@ -29,17 +31,23 @@ int main(int argc, char** argv)
     QImage last = grab();
     QElapsedTimer clock;
     clock.start();
-    QProcess::startDetached(args[5], args.mid(6));
-    qint64 first = -1, lastChange = -1;
+    QProcess command;
+    command.start(args[5], args.mid(6));
+    qint64 first = -1, lastChange = -1, longestGap = 0, commandEnd = -1;
     while (clock.elapsed() < 30000 && (lastChange < 0 || clock.elapsed() - lastChange < 1500)) {
         const QImage now = grab();
+        if (commandEnd < 0 && (command.state() == QProcess::NotRunning || command.waitForFinished(0)))
+            commandEnd = clock.elapsed();
         if (now != last) {
+            if (lastChange >= 0 && commandEnd < 0)
+                longestGap = std::max(longestGap, clock.elapsed() - lastChange);
             lastChange = clock.elapsed();
             if (first < 0)
                 first = lastChange;
             last = now;
         }
     }
-    std::printf("%lld %lld\n", first, lastChange);
+    command.waitForFinished();
+    std::printf("%lld %lld %lld\n", first, lastChange, longestGap);
     return first < 0 ? 1 : 0;
 }
