@@ -83,9 +83,9 @@ struct Changed {
 // One compose after one field changed, all nine effects on: the redraw a
 // slider step, a colour or an Apply box asks for. The field goes back and
 // forth between two values.
-void redrawAfter(benchmark::State& state, QSize size, const char* field)
+void composeAfterChanges(benchmark::State& state, const OpenedPhoto& photo, const Reshaping& reshaping,
+                         const char* field, double photoPixelsPerPixel = 1)
 {
-    const Photo& p = photoOf(size);
     const EditingState before = everyEffectOn();
     EditingState after = before;
     after.forEachField([&](const char* name, auto& value) {
@@ -93,12 +93,18 @@ void redrawAfter(benchmark::State& state, QSize size, const char* field)
             Changed()(name, value);
     });
     Compositor compositor;
-    compositor.compose(p.photo, p.reshaping, before);
+    compositor.compose(photo, reshaping, before, photoPixelsPerPixel);
     bool flip = false;
     for (auto _ : state) {
         flip = !flip;
-        benchmark::DoNotOptimize(compositor.compose(p.photo, p.reshaping, flip ? after : before));
+        benchmark::DoNotOptimize(compositor.compose(photo, reshaping, flip ? after : before, photoPixelsPerPixel));
     }
+}
+
+void redrawAfter(benchmark::State& state, QSize size, const char* field)
+{
+    const Photo& p = photoOf(size);
+    composeAfterChanges(state, p.photo, p.reshaping, field);
 }
 
 // The preview's view while a control moves: 1400 × 900 device pixels, the
@@ -121,19 +127,7 @@ void interactiveStep(benchmark::State& state, QSize size, const char* field)
     const ProxyFrame frame = fittedFrame(size);
     const OpenedPhoto proxy = proxyPhoto(p.photo, frame);
     const Reshaping reshaping = proxyReshaping(p.reshaping, p.photo.imgSize, frame);
-    const EditingState before = everyEffectOn();
-    EditingState after = before;
-    after.forEachField([&](const char* name, auto& value) {
-        if (qstrcmp(name, field) == 0)
-            Changed()(name, value);
-    });
-    Compositor compositor;
-    compositor.compose(proxy, reshaping, before, frame.photoPixelsPerPixel());
-    bool flip = false;
-    for (auto _ : state) {
-        flip = !flip;
-        benchmark::DoNotOptimize(compositor.compose(proxy, reshaping, flip ? after : before, frame.photoPixelsPerPixel()));
-    }
+    composeAfterChanges(state, proxy, reshaping, field, frame.photoPixelsPerPixel());
     state.counters["frameMP"] = double(frame.size.width()) * frame.size.height() / 1e6;
 }
 

@@ -64,11 +64,7 @@ QImage shrunk(const QImage& picture, QSize size)
 EditingState only(bool EditingState::*effect)
 {
     EditingState state = randomSettings(11);
-    state.forEachField([](const char* name, auto& value) {
-        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>)
-            if (QByteArray(name).startsWith("b_"))
-                value = false;
-    });
+    state.Reset_Variables();
     state.*effect = true;
     return state;
 }
@@ -88,10 +84,7 @@ TEST(LiveFrames, AFrameLooksLikeTheFullPictureShrunk)
     const OpenedPhoto proxy = proxyPhoto(photo, frame);
     const Reshaping reshaping = Reshaping::of(photo.regions);
     const QImage untouched = shrunk(Compositor().compose(photo, reshaping, EditingState()), frame.size);
-    using S = EditingState;
-    for (bool S::*effect : {&S::b_Face_Skin_Smooth, &S::b_Remove_Wrinkles, &S::b_Color_Eyes, &S::b_Widen_Eyes,
-                            &S::b_Eye_Eyeshadow, &S::b_Eyes_Darken, &S::b_Apply_Cheeks, &S::b_Color_Lips,
-                            &S::b_Whiten_Teeth}) {
+    for (bool EditingState::*effect : switchesInCloseOrder()) {
         const EditingState state = only(effect);
         const QImage full = shrunk(Compositor().compose(photo, reshaping, state), frame.size);
         const QImage framed = Compositor().compose(proxy, proxyReshaping(reshaping, photo.imgSize, frame), state,
