@@ -190,10 +190,13 @@ TEST_F(LiveView, AfterAChangeRestsTheFullPictureIsShownExactly)
 
 // A change while the full picture of the one before is being composed is
 // composed after it: the picture left is the last change's. Without a rest
-// the second change's turn comes while the first is still composed.
+// the second change's turn comes while the first is still composed; the
+// photo is handed over again, so that first composition makes every step
+// afresh and takes long enough.
 TEST_F(LiveView, AChangeDuringAFullCompositionIsNotLost)
 {
     view.setSettleDelay(0);
+    view.setSources(std::make_shared<const OpenedPhoto>(*photo), &reshaping, &state, nullptr);
     state.u_Face_Skin_Smooth_Level = 3;
     shown();
     ASSERT_TRUE(QTest::qWaitFor([&] { return view.composingFull(); }, 5000));
