@@ -78,8 +78,7 @@ void View_Picture::paintEvent(QPaintEvent*)
 
 bool View_Picture::settled() const
 {
-    return hasPhoto() && !fullJob_.isRunning() && composed_ && composed_->photo == photo_.get()
-        && composed_->reshaping == *reshaping_ && composed_->state == *state_;
+    return hasPhoto() && !fullJob_.isRunning() && composed_ == current();
 }
 
 // The full picture when it is up to date or must be (a save, a photo too
@@ -102,13 +101,12 @@ View_Picture::Shown View_Picture::pictureToShow(bool needFull, QString& failure)
 // reshaping or the settings differ from what it was made of.
 const QImage* View_Picture::upToDateWorking(QString& failure)
 {
-    if (composed_ && composed_->photo == photo_.get() && composed_->reshaping == *reshaping_
-        && composed_->state == *state_ && !compositor_.working().isNull())
+    if (composed_ == current() && !compositor_.working().isNull())
         return &compositor_.working();
     composed_.reset();
     const QImage* working = compositor_.tryCompose(*photo_, *reshaping_, *state_, failure);
     if (working)
-        composed_ = Composed{photo_.get(), *reshaping_, *state_};
+        composed_ = current();
     return working;
 }
 
@@ -136,8 +134,8 @@ const QImage* View_Picture::upToDateFrame(const ProxyFrame& frame, QString& fail
             return nullptr;
         }
     }
-    const Composed inputs{photo_.get(), *reshaping_, *state_};
-    if (framed_ && framed_->reshaping == inputs.reshaping && framed_->state == inputs.state)
+    const Composed inputs = current();
+    if (framed_ == inputs)
         return &frameCompositor_.working();
     framed_.reset();
     settleTimer_.start();
@@ -154,9 +152,8 @@ void View_Picture::startFullComposition()
 {
     if (!hasPhoto() || fullJob_.isRunning() || settled())
         return;
-    const Composed inputs{photo_.get(), *reshaping_, *state_};
-    if (failedInputs_ && failedInputs_->photo == inputs.photo && failedInputs_->reshaping == inputs.reshaping
-        && failedInputs_->state == inputs.state)
+    const Composed inputs = current();
+    if (failedInputs_ == inputs)
         return; // the memory ran out for these already; the frame stays
     composed_.reset();
     jobInputs_ = inputs;

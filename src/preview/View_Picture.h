@@ -156,7 +156,10 @@ private:
         const OpenedPhoto* photo = nullptr;
         Reshaping reshaping;
         EditingState state;
+        bool operator==(const Composed&) const = default;
     };
+    // What a picture composed now would be made of.
+    Composed current() const { return {photo_.get(), *reshaping_, *state_}; }
     std::optional<Composed> composed_;
     // The full composition under way on another thread, and what it is
     // made of; the compositor is the worker's until it is done.
