@@ -153,13 +153,16 @@ INSTANTIATE_TEST_SUITE_P(Changes, UndoTest, testing::ValuesIn(kChanges), [](cons
 
 class EditorHabitsTest : public StartedDelegateTest {};
 
-TEST_F(EditorHabitsTest, ANewPhotoStartsANewHistoryAndARefusedSettingsFileChangesNothing)
+TEST_F(EditorHabitsTest, ANewPhotoSwitchesEffectsOffStartsANewHistoryAndARefusedSettingsFileChangesNothing)
 {
     open(portraitPath());
+    app->state.f_Color_Lips_Transparency = 0.55f;
     lipsPanel(*app)->ui().checkApply->click();
     ASSERT_TRUE(app->history().stack().canUndo());
     open(portraitPath());
     EXPECT_FALSE(app->history().stack().canUndo()) << "the old face's steps are gone";
+    EXPECT_FALSE(app->state.b_Color_Lips || lipsPanel(*app)->ui().checkApply->isChecked()) << "effects start off";
+    EXPECT_EQ(app->state.f_Color_Lips_Transparency, 0.55f) << "settings stay";
 
     const QString refused = writtenFile(documents.path(), "wild.json", R"({"u_Face_Skin_Smooth_Level": 99})");
     const EditingState before = app->state;

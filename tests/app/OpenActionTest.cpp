@@ -1,8 +1,6 @@
 #include "StartedDelegate.h"
 #include "MainWindow.h"
 #include "View_Picture.h"
-#include "Window_Eyes_Color.h"
-#include "ui_Window_Eyes_Color.h"
 
 #include <QCheckBox>
 #include <QDropEvent>
@@ -89,25 +87,6 @@ TEST_F(OpenActionTest, RefusedPhotosLeaveTheOpenPhotoAndItsStateAsTheyWere)
     EXPECT_EQ(app->photo->path, portraitPath());
     EXPECT_EQ(app->photo->facePointsRelativeToImageSize, landmarks);
     EXPECT_TRUE(app->state == before) << "a refused photo switches nothing off";
-}
-
-TEST_F(OpenActionTest, SecondGoodPhotoSwitchesEffectsOffAndKeepsTheSettings)
-{
-    open(portraitPath());
-    app->state.color_Color_Eyes = {0.2f, 0.7f, 0.1f, 1};
-    app->On_Eye_Color();
-    QCheckBox* apply = qobject_cast<Window_Eyes_Color*>(app->window_Eyes_Color().data())->ui().checkApply;
-    apply->click();
-    ASSERT_TRUE(app->state.b_Color_Eyes);
-
-    const QImage mirrored = QImage(portraitPath()).mirrored(true, false);
-    open(writePicture("mirrored.png", mirrored));
-
-    EXPECT_TRUE(alerts.empty());
-    EXPECT_TRUE(app->photo->path.endsWith("mirrored.png"));
-    EXPECT_FALSE(app->state.b_Color_Eyes);
-    EXPECT_FALSE(apply->isChecked());
-    EXPECT_EQ(app->state.color_Color_Eyes, (RgbaColor{0.2f, 0.7f, 0.1f, 1}));
 }
 
 TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)

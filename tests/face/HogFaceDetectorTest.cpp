@@ -61,6 +61,17 @@ const dlib::frontal_face_detector& detector()
 
 } // namespace
 
+// A camera-sized photo has many pyramid levels, made on one core while the
+// other scans them: a level's picture must outlive both its scan and the
+// making of the next level from it. Three tries, as a fault there is one of
+// timing.
+TEST(HogFaceDetector, ACameraSizedPhotoHasItsOneFaceFoundEveryTime)
+{
+    const Rgb photo(portraitHead().scaled(4000, 2656, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    for (int run = 0; run < 3; ++run)
+        EXPECT_EQ(detectFaces(detector(), photo.pixels, 0.0).size(), 1u) << "run " << run;
+}
+
 // With the threshold lowered, dozens of weak boxes on many levels and all
 // five filters go through the sorting and the overlap suppression: the
 // order and every confidence must be dlib's.

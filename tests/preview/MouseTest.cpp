@@ -76,27 +76,6 @@ protected:
     }
     void drag(QPointF p, Qt::MouseButton held = Qt::LeftButton) { send(QEvent::MouseMove, p, Qt::NoButton, held); }
 
-    // Shows the view and counts its redraws from now on.
-    int paintsDuring(const std::function<void()>& gesture)
-    {
-        view.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view));
-        QCoreApplication::processEvents();
-        struct Counter : QObject {
-            int paints = 0;
-            bool eventFilter(QObject*, QEvent* event) override
-            {
-                paints += event->type() == QEvent::Paint;
-                return false;
-            }
-        } counter;
-        view.installEventFilter(&counter);
-        gesture();
-        QCoreApplication::processEvents();
-        view.removeEventFilter(&counter);
-        return counter.paints;
-    }
-
     const OpenedPhoto& photo = portrait();
     Reshaping reshaping;
     EditingState state;
@@ -105,24 +84,6 @@ protected:
 };
 
 } // namespace
-
-TEST_P(MouseTest, NothingChangesWithBothModesOff)
-{
-    state.b_Apply_Cheeks = state.b_Eyes_Darken = true;
-    redraw();
-    const Reshaping before = reshaping;
-    const QPointF corner = at(before.rect_Cheek_Left_Area_To_Paint.topLeft());
-    const int paints = paintsDuring([&] {
-        press(corner);
-        for (int step = 1; step <= 5; ++step)
-            drag(corner + QPointF(8 * step, 8 * step));
-    });
-    EXPECT_EQ(paints, 0) << "a drag with both modes off does not rebuild the picture";
-    release(corner + QPointF(40, 40));
-    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, before.rect_Cheek_Left_Area_To_Paint);
-    EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points, before.array_Eye_Darken_Left_Points);
-    EXPECT_FALSE(view.b_Mouse_Down);
-}
 
 TEST_P(MouseTest, RightTopHandleFollowsTheRightBottomRule)
 {
