@@ -21,10 +21,6 @@ namespace {
 
 const char* const kModelFileName = "shape_predictor_68_face_landmarks.dat";
 
-struct LandmarkModel {
-    dlib::shape_predictor predictor;
-};
-
 // The face detector is built from dlib's own code, at once; only the
 // landmark model is read from a file.
 const dlib::frontal_face_detector& faceDetector()
@@ -36,10 +32,10 @@ const dlib::frontal_face_detector& faceDetector()
 // Reading the model takes most of a second, so it is read once per process
 // and reused; a failed read is tried again on the next call. A batch asks
 // from two threads; landmarks only read the model.
-LandmarkModel* loadedModel(QString& error)
+const dlib::shape_predictor* loadedModel(QString& error)
 {
     static std::mutex loading;
-    static std::optional<LandmarkModel> model;
+    static std::optional<dlib::shape_predictor> model;
     const std::lock_guard<std::mutex> locked(loading);
     if (model)
         return &*model;
@@ -50,8 +46,8 @@ LandmarkModel* loadedModel(QString& error)
         return nullptr;
     }
     try {
-        LandmarkModel fresh;
-        dlib::deserialize(QFile::encodeName(path).toStdString()) >> fresh.predictor;
+        dlib::shape_predictor fresh;
+        dlib::deserialize(QFile::encodeName(path).toStdString()) >> fresh;
         model = std::move(fresh);
         return &*model;
     } catch (const std::exception& failure) {
@@ -92,10 +88,10 @@ DetectionResult detect(const QImage& photo)
         result.code = 1;
     else if (faces.size() > 1)
         result.code = 2;
-    else if (LandmarkModel* model = loadedModel(result.error)) {
+    else if (const dlib::shape_predictor* predictor = loadedModel(result.error)) {
         result.code = 0;
         const HogDetection& face = faces.front();
-        result.landmarks = toLandmarks(model->predictor(image, dlib::rectangle(face.left, face.top, face.right, face.bottom)));
+        result.landmarks = toLandmarks((*predictor)(image, dlib::rectangle(face.left, face.top, face.right, face.bottom)));
     }
     return result;
 }
