@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QPoint>
 
+#include <algorithm>
 #include <vector>
 
 // A picture that is `photo` everywhere but where `patch` lies over it: the
