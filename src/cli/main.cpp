@@ -4,6 +4,8 @@
 
 #include <QGuiApplication>
 
+#include <opencv2/core/utility.hpp>
+
 #include <cstdio>
 
 namespace {
@@ -53,6 +55,9 @@ int usageError(const QString& problem)
 int main(int argc, char* argv[])
 {
     keepMemoryOfFreedPictures();
+#if defined(__SANITIZE_THREAD__)
+    cv::setNumThreads(1); // as the tests do under ThreadSanitizer (tests/TestMain.cpp)
+#endif
     qInstallMessageHandler(keepOwnLogLines);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

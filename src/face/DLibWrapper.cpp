@@ -13,6 +13,7 @@
 #include <opencv2/core.hpp>
 
 #include <array>
+#include <atomic>
 #include <future>
 #include <mutex>
 #include <optional>
@@ -28,6 +29,8 @@ const dlib::frontal_face_detector& faceDetector()
     static const dlib::frontal_face_detector detector = dlib::get_frontal_face_detector();
     return detector;
 }
+
+std::atomic<int> reads{0};
 
 // Reading the model takes most of a second, so it is read once per process
 // and reused; a failed read is tried again on the next call. A batch asks
@@ -47,6 +50,7 @@ const dlib::shape_predictor* loadedModel(QString& error)
     }
     try {
         dlib::shape_predictor fresh;
+        ++reads;
         dlib::deserialize(QFile::encodeName(path).toStdString()) >> fresh;
         model = std::move(fresh);
         return &*model;
@@ -97,6 +101,11 @@ DetectionResult detect(const QImage& photo)
 }
 
 } // namespace
+
+int DLibWrapper::modelReads()
+{
+    return reads;
+}
 
 QString DLibWrapper::modelPath()
 {

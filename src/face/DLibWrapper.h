@@ -31,6 +31,10 @@ public:
     static void startReadingModel();
     static void finishReadingModel();
 
+    // How many times this process has read the model: once, however many
+    // threads asked for it at the same moment.
+    static int modelReads();
+
     // Where the 68-landmark model is looked for: the program's data folder
     // first, then Debian's libdlib-data. Empty when neither has it.
     static QString modelPath();

@@ -11,25 +11,21 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
-#include <QtConcurrent/QtConcurrentRun>
 
 #include <cmath>
 
 View_Picture::View_Picture(QWidget* parent)
     : QWidget(parent)
+    , fullJob_([this](const QString& failure) { fullCompositionDone(failure); })
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     settleTimer_.setSingleShot(true);
     settleTimer_.setInterval(kSettleDelay);
     connect(&settleTimer_, &QTimer::timeout, this, &View_Picture::startFullComposition);
-    connect(&fullJob_, &QFutureWatcher<QString>::finished, this, &View_Picture::fullCompositionDone);
 }
 
-View_Picture::~View_Picture()
-{
-    fullJob_.waitForFinished();
-}
+View_Picture::~View_Picture() = default;
 
 void View_Picture::setSources(std::shared_ptr<const OpenedPhoto> photo, Reshaping* reshaping, EditingState* state,
                               SaveRequest* saveRequest)
@@ -78,7 +74,7 @@ void View_Picture::paintEvent(QPaintEvent*)
 
 bool View_Picture::settled() const
 {
-    return hasPhoto() && !fullJob_.isRunning() && composed_ == current();
+    return hasPhoto() && !fullJob_.running() && composed_ == current();
 }
 
 // The full picture when it is up to date or must be (a save, a photo too
@@ -150,25 +146,22 @@ const QImage* View_Picture::upToDateFrame(const ProxyFrame& frame, QString& fail
 // compositor is not touched here until it is done.
 void View_Picture::startFullComposition()
 {
-    if (!hasPhoto() || fullJob_.isRunning() || settled())
+    if (!hasPhoto() || fullJob_.running() || settled())
         return;
     const Composed inputs = current();
     if (failedInputs_ == inputs)
         return; // the memory ran out for these already; the frame stays
     composed_.reset();
     jobInputs_ = inputs;
-    fullJob_.setFuture(QtConcurrent::run([this, photo = photo_, inputs] {
+    fullJob_.start([this, photo = photo_, inputs] {
         QString failure;
         compositor_.tryCompose(*photo, inputs.reshaping, inputs.state, failure);
         return failure;
-    }));
+    });
 }
 
-void View_Picture::fullCompositionDone()
+void View_Picture::fullCompositionDone(const QString& failure)
 {
-    if (!jobInputs_)
-        return; // already taken in by a wait
-    const QString failure = fullJob_.future().result();
     if (failure.isEmpty())
         composed_ = jobInputs_;
     else
@@ -182,8 +175,7 @@ void View_Picture::fullCompositionDone()
 
 void View_Picture::waitForFullComposition()
 {
-    fullJob_.waitForFinished();
-    fullCompositionDone();
+    fullJob_.finish();
 }
 
 // Draws the retouched picture, the untouched photo or both halves into the

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "BackgroundJob.h"
 #include "Compositor.h"
 #include "EditingState.h"
 #include "PreviewGeometry.h"
 #include "Reshaping.h"
 #include "ViewProxy.h"
 
-#include <QFutureWatcher>
 #include <QRectF>
 #include <QTimer>
 #include <QWidget>
@@ -99,7 +99,7 @@ public:
     // Whether what is shown is the full picture of the current settings, or
     // an interactive frame still waiting for it.
     bool settled() const;
-    bool composingFull() const { return fullJob_.isRunning(); }
+    bool composingFull() const { return fullJob_.running(); }
     // The frame's compositor and picture, while one is shown.
     const Compositor& frameCompositor() const { return frameCompositor_; }
 
@@ -127,7 +127,7 @@ private:
     const QImage* upToDateFrame(const ProxyFrame& frame, QString& failure);
     ProxyFrame frameInView() const;
     void startFullComposition();
-    void fullCompositionDone();
+    void fullCompositionDone(const QString& failure);
     void waitForFullComposition();
     void showFramed(const Shown& working);
     void convertToScreen(const QRectF& onScreen);
@@ -163,7 +163,7 @@ private:
     std::optional<Composed> composed_;
     // The full composition under way on another thread, and what it is
     // made of; the compositor is the worker's until it is done.
-    QFutureWatcher<QString> fullJob_;
+    BackgroundJob fullJob_;
     std::optional<Composed> jobInputs_, failedInputs_;
     QTimer settleTimer_;
     // The interactive frame: the photo reduced to it, and what its

@@ -2,6 +2,8 @@
 // comes back at the next start.
 #include "StartedDelegate.h"
 #include "EditHistory.h"
+#include "EffectCatalogue.h"
+#include "RandomSettings.h"
 #include "MainWindow.h"
 #include "Presets.h"
 #include "PresetsMenu.h"
@@ -13,10 +15,16 @@
 #include "ui_Window_Cheek.h"
 #include "ui_Window_Lips_Color.h"
 
+#include <QCheckBox>
+#include <QDirIterator>
 #include <QDockWidget>
 #include <QMenu>
 #include <QPushButton>
+#include <QSettings>
+#include <QSlider>
 #include <QTest>
+
+#include <functional>
 
 #include <gtest/gtest.h>
 
@@ -49,6 +57,17 @@ QString writtenFile(const QString& folder, const QString& name, const QByteArray
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(bytes);
     return file.fileName();
+}
+
+// Every file below `folder`, hidden ones too.
+QStringList filesIn(const QString& folder)
+{
+    QStringList files;
+    QDirIterator all(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (all.hasNext())
+        files << all.next();
+    files.sort();
+    return files;
 }
 
 void cheeksOn(AppDelegate& app)
@@ -153,17 +172,89 @@ INSTANTIATE_TEST_SUITE_P(Changes, UndoTest, testing::ValuesIn(kChanges), [](cons
 
 class EditorHabitsTest : public StartedDelegateTest {};
 
-TEST_F(EditorHabitsTest, ANewPhotoSwitchesEffectsOffStartsANewHistoryAndARefusedSettingsFileChangesNothing)
+// Field by field from the settings list: a new photo turns every switch
+// off and keeps every level, colour, transparency, blur, centre and mode.
+TEST_F(EditorHabitsTest, ANewPhotoSwitchesEffectsOffKeepsEverythingElseAndStartsANewHistory)
 {
     open(portraitPath());
-    app->state.f_Color_Lips_Transparency = 0.55f;
-    lipsPanel(*app)->ui().checkApply->click();
+    lipsPanel(*app)->ui().slider_Transparency->setValue(55);
     ASSERT_TRUE(app->history().stack().canUndo());
+    EditingState before = randomSettings(31);
+    before.b_Activated_Darken_Eyes_Reposition = true;
+    before.i_Picking_Color_Index = 2;
+    app->window_Lips_Color()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    app->state = before;
+    for (const EffectEntry& effect : effectCatalogue()) // their Apply boxes ticked
+        app->openEffect(effect);
     open(portraitPath());
     EXPECT_FALSE(app->history().stack().canUndo()) << "the old face's steps are gone";
-    EXPECT_FALSE(app->state.b_Color_Lips || lipsPanel(*app)->ui().checkApply->isChecked()) << "effects start off";
-    EXPECT_EQ(app->state.f_Color_Lips_Transparency, 0.55f) << "settings stay";
+    EditingState after = app->state;
+    const auto switches = switchesInCloseOrder();
+    before.forEachField([&](const char* name, auto& was) {
+        const bool isSwitch = std::any_of(switches.begin(), switches.end(),
+                                          [&](bool EditingState::*s) { return qstrcmp(nameOfSwitch(s), name) == 0; });
+        after.forEachField([&](const char* field, auto& now) {
+            if constexpr (std::is_same_v<decltype(was), decltype(now)>)
+                if (qstrcmp(field, name) == 0) {
+                    if constexpr (std::is_same_v<std::decay_t<decltype(now)>, bool>)
+                        EXPECT_EQ(now, isSwitch ? false : was) << name;
+                    else
+                        EXPECT_TRUE(now == was) << name << " keeps its value";
+                }
+        });
+    });
+    for (const EffectEntry& effect : effectCatalogue())
+        EXPECT_FALSE(app->panelOf(effect)->findChild<QCheckBox*>("checkApply")->isChecked())
+            << nameOfSwitch(effect.effectSwitch);
+}
 
+// Quick changes of one setting are one step; of two settings, two steps,
+// each undone alone.
+TEST_F(EditorHabitsTest, QuickChangesMergeOnlyWithinOneSetting)
+{
+    open(portraitPath());
+    app->On_Face_Smooth_Skin();
+    auto* skin = app->window_Face_Skin_Smooth().data();
+    QSlider* level = skin->findChild<QSlider*>("slider_Level");
+    QSlider* radius = skin->findChild<QSlider*>("slider_Ratio");
+    const struct {
+        const char* name;
+        std::function<void()> first, second;
+        QStringList steps; // newest first
+    } cases[] = {
+        {"one slider twice", [&] { level->setValue(12); }, [&] { level->setValue(15); }, {"Smooth Skin Level"}},
+        {"two sliders", [&] { level->setValue(3); }, [&] { radius->setValue(22); },
+         {"Smooth Skin Radius", "Smooth Skin Level"}},
+        {"a switch, then a slider", [&] { skin->findChild<QCheckBox*>("checkApply")->click(); },
+         [&] { radius->setValue(7); }, {"Smooth Skin Radius", "Smooth Skin On"}},
+        {"a slider, then another panel's", [&] { level->setValue(9); },
+         [&] { lipsPanel(*app)->ui().slider_Transparency->setValue(71); }, {"Lip Colour Transparency", "Smooth Skin Level"}},
+    };
+    QUndoStack& stack = app->history().stack();
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        app->history().startAt({app->state, app->reshaping});
+        const EditingState start = app->state;
+        c.first();
+        const EditingState middle = app->state;
+        c.second();
+        ASSERT_EQ(stack.count(), c.steps.size());
+        for (const QString& step : c.steps) {
+            EXPECT_EQ(stack.undoText(), step);
+            stack.undo();
+        }
+        EXPECT_TRUE(app->state == start);
+        if (c.steps.size() == 2) { // the first step alone
+            stack.redo();
+            EXPECT_TRUE(app->state == middle);
+        }
+    }
+}
+
+TEST_F(EditorHabitsTest, ARefusedSettingsFileChangesNothing)
+{
+    open(portraitPath());
     const QString refused = writtenFile(documents.path(), "wild.json", R"({"u_Face_Skin_Smooth_Level": 99})");
     const EditingState before = app->state;
     app->chooseSettingsToOpen = [&](const QString&) { return refused; };
@@ -193,9 +284,22 @@ TEST_F(EditorHabitsTest, APresetIsSavedListedAppliedAsOneStepAndDeleted)
 
     app->presets().remove("Evening look");
     EXPECT_TRUE(presetNames(app->presetsFolder).isEmpty());
-    app->askPresetName = [] { return QString("../elsewhere"); };
+
+    // A name that is no file of its own is refused, and nothing is written.
+    const QString longest(80, QChar(u'é'));
+    const QStringList files = filesIn(documents.path());
+    for (const QString& name : {QString("a/b"), QString(".hidden"), QString("../elsewhere"), longest + "x",
+                                QString("   ")}) {
+        SCOPED_TRACE(name.toStdString());
+        const size_t told = alerts.size();
+        app->askPresetName = [name] { return name; };
+        app->presets().saveAsPreset();
+        EXPECT_EQ(alerts.size(), told + 1);
+        EXPECT_EQ(filesIn(documents.path()), files);
+    }
+    app->askPresetName = [longest] { return longest; };
     app->presets().saveAsPreset();
-    ASSERT_EQ(alerts.size(), 1u) << "a name that is no file of its own is refused";
+    EXPECT_EQ(presetNames(app->presetsFolder), QStringList{longest}) << "80 characters are a name";
 }
 
 TEST_F(EditorHabitsTest, RecentPhotosAndTheWindowsPlaceComeBackAtTheNextStart)
@@ -226,8 +330,35 @@ TEST_F(EditorHabitsTest, RecentPhotosAndTheWindowsPlaceComeBackAtTheNextStart)
     emit recent->aboutToShow();
     recent->actions().first()->trigger();
     ASSERT_FALSE(alerts.empty());
-    EXPECT_TRUE(alerts.back().informativeText.contains("second.png"));
-    EXPECT_EQ(restarted.recentPhotos().paths(), QStringList{portraitPath()});
+    EXPECT_TRUE(alerts.back().informativeText.contains("second.png")) << "the open says it cannot be read";
+}
+
+// Newest first, each photo once, ten at most; a photo gone since is dropped
+// when chosen and the open says it cannot be read.
+TEST(RecentPhotos, KeepTheTenNewestOnceEachNewestFirst)
+{
+    QTemporaryDir folder;
+    QSettings settings(folder.filePath("recent.conf"), QSettings::IniFormat);
+    QMenu menu;
+    QStringList opened;
+    RecentPhotos recent(settings, &menu, [&](const QString& path) { opened << path; });
+    const auto photo = [&](int n) { return folder.filePath(QString("photo-%1.jpg").arg(n)); };
+    recent.add(photo(1));
+    recent.add(photo(2));
+    recent.add(photo(1));
+    EXPECT_EQ(recent.paths(), (QStringList{photo(1), photo(2)}));
+    for (int n = 3; n <= 13; ++n)
+        recent.add(photo(n));
+    QStringList newest;
+    for (int n = 13; n >= 4; --n)
+        newest << photo(n);
+    EXPECT_EQ(recent.paths(), newest);
+    emit menu.aboutToShow();
+    ASSERT_EQ(menu.actions().size(), 10);
+    menu.actions().at(2)->trigger();
+    EXPECT_EQ(opened, QStringList{photo(11)});
+    newest.removeAll(photo(11));
+    EXPECT_EQ(recent.paths(), newest) << "the missing photo is dropped";
 }
 
 // Also run on a real X display under a window manager (gui_docked_panels).

@@ -3,6 +3,7 @@
 #include "StartedDelegate.h"
 #include "ColourWell.h"
 #include "EffectCatalogue.h"
+#include "EditHistory.h"
 #include "EffectPanel.h"
 #include "MainWindow.h"
 #include "ViewCircleCenter.h"
@@ -227,4 +228,92 @@ TEST_F(PanelsTest, CircleClickSetsTheBlushCentreOnlyWhileCheeksApplyWithoutRepos
     state.b_Activated_Cheeks_Reposition = true;
     QTest::mouseClick(&circle, Qt::LeftButton, {}, QPoint(60, 60));
     EXPECT_EQ(state.pt_MakeUp_Center_Right, QPointF(30, 70));
+}
+
+namespace {
+
+// A panel with a mouse mode, its controls by name: the values rest while
+// the mode is on, the mode box needs the effect, the rest is always live.
+struct ModePanel {
+    const char* name;
+    void (AppDelegate::*open)();
+    bool EditingState::*effect;
+    bool EditingState::*mode;
+    const char* modeBox;
+    std::vector<const char*> values, alwaysLive;
+};
+
+const ModePanel kModePanels[] = {
+    {"cheeks", &AppDelegate::On_Face_Cheek, &EditingState::b_Apply_Cheeks,
+     &EditingState::b_Activated_Cheeks_Reposition, "checkActivateCheekReposition",
+     {"btn_Pick_Color_1", "color_1", "btn_Pick_Color_1_Right", "color_1_Right", "btn_Pick_Color_2", "color_2",
+      "slider_Transparency"},
+     {"checkApply", "slider_Blur_Left", "slider_Blur_Right", "buttonDefaults"}},
+    {"under-eye rings", &AppDelegate::On_Eyes_Darken, &EditingState::b_Eyes_Darken,
+     &EditingState::b_Activated_Darken_Eyes_Reposition, "checkActivateEyesDarkenReposition",
+     {"slider_Transparency", "slider_Line_Width", "slider_Blur"}, {"checkApply", "btnReset", "buttonDefaults"}},
+};
+
+enum class Moment { Opened, AfterDefaults, AfterUndo };
+
+} // namespace
+
+// For each switch and mode as they stand when the panel opens, after its
+// Defaults and after an undone change elsewhere: a mode whose effect is
+// off has ended, and the controls say what the mouse means.
+TEST_F(PanelsTest, ControlsRestWhileAMouseModeIsOnWhenOpenedAfterDefaultsAndAfterUndo)
+{
+    withPhoto();
+    for (const ModePanel& p : kModePanels)
+        for (const bool effect : {false, true})
+            for (const bool mode : {false, true})
+                for (const Moment moment : {Moment::Opened, Moment::AfterDefaults, Moment::AfterUndo}) {
+                    SCOPED_TRACE(testing::Message() << p.name << ", effect " << effect << ", mode " << mode
+                                                    << ", moment " << int(moment));
+                    app->state.*p.effect = effect;
+                    app->state.*p.mode = mode;
+                    app->history().startAt({app->state, app->reshaping});
+                    (app.get()->*p.open)();
+                    QWidget* panel = qobject_cast<QWidget*>(app->window_Cheek() ? app->window_Cheek().data()
+                                                                                 : app->window_Eyes_Darken().data());
+                    ASSERT_NE(panel, nullptr);
+                    if (moment == Moment::AfterDefaults)
+                        panel->findChild<QPushButton*>("buttonDefaults")->click();
+                    if (moment == Moment::AfterUndo) {
+                        app->On_Mouth_Lips();
+                        app->window_Lips_Color()->findChild<QSlider*>("slider_Transparency")->setValue(63);
+                        app->window()->ui().menuEdit->actions().at(0)->trigger();
+                    }
+                    const bool on = effect && mode;
+                    EXPECT_EQ(app->state.*p.mode, on);
+                    const auto* box = panel->findChild<QCheckBox*>(p.modeBox);
+                    EXPECT_EQ(box->isChecked(), on);
+                    EXPECT_EQ(box->isEnabled(), effect);
+                    EXPECT_EQ(panel->findChild<QCheckBox*>("checkApply")->isChecked(), effect);
+                    for (const char* name : p.values)
+                        EXPECT_EQ(panel->findChild<QWidget*>(name)->isEnabled(), effect && !mode) << name;
+                    for (const char* name : p.alwaysLive)
+                        EXPECT_TRUE(panel->findChild<QWidget*>(name)->isEnabled()) << name;
+                    panel->close();
+                    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                }
+    // Undoing the Apply that the mode needed ends the mode too.
+    for (const ModePanel& p : kModePanels) {
+        SCOPED_TRACE(p.name);
+        app->state.b_Activated_Cheeks_Reposition = app->state.b_Activated_Darken_Eyes_Reposition = false;
+        app->state.*p.effect = false;
+        app->history().startAt({app->state, app->reshaping}); // the state set here is where undo stops
+        (app.get()->*p.open)();
+        QWidget* panel = app->window_Cheek() ? app->window_Cheek().data() : app->window_Eyes_Darken().data();
+        panel->findChild<QCheckBox*>("checkApply")->click();
+        panel->findChild<QCheckBox*>(p.modeBox)->click();
+        ASSERT_TRUE(app->state.*p.mode);
+        app->window()->ui().menuEdit->actions().at(0)->trigger();
+        EXPECT_FALSE(app->state.*p.effect || app->state.*p.mode);
+        EXPECT_FALSE(panel->findChild<QCheckBox*>(p.modeBox)->isChecked());
+        EXPECT_FALSE(panel->findChild<QCheckBox*>(p.modeBox)->isEnabled());
+        EXPECT_FALSE(panel->findChild<QWidget*>(p.values.front())->isEnabled());
+        panel->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
 }

@@ -37,16 +37,16 @@ import -window root -crop "$strip" +repage "$shots/no-panel.png"
 open_lips() {
   xdotool mousemove --window "$main" 222 8 click 1   # the Mouth menu
   xdotool key Down Return
-  wait_until "import -window root -crop '$strip' +repage '$shots/lips-panel.png'; [ \"\$(differing '$shots/no-panel.png' '$shots/lips-panel.png')\" -gt 0 ]" 1
+  wait_until "import -window root -crop '$strip' +repage '$shots/lips-panel.png'; [ \"\$(differing '$shots/no-panel.png' '$shots/lips-panel.png')\" -gt 0 ]" 5
 }
-wait_until open_lips 60 || fail "no lips panel from the Mouth menu"
+wait_until open_lips || fail "no lips panel from the Mouth menu"
 xdotool windowfocus --sync "$main" key space        # the Apply box has the keyboard
 xdotool windowfocus --sync "$main" key ctrl+s
 dialog=$(visible 'Select a folder to save the captured image') || fail "no save dialog"
 xdotool windowfocus --sync "$dialog" key ctrl+a
 xdotool type --delay 10 "$target"
 xdotool key Return
-wait_until '[ -s "$target" ]' 30 || fail "nothing saved at $target"
+wait_until '[ -s "$target" ]' || fail "nothing saved at $target"
 kill "$pid" 2>/dev/null || true
 SCRIPT
 

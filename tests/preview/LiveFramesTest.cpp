@@ -6,6 +6,7 @@
 #include "View_Picture.h"
 #include "ViewProxy.h"
 
+#include <QElapsedTimer>
 #include <QPainter>
 #include <QTest>
 
@@ -206,4 +207,25 @@ TEST_F(LiveView, AChangeDuringAFullCompositionIsNotLost)
     ASSERT_TRUE(settle());
     EXPECT_TRUE(view.compositor().working() == Compositor().compose(*photo, reshaping, state));
     EXPECT_TRUE(shown() == fullPictureFramed());
+}
+
+// A burst of changes closer together than the rest gets its full picture
+// a rest after its last change, once; never a rest after its first.
+TEST_F(LiveView, TheFullPictureComesOnceARestAfterTheLastChangeOfABurst)
+{
+    const int rest = 600;
+    view.setSettleDelay(rest);
+    const auto full = view.compositor().passes();
+    QElapsedTimer sinceChange;
+    for (int k = 1; k <= 3; ++k) {
+        state.u_Remove_Wrinkles_Level = (state.u_Remove_Wrinkles_Level + 1) % 21; // never the settled value
+        shown();
+        sinceChange.start();
+        const bool started = QTest::qWaitFor([&] { return view.composingFull() || view.settled(); }, k < 3 ? 400 : 20000);
+        if (started) { // the settle timer may fire a little before the paint returned
+            EXPECT_GE(sinceChange.elapsed(), rest - 50) << "after change " << k;
+        }
+    }
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(view.compositor().passes(), full + 1);
 }

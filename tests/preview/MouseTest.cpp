@@ -49,16 +49,6 @@ protected:
         return QPoint(int(std::floor((position.x() - frame.x()) / scale)),
                       int(std::floor(photo.imgSize.height() - yUp)));
     }
-    // The arithmetic from pointer to photo is single precision throughout;
-    // the pointer positions here land on values it holds exactly, so every
-    // result is exact, in both framings. (QRectF's == is fuzzy.)
-    static void expectExactly(const QRectF& actual, const QRectF& expected)
-    {
-        EXPECT_EQ(actual.x(), expected.x());
-        EXPECT_EQ(actual.y(), expected.y());
-        EXPECT_EQ(actual.width(), expected.width());
-        EXPECT_EQ(actual.height(), expected.height());
-    }
     // The same for a point with y from the top of the photo.
     QPointF atTopDown(QPointF pixel) const { return at({pixel.x(), photo.imgSize.height() - pixel.y()}); }
 
@@ -85,20 +75,68 @@ protected:
 
 } // namespace
 
-TEST_P(MouseTest, RightTopHandleFollowsTheRightBottomRule)
+namespace {
+
+// A handle of a cheek area grabbed in its one-percent cell and dragged:
+// the area each corner's own rule gives (photo pixels, y up), the other
+// area untouched. The right-top handle moves the bottom edge as the
+// right-bottom one does; the left-top handle moves the top edge while the
+// width changes as for the left edge.
+struct HandleDrag {
+    const char* name;
+    bool leftArea;
+    QPointF grab, to;
+    QRectF expected;
+};
+
+const QRectF kLeftArea(100, 100, 50, 50), kRightArea(300, 240, 60, 40);
+
+const HandleDrag kHandleDrags[] = {
+    {"left-bottom", true, {100.5, 100.5}, {90.5, 80.5}, {90.5, 80.5, 59.5, 69.5}},
+    {"right-bottom", true, {150.5, 100.5}, {170.5, 90.5}, {100, 90.5, 70.5, 59.5}},
+    {"right-top held still", true, {150, 150}, {150, 150}, {100, 150, 50, 0}},
+    {"left-top held still", true, {100, 150}, {100, 150}, {100, 100, 50, 50}},
+    {"left-top", true, {100.5, 150.5}, {80.5, 170.5}, {100, 100, 69.5, 70.5}},
+    {"whole area", true, {125, 125}, {200.5, 220.5}, {175.5, 195.5, 50, 50}},
+    {"right area's left-bottom", false, {300.5, 240.5}, {310.5, 230.5}, {310.5, 230.5, 49.5, 49.5}},
+    {"right area's right-bottom", false, {360.5, 240.5}, {380.5, 250.5}, {300, 250.5, 80.5, 29.5}},
+    {"right area's right-top", false, {360.5, 280.5}, {370.5, 300.5}, {300, 300.5, 70.5, -20.5}},
+    {"right area's left-top", false, {300.5, 280.5}, {290.5, 290.5}, {300, 240, 69.5, 50.5}},
+    {"right area whole", false, {330, 260}, {410.5, 150.5}, {380.5, 130.5, 60, 40}},
+};
+
+void expectNear(const QRectF& actual, const QRectF& expected)
+{
+    EXPECT_NEAR(actual.x(), expected.x(), 1e-3);
+    EXPECT_NEAR(actual.y(), expected.y(), 1e-3);
+    EXPECT_NEAR(actual.width(), expected.width(), 1e-3);
+    EXPECT_NEAR(actual.height(), expected.height(), 1e-3);
+}
+
+} // namespace
+
+TEST_P(MouseTest, EachCornerOfEachCheekAreaFollowsItsOwnRule)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
-    reshaping.rect_Cheek_Right_Area_To_Paint = QRectF(300, 300, 50, 50);
-    redraw();
-
-    press(at({150.5, 150.5})); // the right-top corner's one-percent cell
-    drag(at({150.5, 150.5}));
-
-    // The right edge and the bottom edge (y up: the rectangle's y) move to
-    // the mouse; the height runs from there to the unmoved top, 150.
-    expectExactly(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 150.5, 50.5, -0.5));
-    EXPECT_EQ(reshaping.rect_Cheek_Right_Area_To_Paint, QRectF(300, 300, 50, 50));
+    for (const HandleDrag& d : kHandleDrags) {
+        SCOPED_TRACE(d.name);
+        reshaping.rect_Cheek_Left_Area_To_Paint = kLeftArea;
+        reshaping.rect_Cheek_Right_Area_To_Paint = kRightArea;
+        redraw();
+        press(at(d.grab));
+        drag(at(d.to));
+        release(at(d.to));
+        expectNear(d.leftArea ? reshaping.rect_Cheek_Left_Area_To_Paint : reshaping.rect_Cheek_Right_Area_To_Paint,
+                   d.expected);
+        EXPECT_EQ(d.leftArea ? reshaping.rect_Cheek_Right_Area_To_Paint : reshaping.rect_Cheek_Left_Area_To_Paint,
+                  d.leftArea ? kRightArea : kLeftArea);
+    }
+    // One percent beside a handle is no handle, and outside the area no move.
+    reshaping.rect_Cheek_Left_Area_To_Paint = kLeftArea;
+    press(at({100 - 5.2, 100.5}));
+    drag(at({60, 60}));
+    release(at({60, 60}));
+    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, kLeftArea);
 }
 
 // A real pointer sits on whole view pixels: the point lands where the
