@@ -18,6 +18,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <set>
 #include <string>
 
@@ -63,14 +64,60 @@ TEST_F(ViewControlsTest, StatusLineNamesThePhotoItsSizeAndTheZoom)
     EXPECT_TRUE(window->statusLine()->text().endsWith("    67 %")) << window->statusLine()->text().toStdString();
 }
 
-TEST_F(ViewControlsTest, RowsAreTickedForTheEffectsThatAreOn)
+namespace {
+
+using S = EditingState;
+
+// The action table's rows and the menus' entries, category by category,
+// as the effects they open.
+struct CategoryRows {
+    QAction* Ui::MainWindow::*toolbar;
+    QMenu* Ui::MainWindow::*menu;
+    std::vector<bool S::*> rows, menuEntries;
+};
+
+const CategoryRows kCategories[] = {
+    {&Ui::MainWindow::toolbarItemFace, &Ui::MainWindow::menuItemFace,
+     {&S::b_Face_Skin_Smooth, &S::b_Remove_Wrinkles, &S::b_Apply_Cheeks}, {&S::b_Face_Skin_Smooth, &S::b_Remove_Wrinkles}},
+    {&Ui::MainWindow::toolbarItemEye, &Ui::MainWindow::menuItemEye,
+     {&S::b_Color_Eyes, &S::b_Widen_Eyes, &S::b_Eye_Eyeshadow, &S::b_Eyes_Darken},
+     {&S::b_Color_Eyes, &S::b_Widen_Eyes, &S::b_Eye_Eyeshadow}},
+    {&Ui::MainWindow::toolbarItemMouth, &Ui::MainWindow::menuItemMouth, {&S::b_Color_Lips, &S::b_Whiten_Teeth},
+     {&S::b_Color_Lips, &S::b_Whiten_Teeth}},
+};
+
+} // namespace
+
+// Each row and each menu entry opens the panel of its own effect, and a row
+// is ticked exactly while its effect is on.
+TEST_F(ViewControlsTest, EachRowAndMenuEntryOpensItsOwnEffectAndRowsShowWhatIsOn)
 {
-    app->state.b_Remove_Wrinkles = true;
-    app->OnToolbarFace();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return app->array_Buttons.size() == 3; }, 5000));
-    EXPECT_FALSE(app->array_Buttons[0]->isChecked());
-    EXPECT_TRUE(app->array_Buttons[1]->isChecked()) << "Remove Wrinkles is on";
-    EXPECT_FALSE(app->array_Buttons[1]->icon().isNull()) << "and ticked";
+    const auto opens = [&](bool S::*expected, const std::function<void()>& trigger) {
+        for (const EffectEntry& effect : effectCatalogue())
+            if (app->panelOf(effect))
+                app->panelOf(effect)->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        trigger();
+        for (const EffectEntry& effect : effectCatalogue())
+            EXPECT_EQ(!app->panelOf(effect).isNull(), effect.effectSwitch == expected) << nameOfSwitch(effect.effectSwitch);
+    };
+    int k = 0;
+    for (const CategoryRows& c : kCategories) {
+        (window->ui().*c.toolbar)->trigger();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return app->array_Buttons.size() == qsizetype(c.rows.size()); }, 5000));
+        for (size_t row = 0; row < c.rows.size(); ++row) {
+            SCOPED_TRACE(nameOfSwitch(c.rows[row]));
+            app->state.*c.rows[row] = ++k % 2 == 0;
+            app->showEffectsOn();
+            EXPECT_EQ(app->array_Buttons[qsizetype(row)]->isChecked(), app->state.*c.rows[row]);
+            EXPECT_EQ(app->array_Buttons[qsizetype(row)]->icon().isNull(), !(app->state.*c.rows[row])) << "the tick";
+            opens(c.rows[row], [&] { app->array_Buttons[qsizetype(row)]->click(); });
+        }
+        const QList<QAction*> entries = (window->ui().*c.menu)->actions();
+        ASSERT_EQ(entries.size(), qsizetype(c.menuEntries.size()));
+        for (size_t entry = 0; entry < c.menuEntries.size(); ++entry)
+            opens(c.menuEntries[entry], [&] { entries[qsizetype(entry)]->trigger(); });
+    }
 }
 
 TEST_F(ViewControlsTest, DefaultsRestoreThatEffectsSettingsOnlyAndRedraw)

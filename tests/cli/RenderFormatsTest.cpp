@@ -150,6 +150,10 @@ TEST_F(RenderFormatsTest, AnOutputOfAnotherKindIsRefusedBeforeAnyWork)
         EXPECT_EQ(run.status, 64) << output;
         EXPECT_TRUE(run.err.contains(".png, .jpg, .jpeg, .webp, .tif, .tiff")) << run.err.toStdString();
     }
-    EXPECT_EQ(render({testDataPath("portrait.png"), "-o", folder.filePath("q.jpg"), "--quality", "0"}).status, 64);
+    const QString photo = testDataPath("portrait.png"), out = folder.filePath("q.jpg");
+    for (const QStringList& wrong : {QStringList{photo, "-o", out, "--quality", "0"}, {photo, "-o", out, "--quality", "101"},
+                                     {photo, "-o", out, "--quality", "high"}, {photo, "-o", out, "--fast"}, {photo},
+                                     {photo, "-o", out, "--settings", photo, "--preset", "Evening"}})
+        EXPECT_EQ(render(wrong).status, 64) << wrong.join(' ').toStdString();
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
