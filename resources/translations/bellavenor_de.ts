@@ -222,24 +222,8 @@
 <context>
     <name>AppDelegate</name>
     <message>
-        <source>Pictures</source>
-        <translation>Bilder</translation>
-    </message>
-    <message>
-        <source>Export Settings…</source>
-        <translation>Einstellungen exportieren…</translation>
-    </message>
-    <message>
-        <source>Settings</source>
-        <translation>Einstellungen</translation>
-    </message>
-    <message>
         <source>Fit (%1)</source>
         <translation>Eingepasst (%1)</translation>
-    </message>
-    <message>
-        <source>Settings exported to %1</source>
-        <translation>Einstellungen gespeichert unter %1</translation>
     </message>
     <message>
         <source>Undo</source>
@@ -249,36 +233,16 @@
         <source>Redo</source>
         <translation>Wiederholen</translation>
     </message>
-    <message>
-        <source>Open Settings…</source>
-        <translation>Einstellungen öffnen…</translation>
-    </message>
-    <message>
-        <source>Open Settings</source>
-        <translation>Einstellungen öffnen</translation>
-    </message>
-    <message>
-        <source>Save as Preset</source>
-        <translation>Als Vorlage speichern</translation>
-    </message>
-    <message>
-        <source>Name of the preset:</source>
-        <translation>Name der Vorlage:</translation>
-    </message>
-    <message>
-        <source>%1 Defaults</source>
-        <translation>%1 Standardwerte</translation>
-    </message>
-    <message>
-        <source>Reset Under-Eye Rings</source>
-        <translation>Augenringe zurücksetzen</translation>
-    </message>
 </context>
 <context>
     <name>EffectPanel</name>
     <message>
         <source>Defaults</source>
         <translation>Standardwerte</translation>
+    </message>
+    <message>
+        <source>%1 Defaults</source>
+        <translation>%1 Standardwerte</translation>
     </message>
 </context>
 <context>
@@ -342,6 +306,51 @@
     <message>
         <source>Change Settings</source>
         <translation>Einstellungen ändern</translation>
+    </message>
+</context>
+<context>
+    <name>FileActions</name>
+    <message>
+        <source>Settings exported to %1</source>
+        <translation>Einstellungen gespeichert unter %1</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Einstellungen öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>Window_Eyes_Darken</name>
+    <message>
+        <source>Reset Under-Eye Rings</source>
+        <translation>Augenringe zurücksetzen</translation>
+    </message>
+</context>
+<context>
+    <name>Dialogs</name>
+    <message>
+        <source>Pictures</source>
+        <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>Export Settings…</source>
+        <translation>Einstellungen exportieren…</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Open Settings…</source>
+        <translation>Einstellungen öffnen…</translation>
+    </message>
+    <message>
+        <source>Save as Preset</source>
+        <translation>Als Vorlage speichern</translation>
+    </message>
+    <message>
+        <source>Name of the preset:</source>
+        <translation>Name der Vorlage:</translation>
     </message>
 </context>
 </TS>

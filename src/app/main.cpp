@@ -1,4 +1,5 @@
 #include "AppDelegate.h"
+#include "FileActions.h"
 #include "LocalisedLabels.h"
 #include "Picture.h"
 
@@ -17,6 +18,6 @@ int main(int argc, char* argv[])
     AppDelegate delegate;
     if (!delegate.applicationDidFinishLaunching())
         return 0;
-    delegate.openGivenAtStart(QApplication::arguments().mid(1));
+    delegate.files().openGivenAtStart(QApplication::arguments().mid(1));
     return QApplication::exec();
 }

@@ -1,10 +1,9 @@
 #include "BatchRender.h"
 
 #include "CliCommands.h"
-#include "Compositor.h"
 #include "DLibWrapper.h"
-#include "OpenedPhoto.h"
 #include "PhotoDecoder.h"
+#include "RetouchedFile.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -41,28 +40,6 @@ struct Job {
     qint64 milliseconds = 0;
 };
 
-// What the worker hands over: a decoded photo, or the refusal.
-struct Decoded {
-    DecodedPhoto photo;
-    qint64 milliseconds = 0;
-};
-
-// A composed picture to be written.
-struct Composed {
-    Job* job = nullptr;
-    QImage picture;
-    PhotoMetadata metadata;
-};
-
-Decoded decode(const Job& job)
-{
-    QElapsedTimer clock;
-    clock.start();
-    Decoded decoded{decodePhoto(job.input), 0};
-    decoded.milliseconds = clock.elapsed();
-    return decoded;
-}
-
 void refuse(Job& job, const QString& kind, const QString& reason)
 {
     job.result = "refused";
@@ -70,50 +47,21 @@ void refuse(Job& job, const QString& kind, const QString& reason)
     job.reason = reason;
 }
 
-// Analyses and composes one photo (main thread); empty when refused.
-Composed compose(Job& job, Decoded decoded, const EditingState& state)
+// One photo, whole, by the one render path of the program.
+void render(Job& job, const EditingState& state, const PictureEncoding& encoding)
 {
-    if (!decoded.photo.ok()) {
-        refuse(job, decoded.photo.error.contains("megapixels") ? "too large" : "unreadable", decoded.photo.error);
-        return {};
-    }
     QElapsedTimer clock;
     clock.start();
-    OpenResult opened = analysePhoto(job.input, std::move(decoded.photo));
-    job.milliseconds = decoded.milliseconds;
-    if (opened.outcome != OpenResult::Opened) {
-        refuse(job,
-               opened.outcome == OpenResult::NoFace         ? "no face"
-               : opened.outcome == OpenResult::SeveralFaces ? "several faces"
-                                                            : "unreadable",
-               opened.message);
-        return {};
+    const RenderOutcome outcome = renderPhotoFile(job.input, state, job.output, encoding);
+    job.milliseconds = clock.elapsed();
+    switch (outcome.result) {
+    case RenderOutcome::Written: job.result = "rendered"; return;
+    case RenderOutcome::NoFace: return refuse(job, "no face", outcome.message);
+    case RenderOutcome::SeveralFaces: return refuse(job, "several faces", outcome.message);
+    case RenderOutcome::NotRendered: return refuse(job, "not rendered", outcome.message);
+    case RenderOutcome::NotWritten: return refuse(job, "not written", outcome.message);
+    case RenderOutcome::Unreadable: return refuse(job, outcome.tooLarge ? "too large" : "unreadable", outcome.message);
     }
-    Compositor compositor;
-    QString error;
-    const QImage* picture = compositor.tryCompose(opened.photo, Reshaping::of(opened.photo.regions), state, error);
-    job.milliseconds += clock.elapsed();
-    if (!picture) {
-        refuse(job, "not rendered", QString("The picture could not be rendered: %1.").arg(error));
-        return {};
-    }
-    return {&job, picture->copy(), opened.photo.metadata};
-}
-
-// Writes beside the output and renames it (QSaveFile), so an output name
-// never holds half a picture.
-void encode(Composed composed, const PictureEncoding& encoding)
-{
-    if (!composed.job)
-        return;
-    QElapsedTimer clock;
-    clock.start();
-    Job& job = *composed.job;
-    if (const QString reason = writePicture(composed.picture, job.output, encoding, composed.metadata); !reason.isEmpty())
-        refuse(job, "not written", QString("The picture could not be written to \"%1\": %2.").arg(job.output, reason));
-    else
-        job.result = "rendered";
-    job.milliseconds += clock.elapsed();
 }
 
 QString minutesAndSeconds(qint64 milliseconds)
@@ -280,7 +228,7 @@ int runBatch(const BatchOptions& options)
     const auto work = [&] {
         for (std::size_t k = 0; !interrupted && (k = next++) < todo.size();) {
             Job& job = *todo[k];
-            encode(compose(job, decode(job), options.state), options.encoding);
+            render(job, options.state, options.encoding);
             const std::lock_guard<std::mutex> locked(printing);
             progress.photoDone(job);
         }

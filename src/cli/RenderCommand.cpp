@@ -1,12 +1,8 @@
 #include "BatchRender.h"
 #include "CliCommands.h"
-#include "DLibWrapper.h"
-#include "Compositor.h"
 #include "EditingStateJson.h"
-#include "OpenedPhoto.h"
-#include "PhotoDecoder.h"
-#include "PictureSaver.h"
 #include "Presets.h"
+#include "RetouchedFile.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -134,33 +130,16 @@ int runRender(const QStringList& arguments)
     if (args.batch())
         return runBatch({args.photos, args.output, args.encoding, state, args.recursive, args.overwrite, args.quiet,
                          args.oneAtATime, args.report});
-    const QString photo = args.photos.first();
-
-    DLibWrapper::startReadingModel(); // while the photo is decoded
     StageClock clock{args.timings, {}};
     clock.timer.start();
-    DecodedPhoto decoded = decodePhoto(photo);
-    clock.lap("decode");
-    if (!decoded.ok())
-        return fail(kCliUnreadable, decoded.error);
-    tellWarnings(decoded.warnings);
-    const OpenResult opened = analysePhoto(photo, std::move(decoded));
-    clock.lap("analyse");
-    if (opened.outcome != OpenResult::Opened)
-        return fail(opened.outcome == OpenResult::NoFace         ? kCliNoFace
-                    : opened.outcome == OpenResult::SeveralFaces ? kCliSeveralFaces
-                                                                 : kCliUnreadable,
-                    opened.message);
-    Compositor compositor;
-    const QImage* picture = compositor.tryCompose(opened.photo, Reshaping::of(opened.photo.regions), state, error);
-    clock.lap("compose");
-    if (!picture)
-        return fail(kCliUnreadable, QString("The picture could not be rendered: %1.").arg(error));
-    QStringList leftOut;
-    if (const QString reason = writePicture(*picture, args.output, args.encoding, opened.photo.metadata, &leftOut);
-        !reason.isEmpty())
-        return fail(kCliUnreadable, QString("The picture could not be written to \"%1\": %2.").arg(args.output, reason));
-    tellWarnings(leftOut);
-    clock.lap("encode");
-    return kCliOk;
+    const RenderOutcome outcome = renderPhotoFile(args.photos.first(), state, args.output, args.encoding,
+                                                  [&](const char* stage) { clock.lap(stage); });
+    tellWarnings(outcome.warnings);
+    switch (outcome.result) {
+    case RenderOutcome::Written: return kCliOk;
+    case RenderOutcome::NoFace: return fail(kCliNoFace, outcome.message);
+    case RenderOutcome::SeveralFaces: return fail(kCliSeveralFaces, outcome.message);
+    default: return fail(kCliUnreadable, outcome.message);
+    }
 }
+

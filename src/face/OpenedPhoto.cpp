@@ -54,7 +54,6 @@ OpenResult analyseDecoded(const QString& path, DecodedPhoto decoded)
 void deriveRegions(OpenedPhoto& photo)
 {
     photo.regions = FaceRegions::build(photo.facePointsRelativeToImageSize, photo.imgSize);
-    photo.images = RegionImages::build(photo.img_Basic, photo.imgSize, photo.regions);
     photo.facePointsInPercentRelativeToImage = toPercentOfImage(photo.facePointsRelativeToImageSize, photo.imgSize);
     photo.regions.array_Face_Points = toPercentOfImage(photo.regions.array_Face_Points, photo.imgSize);
 }

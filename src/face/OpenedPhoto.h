@@ -3,7 +3,6 @@
 #include "FaceLandmarks.h"
 #include "FaceRegions.h"
 #include "PhotoDecoder.h"
-#include "RegionImages.h"
 
 #include <QImage>
 #include <QSizeF>
@@ -24,14 +23,15 @@ struct OpenedPhoto {
     FaceLandmarks facePointsRelativeToImageSize;
     PointList facePointsInPercentRelativeToImage;
     // The regions; array_Face_Points is already in percent of the photo.
+    // The pictures of the regions (RegionImages.h) are made by the effects
+    // that paint with them, when they first do.
     FaceRegions regions;
-    RegionImages images;
 
     bool isEmpty() const { return img_Basic.isNull(); }
 };
 
-// Fills the regions, the region pictures and the percent landmarks from the
-// photo's picture, size and landmarks.
+// Fills the regions and the percent landmarks from the photo's size and
+// landmarks.
 void deriveRegions(OpenedPhoto& photo);
 
 struct OpenResult {

@@ -38,7 +38,7 @@ QImage drawMask(QRect area, double imageHeight, Qt::GlobalColor background, std:
 
 // The whole-pixel part of the photo around an image-space rectangle that a
 // cut of it reads.
-QRect areaAround(const QRectF& rect, double imageHeight, QSize photoSize)
+QRect sampledArea(const QRectF& rect, double imageHeight, QSize photoSize)
 {
     const int m = kSamplingMargin;
     return flipped(rect, imageHeight).toAlignedRect().adjusted(-m, -m, m, m).intersected(QRect({}, photoSize));
@@ -58,7 +58,69 @@ QImage cutFromArea(const MaskedArea& masked, const QRectF& rect, double imageHei
     return cut;
 }
 
+// The photo masked over the area a cut of `rect` reads; masking works pixel
+// by pixel, so the area holds exactly what a full-size masked photo has.
+MaskedArea masked(const QImage& photo, QSizeF imgSize, const QRectF& rect, Qt::GlobalColor background,
+                  std::initializer_list<Fill> fills)
+{
+    const double height = imgSize.height();
+    const QRect area = sampledArea(rect, height, photo.size());
+    if (area.isEmpty())
+        return MaskedArea{{}, area};
+    return MaskedArea{maskImage(copied(photo, area), drawMask(area, height, background, fills)), area};
+}
+
 } // namespace
+
+namespace RegionImages {
+
+QImage faceSkinCut(const QImage& photo, QSizeF imgSize, const FaceRegions& r)
+{
+    const MaskedArea image_Face_Skin = masked(photo, imgSize, r.rect_Face_Skin, Qt::white,
+                                              {{r.path_Face, Qt::black},
+                                               {r.path_Eye_Left, Qt::white},
+                                               {r.path_Eye_Right, Qt::white},
+                                               {r.path_Lips, Qt::white},
+                                               {r.path_Nose, Qt::white}});
+    return cutFromArea(image_Face_Skin, r.rect_Face_Skin, imgSize.height());
+}
+
+MaskedArea faceFullPicture(const QImage& photo, QSizeF imgSize, const FaceRegions& r)
+{
+    return masked(photo, imgSize, r.rect_Full_Eye_Left | r.rect_Full_Eye_Right | r.rect_Lips, Qt::black,
+                  {{r.path_Eye_Left, Qt::white}, {r.path_Eye_Right, Qt::white}, {r.path_Lips, Qt::white}});
+}
+
+QImage lipsBlackWhite(const QImage& photo, QSizeF imgSize, const FaceRegions& r)
+{
+    const MaskedArea image_Lips =
+        masked(photo, imgSize, r.rect_Lips, Qt::white, {{r.path_Lips, Qt::black}, {r.path_Inside_Mouth, Qt::white}});
+    return imageBlackAndWhite(cutFromArea(image_Lips, r.rect_Lips, imgSize.height()));
+}
+
+QImage insideMouthCut(const QImage& photo, QSizeF imgSize, const FaceRegions& r)
+{
+    const MaskedArea image_Inside_Mouth =
+        masked(photo, imgSize, r.rect_Inside_Mouth, Qt::white, {{r.path_Inside_Mouth, Qt::black}});
+    return cutFromArea(image_Inside_Mouth, r.rect_Inside_Mouth, imgSize.height());
+}
+
+Eye eye(const QImage& photo, QSizeF imgSize, const QPainterPath& insideEye, const QRectF& rect)
+{
+    const MaskedArea image_Eye = masked(photo, imgSize, rect, Qt::white, {{insideEye, Qt::black}});
+    Eye eye;
+    eye.colored = cutFromArea(image_Eye, rect, imgSize.height());
+    eye.blackWhite = imageBlackAndWhite(eye.colored);
+    return eye;
+}
+
+QImage noseCut(const QImage& photo, QSizeF imgSize, const FaceRegions& r)
+{
+    const MaskedArea image_Nose = masked(photo, imgSize, r.rect_Nose, Qt::white, {{r.path_Nose, Qt::black}});
+    return cutFromArea(image_Nose, r.rect_Nose, imgSize.height());
+}
+
+} // namespace RegionImages
 
 QColor MaskedArea::pixelColor(QPoint photoPixel) const
 {
@@ -68,47 +130,4 @@ QColor MaskedArea::pixelColor(QPoint photoPixel) const
 QImage cutOut(const QImage& picture, const QRectF& rect, double imageHeight)
 {
     return cutFromArea({picture, picture.rect()}, rect, imageHeight);
-}
-
-RegionImages RegionImages::build(const QImage& photo, QSizeF imgSize, const FaceRegions& r)
-{
-    const double height = imgSize.height();
-    // Each region is masked over the area its cut reads; masking works pixel
-    // by pixel, so the area holds exactly what a full-size masked photo has.
-    auto masked = [&](const QRectF& rect, Qt::GlobalColor background, std::initializer_list<Fill> fills) {
-        const QRect area = areaAround(rect, height, photo.size());
-        if (area.isEmpty())
-            return MaskedArea{{}, area};
-        return MaskedArea{maskImage(copied(photo, area), drawMask(area, height, background, fills)), area};
-    };
-    RegionImages images;
-    images.image_Face_Skin = masked(r.rect_Face_Skin, Qt::white,
-                                    {{r.path_Face, Qt::black},
-                                     {r.path_Eye_Left, Qt::white},
-                                     {r.path_Eye_Right, Qt::white},
-                                     {r.path_Lips, Qt::white},
-                                     {r.path_Nose, Qt::white}});
-    images.image_Face_Skin_Cut = cutFromArea(images.image_Face_Skin, r.rect_Face_Skin, height);
-
-    // The full picture differs from the photo only around the eyes and lips.
-    images.image_Face_Full_Picture =
-        masked(r.rect_Full_Eye_Left | r.rect_Full_Eye_Right | r.rect_Lips, Qt::black,
-               {{r.path_Eye_Left, Qt::white}, {r.path_Eye_Right, Qt::white}, {r.path_Lips, Qt::white}});
-
-    images.image_Lips = masked(r.rect_Lips, Qt::white, {{r.path_Lips, Qt::black}, {r.path_Inside_Mouth, Qt::white}});
-    images.image_Lips_Black_White = imageBlackAndWhite(cutFromArea(images.image_Lips, r.rect_Lips, height));
-
-    images.image_Inside_Mouth = masked(r.rect_Inside_Mouth, Qt::white, {{r.path_Inside_Mouth, Qt::black}});
-    images.image_Inside_Mouth_Cut = cutFromArea(images.image_Inside_Mouth, r.rect_Inside_Mouth, height);
-
-    images.image_Eye_Left = masked(r.rect_Eye_Left, Qt::white, {{r.path_Inside_Eye_Left, Qt::black}});
-    images.image_Eye_Left_Colored = cutFromArea(images.image_Eye_Left, r.rect_Eye_Left, height);
-    images.image_Eye_Left_Black_White = imageBlackAndWhite(images.image_Eye_Left_Colored);
-    images.image_Eye_Right = masked(r.rect_Eye_Right, Qt::white, {{r.path_Inside_Eye_Right, Qt::black}});
-    images.image_Eye_Right_Colored = cutFromArea(images.image_Eye_Right, r.rect_Eye_Right, height);
-    images.image_Eye_Right_Black_White = imageBlackAndWhite(images.image_Eye_Right_Colored);
-
-    images.image_Nose = masked(r.rect_Nose, Qt::white, {{r.path_Nose, Qt::black}});
-    images.image_Nose_Cut = cutFromArea(images.image_Nose, r.rect_Nose, height);
-    return images;
 }

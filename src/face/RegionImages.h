@@ -20,31 +20,40 @@ struct MaskedArea {
     QColor pixelColor(QPoint photoPixel) const;
 };
 
-// The pictures of the face regions the effects paint with, cut once per
-// photo. A cut is the part of a masked photo inside the region's rectangle,
-// at the rectangle's size; a grey version is a cut made black and white.
-struct RegionImages {
-    MaskedArea image_Face_Skin;      // the face outline without eyes, lips and nose
-    QImage image_Face_Skin_Cut;      // by rect_Face_Skin
-    // The whole photo without eyes and lips: the photo but over `area`,
-    // where it is `picture`.
-    MaskedArea image_Face_Full_Picture;
-    MaskedArea image_Lips;           // the lips without the inside of the mouth
-    QImage image_Lips_Black_White;   // grey cut by rect_Lips
-    MaskedArea image_Inside_Mouth;
-    QImage image_Inside_Mouth_Cut;   // by rect_Inside_Mouth
-    MaskedArea image_Eye_Left;       // the inside of the eye: the iris area
-    MaskedArea image_Eye_Right;
-    QImage image_Eye_Left_Colored;   // by rect_Eye_Left, the inside-eye rectangle
-    QImage image_Eye_Right_Colored;
-    QImage image_Eye_Left_Black_White;
-    QImage image_Eye_Right_Black_White;
-    MaskedArea image_Nose;
-    QImage image_Nose_Cut;           // by rect_Nose
+// The pictures of the face regions the effects paint with, each made from
+// the photo and its regions when an effect first needs it (the effect keeps
+// it for as long as the photo is open). A cut is the part of a masked photo
+// inside the region's rectangle, at the rectangle's size; a grey version is
+// a cut made black and white.
+namespace RegionImages {
 
-    // Cuts every picture from the photo and its regions.
-    static RegionImages build(const QImage& img_Basic, QSizeF imgSize, const FaceRegions& regions);
+// image_Face_Skin_Cut: the face outline without eyes, lips and nose, cut by
+// rect_Face_Skin.
+QImage faceSkinCut(const QImage& photo, QSizeF imgSize, const FaceRegions& regions);
+
+// image_Face_Full_Picture: the whole photo without eyes and lips, kept only
+// over the area where it differs from the photo.
+MaskedArea faceFullPicture(const QImage& photo, QSizeF imgSize, const FaceRegions& regions);
+
+// image_Lips_Black_White: the lips without the inside of the mouth, grey.
+QImage lipsBlackWhite(const QImage& photo, QSizeF imgSize, const FaceRegions& regions);
+
+// image_Inside_Mouth_Cut, by rect_Inside_Mouth.
+QImage insideMouthCut(const QImage& photo, QSizeF imgSize, const FaceRegions& regions);
+
+// An eye's inside (the iris area) cut by its inside-eye rectangle
+// (image_Eye_Left_Colored) and its grey version (image_Eye_Left_Black_White);
+// the same for the right eye.
+struct Eye {
+    QImage colored, blackWhite;
 };
+Eye eye(const QImage& photo, QSizeF imgSize, const QPainterPath& insideEye, const QRectF& rect);
+
+// image_Nose_Cut, by rect_Nose: part of the region set, though no effect
+// paints with it, so it is made only when asked for.
+QImage noseCut(const QImage& photo, QSizeF imgSize, const FaceRegions& regions);
+
+} // namespace RegionImages
 
 // A cut: the part of `picture` inside the image-space rectangle `rect`, at
 // the rectangle's size (rounded to whole pixels).

@@ -3,8 +3,6 @@
 #include "DesignedPanel.h"
 #include "ui_Window_Cheek.h"
 
-#include <memory>
-
 // The panel of cheek blush: Apply, the mode in which the mouse moves and
 // resizes the blush areas, the outer colours of each side and the make-up
 // colour (chosen or picked from the photo), transparency, a blur per side
@@ -15,8 +13,6 @@ class Window_Cheek : public DesignedPanel<Ui::Window_Cheek> {
 public:
     explicit Window_Cheek(PanelContext& context);
 
-    void OnApplyCheek(bool on);
-    void OnActivateCheekReposition(bool on);
     // Picking: the next click in the preview takes the colour from the photo.
     void OnPickColor_1();
     void OnPickColor_2();
@@ -26,10 +22,9 @@ public:
     void Update_Color_1_From_Pick_Color();
     void Update_Color_2_From_Pick_Color();
     void Update_Color_1_Right_From_Pick_Color();
+    // The controls the repositioning mode rests, in their stated order.
+    void Enable_Color_Controls(bool enabled);
 
 private:
-    void Enable_Color_Controls(bool enabled);
     void startPicking(int index);
-
-    std::unique_ptr<ModeControls> modes_;
 };

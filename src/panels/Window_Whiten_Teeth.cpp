@@ -1,7 +1,6 @@
 #include "Window_Whiten_Teeth.h"
 
 Window_Whiten_Teeth::Window_Whiten_Teeth(PanelContext& context)
-    : DesignedPanel(context)
+    : DesignedPanel(context, &EditingState::b_Whiten_Teeth)
 {
-    bindApplyAndTitle(state().b_Whiten_Teeth, labels().s_IDD_WHITE_TEETH);
 }

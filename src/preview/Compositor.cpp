@@ -1,6 +1,5 @@
 #include "Compositor.h"
 
-#include "CompositorSteps.h"
 
 #include <QColorTransform>
 
@@ -33,6 +32,14 @@ EditingState inPhotoSpace(const EditingState& state, const PhotoMetadata& metada
 
 } // namespace
 
+Handles handlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF imgSize)
+{
+    Handles h;
+    CheekBlush::handles(reshaping, state, imgSize, h);
+    UnderEyeDarkening::handles(reshaping, state, imgSize, h);
+    return h;
+}
+
 const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
                                   double photoPixelsPerPixel)
 {
@@ -50,7 +57,7 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
     ++passes_;
     handles_ = handlesOf(reshaping, state, photo.imgSize);
     const EditingState painted = inPhotoSpace(state, photo.metadata);
-    CompositorPass pass{working_, record_, photo, reshaping, painted, memos_, handles_, photoPixelsPerPixel};
+    CompositorPass pass{{working_, record_, photo, reshaping, handles_, photoPixelsPerPixel}, painted, memos_};
     for (const CompositorStep& step : steps)
         if (step.runs(painted))
             step.paint(pass);

@@ -1,109 +1,42 @@
 #pragma once
 
 #include "EditingState.h"
-#include "OpenedPhoto.h"
-#include "Reshaping.h"
-#include "TRCIHighPassSkinSmoothing.h"
+#include "EffectPass.h"
 
 #include <QImage>
 
-#include <span>
-
-#include <array>
 #include <cstdint>
-#include <optional>
+#include <span>
+#include <tuple>
 
-// The handle positions the last composition drew, for the mouse: percent of
-// the photo (image space, y up) and the small squares in photo pixels.
-struct Handles {
-    // Cheek paint areas' corners, in the order left-bottom, right-bottom,
-    // left-top, right-top (pointPercenteLBLeft, …RBLeft, …LTLeft, …RTLeft).
-    std::array<QPointF, 4> pointPercenteLeft, pointPercenteRight;
-    std::array<QRectF, 4> rectPointLeft, rectPointRight;
-    // The six under-eye points of each side (pointPercente1Left … 6Left).
-    std::array<QPointF, 6> pointPercenteEyeLeft, pointPercenteEyeRight;
-    std::array<QRectF, 6> rectPointEyeLeft, rectPointEyeRight;
+// What every effect keeps between pictures, side by side.
+template <typename List>
+struct MemosOf;
+template <typename... Effect>
+struct MemosOf<EffectList<Effect...>> {
+    using type = std::tuple<typename Effect::Memos...>;
 };
+using EffectMemos = MemosOf<Effects>::type;
 
-// One expensive result, kept while the inputs it was made from, its key,
-// stay the same. A new result is made in place of the old one, so its
-// buffers are reused.
-template <typename Key, typename Value = QImage>
-class Memo {
-public:
-    template <typename Make>
-    const Value& get(const Key& key, Make&& make)
-    {
-        if (!key_ || !(*key_ == key)) {
-            key_.reset(); // a make that throws leaves no stale key behind
-            make(value_);
-            key_ = key;
-        }
-        return value_;
-    }
-
-    bool holds(const Key& key) const { return key_ && *key_ == key; }
-    void clear() { *this = Memo(); }
-
-private:
-    std::optional<Key> key_;
-    Value value_;
+// What one pass of the compositor works on: what each effect's step works
+// on, the whole editing state (each step reads its own effect's part) and
+// what every effect keeps.
+struct CompositorPass {
+    EffectPass effect;
+    const EditingState& state;
+    EffectMemos& memos;
 };
-
-// What each cached step is made from; a picture's cache key names its pixels.
-struct SmoothedBaseKey {
-    qint64 photo;
-    std::uint64_t level, radius;
-    bool operator==(const SmoothedBaseKey&) const = default;
-};
-struct SkinMaskKey {
-    qint64 photo;
-    std::uint64_t radius;
-    bool operator==(const SkinMaskKey&) const = default;
-};
-struct WrinkleFreeSkinKey {
-    qint64 skinCut;
-    std::uint64_t level;
-    bool operator==(const WrinkleFreeSkinKey&) const = default;
-};
-struct CheekLayerKey {
-    RgbaColor outer, inner;
-    QPointF centre;
-    float blur;
-    int size;
-    bool operator==(const CheekLayerKey&) const = default;
-};
-
-struct CompositorMemos {
-    Memo<qint64> photoOverBlack;                        // null when the photo is opaque
-    Memo<qint64, SkinSmoothingPlanes> skinPlanes;       // of the full picture
-    Memo<SkinMaskKey, cv::Mat> skinMask;
-    SkinSmoothingScratch skinScratch;
-    Memo<SmoothedBaseKey> smoothedBase;
-    Memo<WrinkleFreeSkinKey> wrinkleFreeSkin;
-    Memo<CheekLayerKey> cheekLeft, cheekRight;
-};
-
-// What the working picture holds between passes: the base it was copied
-// from (its cache key) and the part the steps painted over since. Only that
-// part needs the base again while the base is unchanged.
-struct WorkingRecord {
-    qint64 base = 0;
-    QRect painted;
-};
-
-// Rebuilds the retouched picture at the photo's full size from the untouched
-// photo, what the user reshaped and the editing state, applying every
-// enabled effect in its fixed order (the steps of CompositorSteps.h). It
-// keeps its buffers and the results of its expensive steps between calls,
-// reusing a result only while everything it was made from is unchanged, so
-// every call gives exactly what a fresh compositor would.
-struct CompositorStep;
 
 // Where the handles of the shown modes are for this reshaping: what the
 // compositor draws and what the mouse aims at. Empty for a mode that is off.
 Handles handlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF imgSize);
 
+// Rebuilds the retouched picture at the photo's full size from the untouched
+// photo, what the user reshaped and the editing state, applying every
+// enabled effect's steps in the order table's order (EffectOrder.cpp). It
+// keeps its buffers and what the effects keep between calls, reusing a
+// result only while everything it was made from is unchanged, so every
+// call gives exactly what a fresh compositor would.
 class Compositor {
 public:
     // The working picture; valid until the next call. Null without a photo.
@@ -134,6 +67,6 @@ private:
     QImage working_;
     std::uint64_t passes_ = 0;
     WorkingRecord record_;
-    CompositorMemos memos_;
+    EffectMemos memos_;
     Handles handles_;
 };

@@ -1,58 +1,66 @@
 #include "EditingState.h"
 
-#include <algorithm>
 #include <array>
+#include <vector>
 
 namespace {
 
-using S = EditingState;
-
-struct SwitchPlace {
-    bool EditingState::*field;
-    int closeOrder;
-    const char* name;
-};
-
-#define BELLAVENOR_SWITCH_PLACE(name, closeOrder) SwitchPlace{&S::name, closeOrder, #name},
-constexpr SwitchPlace kSwitches[] = {BELLAVENOR_EFFECT_SWITCHES(BELLAVENOR_SWITCH_PLACE)};
-#undef BELLAVENOR_SWITCH_PLACE
-
-// Close orders are the places 0 to 8, each once.
-constexpr bool closeOrdersArePlaces()
+template <typename... Effect>
+constexpr std::array<bool EditingState::*, sizeof...(Effect)> switchesOf(EffectList<Effect...>)
 {
-    std::array<int, std::size(kSwitches)> seen{};
-    for (const SwitchPlace& place : kSwitches) {
-        if (place.closeOrder < 0 || place.closeOrder >= int(std::size(kSwitches)))
-            return false;
-        ++seen[std::size_t(place.closeOrder)];
-    }
-    return std::all_of(seen.begin(), seen.end(), [](int count) { return count == 1; });
+    return {static_cast<bool EditingState::*>(Effect::effectSwitch)...};
 }
-static_assert(closeOrdersArePlaces(), "every effect switch needs its own close order, 0 to 8");
 
-const std::array<bool EditingState::*, std::size(kSwitches)> kCloseOrder = [] {
-    std::array<bool EditingState::*, std::size(kSwitches)> order{};
-    for (const SwitchPlace& place : kSwitches)
-        order[std::size_t(place.closeOrder)] = place.field;
-    return order;
-}();
+constexpr auto kCloseOrder = switchesOf(Effects{});
 
-#define BELLAVENOR_SETTING_RANGE(type, name, init, effect, min, max, slider, step) \
-    SettingRange{#name, min, max, SliderScale::slider, &S::effect, step},
-#define BELLAVENOR_MODE_RANGE(type, name, init, min, max) SettingRange{#name, min, max},
-constexpr SettingRange kRanges[] = {BELLAVENOR_EFFECT_SETTINGS(BELLAVENOR_SETTING_RANGE)
-                                        BELLAVENOR_INTERACTION_MODES(BELLAVENOR_MODE_RANGE)};
-#undef BELLAVENOR_SETTING_RANGE
-#undef BELLAVENOR_MODE_RANGE
+template <typename... Effect>
+std::vector<SettingRange> rangesOf(EffectList<Effect...>)
+{
+    std::vector<SettingRange> ranges;
+    const auto add = [&](const auto& fields, bool EditingState::*effect) {
+        for (const FieldInfo& info : fields)
+            if (info.kind != FieldKind::Switch)
+                ranges.push_back({info, info.kind == FieldKind::Setting ? effect : nullptr});
+    };
+    (add(Effect::Settings::kFields, static_cast<bool EditingState::*>(Effect::effectSwitch)), ...);
+    return ranges;
+}
+
+const std::vector<SettingRange>& ranges()
+{
+    static const std::vector<SettingRange> all = rangesOf(Effects{});
+    return all;
+}
+
+template <typename... Effect>
+void restoreSettingsOf(EditingState& state, bool EditingState::*effectSwitch, EffectList<Effect...>)
+{
+    ((static_cast<bool EditingState::*>(Effect::effectSwitch) == effectSwitch
+          ? static_cast<typename Effect::Settings&>(state).restoreSettings()
+          : void()),
+     ...);
+}
+
+template <typename... Effect>
+void keepModesOfEach(EditingState& state, const EditingState& other, EffectList<Effect...>)
+{
+    (static_cast<typename Effect::Settings&>(state).takeModesOf(
+         other, state.*static_cast<bool EditingState::*>(Effect::effectSwitch)),
+     ...);
+}
 
 } // namespace
 
 const char* nameOfSwitch(bool EditingState::*effectSwitch)
 {
-    for (const SwitchPlace& place : kSwitches)
-        if (place.field == effectSwitch)
-            return place.name;
-    return "an unknown switch";
+    const char* name = "an unknown switch";
+    EditingState probe;
+    probe.forEachField([&](const char* field, auto& value) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>)
+            if (&value == &(probe.*effectSwitch))
+                name = field;
+    });
+    return name;
 }
 
 std::span<bool EditingState::* const> switchesInCloseOrder()
@@ -68,28 +76,18 @@ void EditingState::Reset_Variables()
 
 void EditingState::restoreDefaultsOf(bool EditingState::*effectSwitch)
 {
-    const EditingState starting;
-#define BELLAVENOR_RESTORE(type, name, init, effect, ...) \
-    if (effectSwitch == &S::effect)                       \
-        name = starting.name;
-    BELLAVENOR_EFFECT_SETTINGS(BELLAVENOR_RESTORE)
-#undef BELLAVENOR_RESTORE
+    restoreSettingsOf(*this, effectSwitch, Effects{});
 }
 
 const SettingRange* settingRange(std::string_view field)
 {
-    for (const SettingRange& range : kRanges)
-        if (field == range.field)
+    for (const SettingRange& range : ranges())
+        if (field == range.name)
             return &range;
     return nullptr;
 }
 
 void EditingState::keepModesOf(const EditingState& other)
 {
-#define BELLAVENOR_KEEP_MODE(type, name, ...) name = other.name;
-    BELLAVENOR_INTERACTION_MODES(BELLAVENOR_KEEP_MODE)
-#undef BELLAVENOR_KEEP_MODE
-    // A mode lasts only while its effect is on.
-    b_Activated_Cheeks_Reposition = b_Activated_Cheeks_Reposition && b_Apply_Cheeks;
-    b_Activated_Darken_Eyes_Reposition = b_Activated_Darken_Eyes_Reposition && b_Eyes_Darken;
+    keepModesOfEach(*this, other, Effects{});
 }

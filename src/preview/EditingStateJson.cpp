@@ -200,10 +200,10 @@ bool readSettingsFile(const QString& path, EditingState& state, QString& error)
 QJsonObject exportedSettings(const EditingState& state)
 {
     QJsonObject json = toJson(state);
-#define BELLAVENOR_MODE_NAME(type, name, ...) #name,
-    for (const char* windowOnly : {BELLAVENOR_INTERACTION_MODES(BELLAVENOR_MODE_NAME)})
-        json.remove(windowOnly);
-#undef BELLAVENOR_MODE_NAME
+    state.forEachField([&](const char* name, const auto&) {
+        if (const SettingRange* range = settingRange(name); range && range->kind == FieldKind::Mode)
+            json.remove(name); // the window's, not a setting
+    });
     return json;
 }
 

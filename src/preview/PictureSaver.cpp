@@ -55,12 +55,15 @@ const FormatName& nameOf(PictureFormat format)
 QByteArray encoded(const QImage& picture, const PictureEncoding& encoding, const QColorSpace& colourSpace,
                    QString& reason)
 {
-    // JPEG holds no alpha; an opaque picture is written without it, which
-    // is also faster for PNG.
-    QImage toWrite = isOpaque(picture) || encoding.format == PictureFormat::Jpeg
-                         ? picture.convertToFormat(QImage::Format_RGB888)
-                         : picture;
-    toWrite.setColorSpace(colourSpace); // Qt embeds it as an ICC profile
+    // JPEG takes the picture as it is: Qt's writer turns it into RGB a row at
+    // a time, where a converted copy would cost a camera photo's worth of
+    // memory (a 64 MP one: 190 MB). An opaque picture goes into the other
+    // formats without its alpha, which for PNG is also faster.
+    QImage toWrite = encoding.format == PictureFormat::Jpeg || !isOpaque(picture)
+                         ? QImage(picture.constBits(), picture.width(), picture.height(), picture.bytesPerLine(),
+                                  picture.format())
+                         : picture.convertToFormat(QImage::Format_RGB888);
+    toWrite.setColorSpace(colourSpace); // Qt embeds it as an ICC profile; a picture wrapped, not copied, stays so
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
@@ -86,11 +89,6 @@ QString writeReplacing(const QByteArray& bytes, const QString& path)
     if (!file.commit())
         return file.errorString();
     return {};
-}
-
-QString quoted(const QString& path)
-{
-    return "\"" + QDir::toNativeSeparators(path) + "\"";
 }
 
 // The copy half of a move across file systems.
@@ -182,29 +180,6 @@ QString writePicture(const QImage& picture, const QString& path, const PictureEn
     return writeReplacing(bytes, path);
 }
 
-QString writePng(const QImage& picture, const QString& path)
-{
-    return writePicture(picture, path, {}, {});
-}
-
-void fulfil(SaveRequest& request, const QImage* composed, const QString& composeFailure,
-            const PhotoMetadata& metadata)
-{
-    if (!request.b_Save_Picture)
-        return;
-    request.s_Saved_Take_Picture.clear();
-    const QString path = QDir(request.s_Output_Folder).filePath(renderedPictureName(QDateTime::currentDateTime()));
-    request.s_Saved_Take_Picture = path;
-    if (!composed)
-        request.failure = QString("The picture could not be rendered: %1").arg(composeFailure);
-    else if (const QString reason = writePicture(*composed, path, {}, metadata); !reason.isEmpty())
-        request.failure = QString("The picture could not be written to %1: %2").arg(quoted(path), reason);
-    else
-        request.failure.clear();
-    request.metadata = metadata;
-    request.b_Save_Picture = false;
-}
-
 QString moveReplacing(const QString& from, const QString& to)
 {
     if (QFileInfo(from) == QFileInfo(to))
@@ -216,21 +191,6 @@ QString moveReplacing(const QString& from, const QString& to)
     if (errno != EXDEV)
         return QString::fromLocal8Bit(std::strerror(errno));
     if (const QString reason = copyReplacing(from, to); !reason.isEmpty())
-        return reason;
-    QFile::remove(from);
-    return {};
-}
-
-QString moveAsFormat(const QString& from, const QString& to, const PhotoMetadata& metadata)
-{
-    const std::optional<PictureFormat> format = pictureFormatOf(to);
-    if (!format || *format == PictureFormat::Png)
-        return moveReplacing(from, to);
-    QImageReader reader(from, "png");
-    const QImage picture = reader.read();
-    if (picture.isNull())
-        return QString("the rendered picture could not be read back: %1").arg(reader.errorString());
-    if (const QString reason = writePicture(picture, to, {*format}, metadata); !reason.isEmpty())
         return reason;
     QFile::remove(from);
     return {};

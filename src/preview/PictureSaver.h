@@ -11,21 +11,6 @@
 #include <utility>
 #include <vector>
 
-// The handshake between Save or Share and the preview: the shell sets
-// b_Save_Picture and asks for a redraw; the redraw writes the retouched
-// picture into s_Output_Folder, stores its path in s_Saved_Take_Picture and
-// clears the flag. When the picture could not be made or written, `failure`
-// says why and names the path; the shell must then not report success.
-struct SaveRequest {
-    bool b_Save_Picture = false;
-    QString s_Output_Folder;
-    QString s_Saved_Take_Picture;
-    QString failure;
-    // The tags of the photo the picture was rendered from, for a Save into
-    // another format.
-    PhotoMetadata metadata;
-};
-
 // The file types Bellavenor writes, chosen by a name's extension.
 enum class PictureFormat { Png, Jpeg, WebP, Tiff };
 
@@ -66,27 +51,9 @@ QString writePicture(const QImage& picture, const QString& path, const PictureEn
 // around New Year can differ from the calendar year; kept as it is.
 QString renderedPictureName(const QDateTime& when);
 
-// Writes `picture` as PNG to `path` through a temporary file renamed into
-// place, so a failed write leaves no half file and an existing file
-// untouched. Returns why it failed, or an empty string.
-QString writePng(const QImage& picture, const QString& path);
-
-// Performs a pending save request: `composed` is the retouched picture of a
-// photo with `metadata`, or null when it could not be made, for the reason
-// `composeFailure`.
-void fulfil(SaveRequest& request, const QImage* composed, const QString& composeFailure = {},
-            const PhotoMetadata& metadata = {});
-
 // Moves the file `from` to `to`, replacing what is there in one step: on
 // the same file system by a rename over it; on another by a copy into a
 // temporary file beside `to`, flushed to disk, then renamed over it. Either
 // the whole new file is at `to` and `from` is gone, or nothing changed at
 // either place. Returns why it failed, or an empty string.
 QString moveReplacing(const QString& from, const QString& to);
-
-// Puts the rendered PNG `from` at `to` in the format `to`'s extension names:
-// a PNG is moved as moveReplacing does; any other format is written from
-// the PNG's pixels with `metadata`, replacing `to` whole or not at all, and
-// `from` is removed once it is there. Returns why it failed, or an empty
-// string.
-QString moveAsFormat(const QString& from, const QString& to, const PhotoMetadata& metadata);

@@ -143,3 +143,13 @@ Framing pannedBy(const Framing& framing, QPointF delta, QSizeF photo, QSizeF vie
     const QSizeF size = zoomedSize(framing.zoom, photo, dpr);
     return {false, framing.zoom, clampedPan(clampedPan(framing.pan, size, view) + delta, size, view)};
 }
+
+QPointF percentInFrame(QPointF view, const QRectF& frame)
+{
+    return singlePoint((view.x() - frame.x()) * 100 / frame.width(), (view.y() - frame.y()) * 100 / frame.height());
+}
+
+QPointF pixelAtPercent(QPointF percent, QSizeF photo)
+{
+    return singlePoint(photo.width() * percent.x() / 100, photo.height() * percent.y() / 100);
+}

@@ -51,3 +51,9 @@ Framing zoomedAbout(const Framing& framing, double zoom, QPointF anchor, QSizeF 
 // `framing` moved by `delta` view pixels (y down). A photo larger than the
 // view cannot leave it; a smaller one stays centred in that direction.
 Framing pannedBy(const Framing& framing, QPointF delta, QSizeF photo, QSizeF view, double dpr);
+
+// A point of the view (y up) in percent of the frame the photo is drawn in,
+// and a percent of the photo in its pixels (image space, y up): each in
+// single precision, the one mapping from the pointer to the photo.
+QPointF percentInFrame(QPointF view, const QRectF& frame);
+QPointF pixelAtPercent(QPointF percent, QSizeF photo);

@@ -14,8 +14,8 @@ class ViewCircleCenter : public QWidget {
 public:
     explicit ViewCircleCenter(QWidget* parent = nullptr);
 
-    // The state it shows and sets, and how to redraw the preview.
-    void setState(EditingState* state, std::function<void()> redrawPreview);
+    // The state it shows and sets, and whom to tell it changed.
+    void setState(EditingState* state, std::function<void()> changed);
 
     bool b_Left = true; // this circle controls the left cheek, else the right
     QPointF mouseDownPos;

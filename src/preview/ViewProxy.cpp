@@ -88,10 +88,8 @@ Reshaping proxyReshaping(const Reshaping& reshaping, QSizeF photoSize, const Pro
     // Corner by corner: the map only moves and scales, and an area dragged
     // inside out stays inside out.
     const auto rect = [&](const QRectF& r) { return QRectF(image.map(r.topLeft()), image.map(r.bottomRight())); };
-    return {rect(reshaping.rect_Cheek_Left_Area_To_Paint),
-            rect(reshaping.rect_Cheek_Right_Area_To_Paint),
-            points(reshaping.array_Eye_Darken_Left_Points),
-            points(reshaping.array_Eye_Darken_Right_Points),
-            image.map(reshaping.path_Eye_Darken_Left),
-            image.map(reshaping.path_Eye_Darken_Right)};
+    // The rings' outlines are not carried over: the rings are drawn from
+    // their points.
+    return {rect(reshaping.rect_Cheek_Left_Area_To_Paint), rect(reshaping.rect_Cheek_Right_Area_To_Paint),
+            points(reshaping.array_Eye_Darken_Left_Points), points(reshaping.array_Eye_Darken_Right_Points), {}, {}};
 }

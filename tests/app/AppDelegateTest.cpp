@@ -25,11 +25,11 @@ protected:
     {
         auto delegate = std::make_unique<AppDelegate>(documents);
         delegate->settingsFile = this->documents.filePath("bellavenor.conf");
-        delegate->showAlert = [this](const Alert& alert) {
+        delegate->dialogs.showAlert = [this](const Alert& alert) {
             alerts.push_back(alert);
             return 0;
         };
-        delegate->endProcess = [this](int status) { exitStatuses.push_back(status); };
+        delegate->dialogs.endProcess = [this](int status) { exitStatuses.push_back(status); };
         return delegate;
     }
 

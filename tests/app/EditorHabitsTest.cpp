@@ -1,8 +1,9 @@
 // Undo and Redo, settings files and presets, the panels' dock and what
 // comes back at the next start.
 #include "StartedDelegate.h"
+#include "FileActions.h"
 #include "EditHistory.h"
-#include "EffectCatalogue.h"
+#include "EffectOrder.h"
 #include "RandomSettings.h"
 #include "MainWindow.h"
 #include "Presets.h"
@@ -33,7 +34,7 @@ namespace {
 Window_Lips_Color* lipsPanel(AppDelegate& app)
 {
     app.On_Mouth_Lips();
-    return qobject_cast<Window_Lips_Color*>(app.window_Lips_Color().data());
+    return qobject_cast<Window_Lips_Color*>(app.panels().panelOf(&EditingState::b_Color_Lips).data());
 }
 
 // A view position over a photo point (pixels, y up), as MouseTest maps it.
@@ -72,7 +73,7 @@ QStringList filesIn(const QString& folder)
 
 void cheeksOn(AppDelegate& app)
 {
-    app.state.b_Apply_Cheeks = true;
+    app.document().state.b_Apply_Cheeks = true;
 }
 
 const Change kChanges[] = {
@@ -87,13 +88,13 @@ const Change kChanges[] = {
     {"pick", "Right Outer Blush Colour", cheeksOn,
      [](AppDelegate& app, const QString&) {
          app.On_Face_Cheek();
-         qobject_cast<Window_Cheek*>(app.window_Cheek().data())->ui().btn_Pick_Color_1_Right->click();
+         qobject_cast<Window_Cheek*>(app.panels().panelOf(&EditingState::b_Apply_Cheeks).data())->ui().btn_Pick_Color_1_Right->click();
          QTest::mouseClick(app.viewPreview(), Qt::LeftButton, {}, inView(*app.viewPreview(), {300, 300}));
      }},
-    {"reshaping drag", "Move Blush Area", [](AppDelegate& app) { app.state.b_Apply_Cheeks = app.state.b_Activated_Cheeks_Reposition = true; },
+    {"reshaping drag", "Move Blush Area", [](AppDelegate& app) { app.document().state.b_Apply_Cheeks = app.document().state.b_Activated_Cheeks_Reposition = true; },
      [](AppDelegate& app, const QString&) {
          View_Picture& view = *app.viewPreview();
-         const QPoint from = inView(view, app.reshaping.rect_Cheek_Left_Area_To_Paint.center());
+         const QPoint from = inView(view, app.document().reshaping.rect_Cheek_Left_Area_To_Paint.center());
          QTest::mousePress(&view, Qt::LeftButton, {}, from);
          QMouseEvent move(QEvent::MouseMove, from + QPoint(25, 15), view.mapToGlobal(from + QPoint(25, 15)),
                           Qt::NoButton, Qt::LeftButton, {});
@@ -107,8 +108,8 @@ const Change kChanges[] = {
      [](AppDelegate& app, const QString& folder) {
          const QString path = writtenFile(
              folder, "look.json", R"({"b_Color_Eyes": true, "color_Color_Eyes": "#2e8b57", "u_Face_Skin_Smooth_Radius": 3})");
-         app.chooseSettingsToOpen = [path](const QString&) { return path; };
-         app.OnMenuOpenSettings();
+         app.dialogs.chooseSettingsToOpen = [path](const QString&) { return path; };
+         app.files().openSettings();
      }},
 };
 
@@ -123,7 +124,7 @@ protected:
     Seen seen()
     {
         app->viewPreview()->grab();
-        return {app->state, app->reshaping, app->viewPreview()->compositor().working().copy()};
+        return {app->document().state, app->document().reshaping, app->session().compositor().working().copy()};
     }
     void expectSeen(const Seen& expected, const char* when)
     {
@@ -133,7 +134,7 @@ protected:
         EXPECT_TRUE(now.state == settings) << when;
         EXPECT_TRUE(now.reshaping == expected.reshaping) << when;
         EXPECT_TRUE(now.picture == expected.picture) << when << ": the picture, bit for bit";
-        if (auto* lips = qobject_cast<Window_Lips_Color*>(app->window_Lips_Color().data())) { // the panel shows it
+        if (auto* lips = qobject_cast<Window_Lips_Color*>(app->panels().panelOf(&EditingState::b_Color_Lips).data())) { // the panel shows it
             EXPECT_EQ(lips->ui().checkApply->isChecked(), settings.b_Color_Lips) << when;
             EXPECT_EQ(lips->ui().slider_Transparency->value(), std::lround(settings.f_Color_Lips_Transparency * 100)) << when;
         }
@@ -147,9 +148,9 @@ TEST_P(UndoTest, EachKindOfChangeIsOneNamedStepUndoneAndRedoneBitForBit)
     open(portraitPath());
     app->window()->resize(1000, 700);
     GetParam().setUp(*app);
-    app->history().startAt({app->state, app->reshaping}); // where the set-up left it, switches set directly too
+    app->document().history().startAt({app->document().state, app->document().reshaping}); // where the set-up left it, switches set directly too
     const Seen before = seen();
-    QUndoStack& stack = app->history().stack();
+    QUndoStack& stack = app->document().history().stack();
     const int steps = stack.count();
     GetParam().make(*app, documents.path());
     const Seen after = seen();
@@ -157,10 +158,10 @@ TEST_P(UndoTest, EachKindOfChangeIsOneNamedStepUndoneAndRedoneBitForBit)
     EXPECT_EQ(stack.count(), steps + 1) << "one step";
     EXPECT_EQ(stack.undoText().toStdString(), GetParam().step);
 
-    const std::uint64_t passes = app->viewPreview()->compositor().passes();
+    const std::uint64_t passes = app->session().compositor().passes();
     app->window()->ui().menuEdit->actions().at(0)->trigger(); // Edit → Undo
     expectSeen(before, "undone");
-    EXPECT_EQ(app->viewPreview()->compositor().passes(), passes + 1) << "one redraw";
+    EXPECT_EQ(app->session().compositor().passes(), passes + 1) << "one redraw";
     app->window()->ui().menuEdit->actions().at(1)->trigger(); // Edit → Redo
     expectSeen(after, "redone");
 }
@@ -178,18 +179,18 @@ TEST_F(EditorHabitsTest, ANewPhotoSwitchesEffectsOffKeepsEverythingElseAndStarts
 {
     open(portraitPath());
     lipsPanel(*app)->ui().slider_Transparency->setValue(55);
-    ASSERT_TRUE(app->history().stack().canUndo());
+    ASSERT_TRUE(app->document().history().stack().canUndo());
     EditingState before = randomSettings(31);
     before.b_Activated_Darken_Eyes_Reposition = true;
     before.i_Picking_Color_Index = 2;
-    app->window_Lips_Color()->close();
+    app->panels().panelOf(&EditingState::b_Color_Lips)->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    app->state = before;
-    for (const EffectEntry& effect : effectCatalogue()) // their Apply boxes ticked
+    app->document().state = before;
+    for (const EffectInfo& effect : effects()) // their Apply boxes ticked
         app->openEffect(effect);
     open(portraitPath());
-    EXPECT_FALSE(app->history().stack().canUndo()) << "the old face's steps are gone";
-    EditingState after = app->state;
+    EXPECT_FALSE(app->document().history().stack().canUndo()) << "the old face's steps are gone";
+    EditingState after = app->document().state;
     const auto switches = switchesInCloseOrder();
     before.forEachField([&](const char* name, auto& was) {
         const bool isSwitch = std::any_of(switches.begin(), switches.end(),
@@ -204,8 +205,8 @@ TEST_F(EditorHabitsTest, ANewPhotoSwitchesEffectsOffKeepsEverythingElseAndStarts
                 }
         });
     });
-    for (const EffectEntry& effect : effectCatalogue())
-        EXPECT_FALSE(app->panelOf(effect)->findChild<QCheckBox*>("checkApply")->isChecked())
+    for (const EffectInfo& effect : effects())
+        EXPECT_FALSE(app->panels().panelOf(effect)->findChild<QCheckBox*>("checkApply")->isChecked())
             << nameOfSwitch(effect.effectSwitch);
 }
 
@@ -215,7 +216,7 @@ TEST_F(EditorHabitsTest, QuickChangesMergeOnlyWithinOneSetting)
 {
     open(portraitPath());
     app->On_Face_Smooth_Skin();
-    auto* skin = app->window_Face_Skin_Smooth().data();
+    auto* skin = app->panels().panelOf(&EditingState::b_Face_Skin_Smooth).data();
     QSlider* level = skin->findChild<QSlider*>("slider_Level");
     QSlider* radius = skin->findChild<QSlider*>("slider_Ratio");
     const struct {
@@ -231,23 +232,23 @@ TEST_F(EditorHabitsTest, QuickChangesMergeOnlyWithinOneSetting)
         {"a slider, then another panel's", [&] { level->setValue(9); },
          [&] { lipsPanel(*app)->ui().slider_Transparency->setValue(71); }, {"Lip Colour Transparency", "Smooth Skin Level"}},
     };
-    QUndoStack& stack = app->history().stack();
+    QUndoStack& stack = app->document().history().stack();
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        app->history().startAt({app->state, app->reshaping});
-        const EditingState start = app->state;
+        app->document().history().startAt({app->document().state, app->document().reshaping});
+        const EditingState start = app->document().state;
         c.first();
-        const EditingState middle = app->state;
+        const EditingState middle = app->document().state;
         c.second();
         ASSERT_EQ(stack.count(), c.steps.size());
         for (const QString& step : c.steps) {
             EXPECT_EQ(stack.undoText(), step);
             stack.undo();
         }
-        EXPECT_TRUE(app->state == start);
+        EXPECT_TRUE(app->document().state == start);
         if (c.steps.size() == 2) { // the first step alone
             stack.redo();
-            EXPECT_TRUE(app->state == middle);
+            EXPECT_TRUE(app->document().state == middle);
         }
     }
 }
@@ -256,20 +257,20 @@ TEST_F(EditorHabitsTest, ARefusedSettingsFileChangesNothing)
 {
     open(portraitPath());
     const QString refused = writtenFile(documents.path(), "wild.json", R"({"u_Face_Skin_Smooth_Level": 99})");
-    const EditingState before = app->state;
-    app->chooseSettingsToOpen = [&](const QString&) { return refused; };
-    app->OnMenuOpenSettings();
+    const EditingState before = app->document().state;
+    app->dialogs.chooseSettingsToOpen = [&](const QString&) { return refused; };
+    app->files().openSettings();
     ASSERT_EQ(alerts.size(), 1u);
     EXPECT_TRUE(alerts[0].informativeText.contains("u_Face_Skin_Smooth_Level")) << alerts[0].informativeText.toStdString();
-    EXPECT_TRUE(app->state == before);
-    EXPECT_FALSE(app->history().stack().canUndo());
+    EXPECT_TRUE(app->document().state == before);
+    EXPECT_FALSE(app->document().history().stack().canUndo());
 }
 
 TEST_F(EditorHabitsTest, APresetIsSavedListedAppliedAsOneStepAndDeleted)
 {
     open(portraitPath());
     lipsPanel(*app)->ui().slider_Transparency->setValue(35);
-    app->askPresetName = [] { return QString("Evening look"); };
+    app->dialogs.askPresetName = [] { return QString("Evening look"); };
     app->presets().saveAsPreset();
     EXPECT_EQ(presetNames(app->presetsFolder), QStringList{"Evening look"});
     QMenu* menu = app->window()->ui().menuPresets;
@@ -278,9 +279,9 @@ TEST_F(EditorHabitsTest, APresetIsSavedListedAppliedAsOneStepAndDeleted)
 
     lipsPanel(*app)->ui().slider_Transparency->setValue(90);
     app->presets().apply("Evening look");
-    EXPECT_FLOAT_EQ(app->state.f_Color_Lips_Transparency, 0.35f);
+    EXPECT_FLOAT_EQ(app->document().state.f_Color_Lips_Transparency, 0.35f);
     EXPECT_EQ(lipsPanel(*app)->ui().slider_Transparency->value(), 35) << "the panel shows it";
-    EXPECT_EQ(app->history().stack().undoText(), "Apply Preset Evening look");
+    EXPECT_EQ(app->document().history().stack().undoText(), "Apply Preset Evening look");
 
     app->presets().remove("Evening look");
     EXPECT_TRUE(presetNames(app->presetsFolder).isEmpty());
@@ -292,12 +293,12 @@ TEST_F(EditorHabitsTest, APresetIsSavedListedAppliedAsOneStepAndDeleted)
                                 QString("   ")}) {
         SCOPED_TRACE(name.toStdString());
         const size_t told = alerts.size();
-        app->askPresetName = [name] { return name; };
+        app->dialogs.askPresetName = [name] { return name; };
         app->presets().saveAsPreset();
         EXPECT_EQ(alerts.size(), told + 1);
         EXPECT_EQ(filesIn(documents.path()), files);
     }
-    app->askPresetName = [longest] { return longest; };
+    app->dialogs.askPresetName = [longest] { return longest; };
     app->presets().saveAsPreset();
     EXPECT_EQ(presetNames(app->presetsFolder), QStringList{longest}) << "80 characters are a name";
 }
@@ -315,15 +316,15 @@ TEST_F(EditorHabitsTest, RecentPhotosAndTheWindowsPlaceComeBackAtTheNextStart)
 
     AppDelegate restarted(documents.path());
     restarted.settingsFile = app->settingsFile;
-    restarted.showAlert = [this](const Alert& alert) {
+    restarted.dialogs.showAlert = [this](const Alert& alert) {
         alerts.push_back(alert);
         return 0;
     };
-    restarted.endProcess = [](int) {};
+    restarted.dialogs.endProcess = [](int) {};
     ASSERT_TRUE(restarted.applicationDidFinishLaunching());
     EXPECT_EQ(restarted.recentPhotos().paths(), (QStringList{second, portraitPath()}));
     EXPECT_EQ(restarted.window()->size(), QSize(1111, 777));
-    EXPECT_TRUE(restarted.state == EditingState{}) << "effects start from their defaults";
+    EXPECT_TRUE(restarted.document().state == EditingState{}) << "effects start from their defaults";
 
     ASSERT_TRUE(QFile::remove(second));
     QMenu* recent = restarted.window()->ui().menuOpenRecent;

@@ -1,4 +1,5 @@
 #include "StartedDelegate.h"
+#include "FileActions.h"
 #include "MainWindow.h"
 #include "View_Picture.h"
 
@@ -19,7 +20,7 @@ protected:
     void SetUp() override
     {
         StartedDelegateTest::SetUp();
-        app->chooseFileToOpen = [this](const QString& startFolder) {
+        app->dialogs.chooseFileToOpen = [this](const QString& startFolder) {
             startFolders.append(startFolder);
             return nextChoice;
         };
@@ -59,10 +60,10 @@ protected:
 TEST_F(OpenActionTest, RefusedPhotosLeaveTheOpenPhotoAndItsStateAsTheyWere)
 {
     open(portraitPath());
-    app->state.b_Color_Lips = true;
-    app->state.f_Color_Lips_Transparency = 0.55f;
-    const EditingState before = app->state;
-    const FaceLandmarks landmarks = app->photo->facePointsRelativeToImageSize;
+    app->document().state.b_Color_Lips = true;
+    app->document().state.f_Color_Lips_Transparency = 0.55f;
+    const EditingState before = app->document().state;
+    const FaceLandmarks landmarks = app->document().photo()->facePointsRelativeToImageSize;
     QImage wall(300, 200, QImage::Format_RGB32);
     wall.fill(Qt::gray);
     const QString corrupt = files.filePath("corrupt.png");
@@ -83,18 +84,18 @@ TEST_F(OpenActionTest, RefusedPhotosLeaveTheOpenPhotoAndItsStateAsTheyWere)
         EXPECT_EQ(alert.message, "Error");
         EXPECT_EQ(alert.buttons, QStringList{"Close"});
     }
-    EXPECT_TRUE(app->b_Image_Loaded_OK);
-    EXPECT_EQ(app->photo->path, portraitPath());
-    EXPECT_EQ(app->photo->facePointsRelativeToImageSize, landmarks);
-    EXPECT_TRUE(app->state == before) << "a refused photo switches nothing off";
+    EXPECT_TRUE(app->b_Image_Loaded_OK());
+    EXPECT_EQ(app->document().photo()->path, portraitPath());
+    EXPECT_EQ(app->document().photo()->facePointsRelativeToImageSize, landmarks);
+    EXPECT_TRUE(app->document().state == before) << "a refused photo switches nothing off";
 }
 
 TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
 {
-    app->openGivenAtStart({"--some-option", portraitPath()});
-    EXPECT_FALSE(app->b_Image_Loaded_OK) << "once the window is up, not before";
-    ASSERT_TRUE(QTest::qWaitFor([&] { return app->b_Image_Loaded_OK; }, 5000));
-    EXPECT_EQ(app->photo->path, portraitPath());
+    app->files().openGivenAtStart({"--some-option", portraitPath()});
+    EXPECT_FALSE(app->b_Image_Loaded_OK()) << "once the window is up, not before";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return app->b_Image_Loaded_OK(); }, 5000));
+    EXPECT_EQ(app->document().photo()->path, portraitPath());
 
     const QString twoFaces = twoFacesPath();
     QMimeData dropped;
@@ -107,5 +108,5 @@ TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
 
     ASSERT_EQ(alerts.size(), 1u);
     EXPECT_EQ(alerts[0].informativeText, "More than one face was found on the picture.") << "the same refusal";
-    EXPECT_EQ(app->photo->path, portraitPath()) << "and the photo open before stays";
+    EXPECT_EQ(app->document().photo()->path, portraitPath()) << "and the photo open before stays";
 }

@@ -1,8 +1,8 @@
-#include "CompositorSteps.h"
+#include "EffectOrder.h"
 #include "TestPortrait.h"
 #include "StartedDelegate.h"
 #include "ColourWell.h"
-#include "EffectCatalogue.h"
+#include "EffectOrder.h"
 #include "EditHistory.h"
 #include "EffectPanel.h"
 #include "MainWindow.h"
@@ -34,7 +34,7 @@ namespace {
 
 class PanelsTest : public StartedDelegateTest {
 protected:
-    void withPhoto() { app->acceptPhoto(portrait()); }
+    void withPhoto() { app->document().accept(portrait()); }
 
     template <typename Panel>
     Panel* panel(QPointer<QWidget>& field)
@@ -72,11 +72,11 @@ TEST_F(PanelsTest, CategoryChangeEmptiesTheTableAtOnceAndFillsItAFifthOfASecondL
 TEST_F(PanelsTest, ABurstOfSliderStepsIsOneRedrawOfTheLastValue)
 {
     withPhoto();
-    app->state.b_Face_Skin_Smooth = true;
+    app->document().state.b_Face_Skin_Smooth = true;
     app->On_Face_Smooth_Skin();
-    auto* skin = panel<Window_Face_Skin_Smooth>(app->window_Face_Skin_Smooth());
+    auto* skin = panel<Window_Face_Skin_Smooth>(app->panels().panelOf(&EditingState::b_Face_Skin_Smooth));
     ASSERT_NE(skin, nullptr);
-    const Compositor& compositor = app->viewPreview()->compositor();
+    const Compositor& compositor = app->session().compositor();
     app->window()->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(app->window()));
     QCoreApplication::processEvents();
@@ -87,41 +87,41 @@ TEST_F(PanelsTest, ABurstOfSliderStepsIsOneRedrawOfTheLastValue)
         level->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     QCoreApplication::processEvents();
     EXPECT_EQ(compositor.passes() - shown, 1u) << "one redraw of the last value";
-    EXPECT_EQ(app->state.u_Face_Skin_Smooth_Level, 17u);
+    EXPECT_EQ(app->document().state.u_Face_Skin_Smooth_Level, 17u);
     Compositor fresh;
-    EXPECT_EQ(compositor.working(), fresh.compose(*app->photo, app->reshaping, app->state));
+    EXPECT_EQ(compositor.working(), fresh.compose(*app->document().photo(), app->document().reshaping, app->document().state));
 }
 
 TEST_F(PanelsTest, RepositionModesExcludeEachOther)
 {
     withPhoto();
-    app->state.b_Apply_Cheeks = app->state.b_Eyes_Darken = true;
+    app->document().state.b_Apply_Cheeks = app->document().state.b_Eyes_Darken = true;
     app->On_Face_Cheek();
     app->On_Eyes_Darken();
-    auto* cheek = panel<Window_Cheek>(app->window_Cheek());
-    auto* darken = panel<Window_Eyes_Darken>(app->window_Eyes_Darken());
+    auto* cheek = panel<Window_Cheek>(app->panels().panelOf(&EditingState::b_Apply_Cheeks));
+    auto* darken = panel<Window_Eyes_Darken>(app->panels().panelOf(&EditingState::b_Eyes_Darken));
     cheek->ui().checkActivateCheekReposition->click();
-    ASSERT_TRUE(app->state.b_Activated_Cheeks_Reposition);
+    ASSERT_TRUE(app->document().state.b_Activated_Cheeks_Reposition);
 
     darken->ui().checkActivateEyesDarkenReposition->click();
 
     EXPECT_TRUE(darken->ui().checkActivateEyesDarkenReposition->isChecked()) << "the box shows ticked";
-    EXPECT_FALSE(app->state.b_Activated_Darken_Eyes_Reposition) << "but the mode stays off";
+    EXPECT_FALSE(app->document().state.b_Activated_Darken_Eyes_Reposition) << "but the mode stays off";
 }
 
 TEST_F(PanelsTest, UntickingCheekApplyEndsRepositioningAndGreysTheColours)
 {
     withPhoto();
-    app->state.b_Apply_Cheeks = true;
+    app->document().state.b_Apply_Cheeks = true;
     app->On_Face_Cheek();
-    auto* cheek = panel<Window_Cheek>(app->window_Cheek());
+    auto* cheek = panel<Window_Cheek>(app->panels().panelOf(&EditingState::b_Apply_Cheeks));
     cheek->ui().checkActivateCheekReposition->click();
     EXPECT_FALSE(cheek->ui().color_1->isEnabled()) << "colours are off while repositioning";
 
     cheek->ui().checkApply->click();
 
-    EXPECT_FALSE(app->state.b_Apply_Cheeks);
-    EXPECT_FALSE(app->state.b_Activated_Cheeks_Reposition);
+    EXPECT_FALSE(app->document().state.b_Apply_Cheeks);
+    EXPECT_FALSE(app->document().state.b_Activated_Cheeks_Reposition);
     EXPECT_FALSE(cheek->ui().checkActivateCheekReposition->isChecked());
     EXPECT_FALSE(cheek->ui().checkActivateCheekReposition->isEnabled());
     EXPECT_FALSE(cheek->ui().color_2->isEnabled());
@@ -138,7 +138,7 @@ TEST_F(PanelsTest, EveryEffectSwitchHasItsRowItsStepAndSlidersOfItsOwnSettings)
     withPhoto();
     for (bool EditingState::*effectSwitch : switchesInCloseOrder()) {
         const std::string name = nameOfSwitch(effectSwitch);
-        const EffectEntry* effect = effectWithSwitch(effectSwitch);
+        const EffectInfo* effect = effectWithSwitch(effectSwitch);
         ASSERT_NE(effect, nullptr) << name << " has no catalogue row";
         EXPECT_TRUE(std::any_of(compositorSteps().begin(), compositorSteps().end(),
                                 [&](const CompositorStep& step) { return step.draws(effectSwitch); }))
@@ -154,7 +154,7 @@ TEST_F(PanelsTest, EveryEffectSwitchHasItsRowItsStepAndSlidersOfItsOwnSettings)
             }
         });
         app->openEffect(*effect);
-        const QWidget* panel = app->panelOf(*effect);
+        const QWidget* panel = app->panels().panelOf(*effect);
         ASSERT_NE(panel, nullptr) << name;
         for (const QSlider* slider : panel->findChildren<QSlider*>()) {
             const std::pair<int, int> ends(slider->minimum(), slider->maximum());
@@ -170,19 +170,19 @@ TEST_F(PanelsTest, PickButtonsArmThePickAndAFloatingPanelStepsAside)
 {
     withPhoto();
     app->window()->show();
-    app->state.b_Apply_Cheeks = true;
+    app->document().state.b_Apply_Cheeks = true;
     app->On_Face_Cheek();
-    auto* cheek = panel<Window_Cheek>(app->window_Cheek());
+    auto* cheek = panel<Window_Cheek>(app->panels().panelOf(&EditingState::b_Apply_Cheeks));
     cheek->ui().btn_Pick_Color_1_Right->click();
-    EXPECT_TRUE(app->state.b_Cheeks_Picking_Color);
-    EXPECT_EQ(app->state.i_Picking_Color_Index, 3);
+    EXPECT_TRUE(app->document().state.b_Cheeks_Picking_Color);
+    EXPECT_EQ(app->document().state.i_Picking_Color_Index, 3);
     EXPECT_TRUE(cheek->isVisible());
     auto* dock = qobject_cast<QDockWidget*>(cheek->parentWidget()->parentWidget()->parentWidget());
     ASSERT_NE(dock, nullptr);
     dock->setFloating(true);
     cheek->ui().btn_Pick_Color_1->click();
     EXPECT_FALSE(dock->isVisible());
-    app->state.color_Color_Cheeks_1_Right = {0.3f, 0.2f, 0.1f, 1};
+    app->document().state.color_Color_Cheeks_1_Right = {0.3f, 0.2f, 0.1f, 1};
     cheek->Update_Color_1_Right_From_Pick_Color();
     EXPECT_EQ(cheek->ui().color_1_Right->colour(), (RgbaColor{0.3f, 0.2f, 0.1f, 1}));
 }
@@ -190,13 +190,13 @@ TEST_F(PanelsTest, PickButtonsArmThePickAndAFloatingPanelStepsAside)
 TEST_F(PanelsTest, UnderEyeResetMakesTheRingsTheEyeOutlinesAgain)
 {
     withPhoto();
-    app->state.b_Eyes_Darken = true;
-    app->reshaping.array_Eye_Darken_Left_Points[2] = QPointF(1, 1);
+    app->document().state.b_Eyes_Darken = true;
+    app->document().reshaping.array_Eye_Darken_Left_Points[2] = QPointF(1, 1);
     app->On_Eyes_Darken();
-    panel<Window_Eyes_Darken>(app->window_Eyes_Darken())->ui().btnReset->click();
+    panel<Window_Eyes_Darken>(app->panels().panelOf(&EditingState::b_Eyes_Darken))->ui().btnReset->click();
 
-    const FaceRegions& r = app->photo->regions;
-    const Reshaping& rings = app->reshaping;
+    const FaceRegions& r = app->document().photo()->regions;
+    const Reshaping& rings = app->document().reshaping;
     EXPECT_EQ(rings.array_Eye_Darken_Left_Points, r.array_Eye_Left_Points);
     EXPECT_EQ(rings.array_Eye_Darken_Right_Points, r.array_Eye_Right_Points);
     const QPainterPath& path = rings.path_Eye_Darken_Left;
@@ -270,22 +270,22 @@ TEST_F(PanelsTest, ControlsRestWhileAMouseModeIsOnWhenOpenedAfterDefaultsAndAfte
                 for (const Moment moment : {Moment::Opened, Moment::AfterDefaults, Moment::AfterUndo}) {
                     SCOPED_TRACE(testing::Message() << p.name << ", effect " << effect << ", mode " << mode
                                                     << ", moment " << int(moment));
-                    app->state.*p.effect = effect;
-                    app->state.*p.mode = mode;
-                    app->history().startAt({app->state, app->reshaping});
+                    app->document().state.*p.effect = effect;
+                    app->document().state.*p.mode = mode;
+                    app->document().history().startAt({app->document().state, app->document().reshaping});
                     (app.get()->*p.open)();
-                    QWidget* panel = qobject_cast<QWidget*>(app->window_Cheek() ? app->window_Cheek().data()
-                                                                                 : app->window_Eyes_Darken().data());
+                    QWidget* panel = qobject_cast<QWidget*>(app->panels().panelOf(&EditingState::b_Apply_Cheeks) ? app->panels().panelOf(&EditingState::b_Apply_Cheeks).data()
+                                                                                 : app->panels().panelOf(&EditingState::b_Eyes_Darken).data());
                     ASSERT_NE(panel, nullptr);
                     if (moment == Moment::AfterDefaults)
                         panel->findChild<QPushButton*>("buttonDefaults")->click();
                     if (moment == Moment::AfterUndo) {
                         app->On_Mouth_Lips();
-                        app->window_Lips_Color()->findChild<QSlider*>("slider_Transparency")->setValue(63);
+                        app->panels().panelOf(&EditingState::b_Color_Lips)->findChild<QSlider*>("slider_Transparency")->setValue(63);
                         app->window()->ui().menuEdit->actions().at(0)->trigger();
                     }
                     const bool on = effect && mode;
-                    EXPECT_EQ(app->state.*p.mode, on);
+                    EXPECT_EQ(app->document().state.*p.mode, on);
                     const auto* box = panel->findChild<QCheckBox*>(p.modeBox);
                     EXPECT_EQ(box->isChecked(), on);
                     EXPECT_EQ(box->isEnabled(), effect);
@@ -300,16 +300,16 @@ TEST_F(PanelsTest, ControlsRestWhileAMouseModeIsOnWhenOpenedAfterDefaultsAndAfte
     // Undoing the Apply that the mode needed ends the mode too.
     for (const ModePanel& p : kModePanels) {
         SCOPED_TRACE(p.name);
-        app->state.b_Activated_Cheeks_Reposition = app->state.b_Activated_Darken_Eyes_Reposition = false;
-        app->state.*p.effect = false;
-        app->history().startAt({app->state, app->reshaping}); // the state set here is where undo stops
+        app->document().state.b_Activated_Cheeks_Reposition = app->document().state.b_Activated_Darken_Eyes_Reposition = false;
+        app->document().state.*p.effect = false;
+        app->document().history().startAt({app->document().state, app->document().reshaping}); // the state set here is where undo stops
         (app.get()->*p.open)();
-        QWidget* panel = app->window_Cheek() ? app->window_Cheek().data() : app->window_Eyes_Darken().data();
+        QWidget* panel = app->panels().panelOf(&EditingState::b_Apply_Cheeks) ? app->panels().panelOf(&EditingState::b_Apply_Cheeks).data() : app->panels().panelOf(&EditingState::b_Eyes_Darken).data();
         panel->findChild<QCheckBox*>("checkApply")->click();
         panel->findChild<QCheckBox*>(p.modeBox)->click();
-        ASSERT_TRUE(app->state.*p.mode);
+        ASSERT_TRUE(app->document().state.*p.mode);
         app->window()->ui().menuEdit->actions().at(0)->trigger();
-        EXPECT_FALSE(app->state.*p.effect || app->state.*p.mode);
+        EXPECT_FALSE(app->document().state.*p.effect || app->document().state.*p.mode);
         EXPECT_FALSE(panel->findChild<QCheckBox*>(p.modeBox)->isChecked());
         EXPECT_FALSE(panel->findChild<QCheckBox*>(p.modeBox)->isEnabled());
         EXPECT_FALSE(panel->findChild<QWidget*>(p.values.front())->isEnabled());

@@ -19,7 +19,7 @@ protected:
     {
         StartedDelegateTest::SetUp();
         alertAnswer = 1; // "Close"
-        app->chooseSavePath = [this](const QString& suggested) {
+        app->dialogs.chooseSavePath = [this](const QString& suggested) {
             suggestions << suggested;
             return nextSavePath;
         };
@@ -28,10 +28,10 @@ protected:
     void openPortrait()
     {
         open(portraitPath());
-        ASSERT_TRUE(app->b_Image_Loaded_OK);
+        ASSERT_TRUE(app->b_Image_Loaded_OK());
     }
 
-    QStringList workingFolderFiles() const { return QDir(app->saveRequest.s_Output_Folder).entryList(QDir::Files); }
+    QStringList workingFolderFiles() const { return QDir(app->saveAndShare().s_Output_Folder).entryList(QDir::Files); }
 
     QTemporaryDir chosenFolder;
     QStringList suggestions;
@@ -70,7 +70,7 @@ TEST_F(SaveShareTest, RenderThatFailedIsReportedInsteadOfASaveDialog)
 {
     openPortrait();
     // The working folder has been replaced by a plain file.
-    const QString folder = QDir::cleanPath(app->saveRequest.s_Output_Folder);
+    const QString folder = QDir::cleanPath(app->saveAndShare().s_Output_Folder);
     ASSERT_TRUE(QDir(folder).removeRecursively());
     QFile blocker(folder);
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
@@ -94,7 +94,7 @@ TEST_F(SaveShareTest, MoveThatFailedIsReportedAndThePictureStaysInTheWorkingFold
 
     EXPECT_EQ(alerts[0].message, "Error");
     EXPECT_TRUE(alerts[0].informativeText.contains(nextSavePath)) << alerts[0].informativeText.toStdString();
-    EXPECT_TRUE(alerts[0].informativeText.contains(app->saveRequest.s_Saved_Take_Picture));
+    EXPECT_TRUE(alerts[0].informativeText.contains(app->saveAndShare().s_Saved_Take_Picture));
     EXPECT_EQ(workingFolderFiles().size(), 1);
 }
 
@@ -107,7 +107,7 @@ TEST_F(SaveShareTest, DialogOfALeftoverSaveTimerCannotCostAFile)
     old.write("the user's other picture");
     old.close();
     QStringList answers{chosenFolder.filePath("mine.png"), kept};
-    app->chooseSavePath = [&](const QString&) { return answers.isEmpty() ? QString() : answers.takeFirst(); };
+    app->dialogs.chooseSavePath = [&](const QString&) { return answers.isEmpty() ? QString() : answers.takeFirst(); };
 
     app->OnToolbarSave();
     app->OnToolbarSave(); // the first timer is left running, as it always was

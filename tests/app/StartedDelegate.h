@@ -17,19 +17,19 @@ protected:
         app = std::make_unique<AppDelegate>(documents.path());
         app->settingsFile = documents.filePath("bellavenor.conf");
         app->presetsFolder = documents.filePath("presets");
-        app->showAlert = [this](const Alert& alert) {
+        app->dialogs.showAlert = [this](const Alert& alert) {
             alerts.push_back(alert);
             return alertAnswer;
         };
-        app->endProcess = [](int) {};
-        app->openWithDefaultApplication = [](const QUrl&) {};
+        app->dialogs.endProcess = [](int) {};
+        app->dialogs.openWithDefaultApplication = [](const QUrl&) {};
         ASSERT_TRUE(app->applicationDidFinishLaunching());
     }
 
     // Opens `path` through the Open action, the dialog answered with it.
     void open(const QString& path)
     {
-        app->chooseFileToOpen = [path](const QString&) { return path; };
+        app->dialogs.chooseFileToOpen = [path](const QString&) { return path; };
         app->OnToolbarOpen();
     }
 

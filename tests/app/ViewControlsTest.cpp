@@ -1,6 +1,7 @@
 #include "StartedDelegate.h"
+#include "FileActions.h"
 #include "EditingStateJson.h"
-#include "EffectCatalogue.h"
+#include "EffectOrder.h"
 #include "EffectPanel.h"
 #include "MainWindow.h"
 #include "RandomSettings.h"
@@ -30,7 +31,7 @@ protected:
     {
         StartedDelegateTest::SetUp();
         open(portraitPath());
-        ASSERT_TRUE(app->b_Image_Loaded_OK);
+        ASSERT_TRUE(app->b_Image_Loaded_OK());
         view = app->viewPreview();
         window = app->window();
     }
@@ -93,25 +94,25 @@ const CategoryRows kCategories[] = {
 TEST_F(ViewControlsTest, EachRowAndMenuEntryOpensItsOwnEffectAndRowsShowWhatIsOn)
 {
     const auto opens = [&](bool S::*expected, const std::function<void()>& trigger) {
-        for (const EffectEntry& effect : effectCatalogue())
-            if (app->panelOf(effect))
-                app->panelOf(effect)->close();
+        for (const EffectInfo& effect : effects())
+            if (app->panels().panelOf(effect))
+                app->panels().panelOf(effect)->close();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         trigger();
-        for (const EffectEntry& effect : effectCatalogue())
-            EXPECT_EQ(!app->panelOf(effect).isNull(), effect.effectSwitch == expected) << nameOfSwitch(effect.effectSwitch);
+        for (const EffectInfo& effect : effects())
+            EXPECT_EQ(!app->panels().panelOf(effect).isNull(), effect.effectSwitch == expected) << nameOfSwitch(effect.effectSwitch);
     };
     int k = 0;
     for (const CategoryRows& c : kCategories) {
         (window->ui().*c.toolbar)->trigger();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return app->array_Buttons.size() == qsizetype(c.rows.size()); }, 5000));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return app->categoryTable().array_Buttons.size() == qsizetype(c.rows.size()); }, 5000));
         for (size_t row = 0; row < c.rows.size(); ++row) {
             SCOPED_TRACE(nameOfSwitch(c.rows[row]));
-            app->state.*c.rows[row] = ++k % 2 == 0;
-            app->showEffectsOn();
-            EXPECT_EQ(app->array_Buttons[qsizetype(row)]->isChecked(), app->state.*c.rows[row]);
-            EXPECT_EQ(app->array_Buttons[qsizetype(row)]->icon().isNull(), !(app->state.*c.rows[row])) << "the tick";
-            opens(c.rows[row], [&] { app->array_Buttons[qsizetype(row)]->click(); });
+            app->document().state.*c.rows[row] = ++k % 2 == 0;
+            app->categoryTable().showEffectsOn();
+            EXPECT_EQ(app->categoryTable().array_Buttons[qsizetype(row)]->isChecked(), app->document().state.*c.rows[row]);
+            EXPECT_EQ(app->categoryTable().array_Buttons[qsizetype(row)]->icon().isNull(), !(app->document().state.*c.rows[row])) << "the tick";
+            opens(c.rows[row], [&] { app->categoryTable().array_Buttons[qsizetype(row)]->click(); });
         }
         const QList<QAction*> entries = (window->ui().*c.menu)->actions();
         ASSERT_EQ(entries.size(), qsizetype(c.menuEntries.size()));
@@ -122,30 +123,30 @@ TEST_F(ViewControlsTest, EachRowAndMenuEntryOpensItsOwnEffectAndRowsShowWhatIsOn
 
 TEST_F(ViewControlsTest, DefaultsRestoreThatEffectsSettingsOnlyAndRedraw)
 {
-    for (const EffectEntry& effect : effectCatalogue()) {
+    for (const EffectInfo& effect : effects()) {
         const std::string name = nameOfSwitch(effect.effectSwitch);
         SCOPED_TRACE(name);
-        app->state = randomSettings(7);
-        app->state.b_Remove_Wrinkles = false; // another effect's switch, off
-        app->state.*effect.effectSwitch = true;
-        const EditingState before = app->state;
+        EditingState before = randomSettings(7);
+        before.b_Remove_Wrinkles = false; // another effect's switch, off
+        before.*effect.effectSwitch = true;
+        app->document().replaceSettings(before, "random settings");
         app->openEffect(effect);
-        auto* panel = qobject_cast<EffectPanel*>(app->panelOf(effect).data());
+        auto* panel = qobject_cast<EffectPanel*>(app->panels().panelOf(effect).data());
         ASSERT_NE(panel, nullptr);
         auto* defaults = panel->findChild<QPushButton*>("buttonDefaults");
         ASSERT_NE(defaults, nullptr);
         EXPECT_EQ(defaults->text(), "Defaults");
         view->grab();
-        const auto passes = view->compositor().passes();
+        const auto passes = app->session().compositor().passes();
         defaults->click();
         view->grab();
 
-        const QJsonObject restored = toJson(app->state), original = toJson(before), starting = toJson({});
+        const QJsonObject restored = toJson(app->document().state), original = toJson(before), starting = toJson({});
         const std::set<QString> own = settingsOfEffect(name);
         for (const QString& field : restored.keys())
             EXPECT_EQ(restored[field], own.count(field) ? starting[field] : original[field]) << field.toStdString();
-        EXPECT_TRUE(app->state.*effect.effectSwitch) << "Apply stays";
-        EXPECT_EQ(view->compositor().passes(), passes + (own.empty() ? 0 : 1)) << "one redraw with the defaults";
+        EXPECT_TRUE(app->document().state.*effect.effectSwitch) << "Apply stays";
+        EXPECT_EQ(app->session().compositor().passes(), passes + (own.empty() ? 0 : 1)) << "one redraw with the defaults";
         std::vector<int> shown; // the sliders moved back too: as a panel opened now shows them
         for (const QSlider* slider : panel->findChildren<QSlider*>())
             shown.push_back(slider->value());
@@ -153,26 +154,26 @@ TEST_F(ViewControlsTest, DefaultsRestoreThatEffectsSettingsOnlyAndRedraw)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         app->openEffect(effect);
         std::vector<int> reopened;
-        for (const QSlider* slider : app->panelOf(effect)->findChildren<QSlider*>())
+        for (const QSlider* slider : app->panels().panelOf(effect)->findChildren<QSlider*>())
             reopened.push_back(slider->value());
         EXPECT_EQ(shown, reopened);
-        app->panelOf(effect)->close();
+        app->panels().panelOf(effect)->close();
         QCoreApplication::processEvents();
     }
 }
 
 TEST_F(ViewControlsTest, ExportedSettingsRenderedByTheCommandLineToolGiveTheWindowsPicture)
 {
-    app->state = randomSettings(8);
-    app->state.b_Cheeks_Picking_Color = true; // window-only: not exported
-    app->state.i_Picking_Color_Index = 2;
+    app->document().state = randomSettings(8);
+    app->document().state.b_Cheeks_Picking_Color = true; // window-only: not exported
+    app->document().state.i_Picking_Color_Index = 2;
     const QString settings = documents.filePath("tuned.json");
     QString suggested;
-    app->chooseSettingsPath = [&](const QString& path) {
+    app->dialogs.chooseSettingsPath = [&](const QString& path) {
         suggested = path;
         return settings;
     };
-    app->OnMenuExportSettings();
+    app->files().exportSettings();
     EXPECT_TRUE(suggested.endsWith("/bellavenor-settings.json"));
     ASSERT_TRUE(alerts.empty());
 
@@ -182,7 +183,7 @@ TEST_F(ViewControlsTest, ExportedSettingsRenderedByTheCommandLineToolGiveTheWind
     EXPECT_FALSE(json.contains("b_Cheeks_Picking_Color"));
     EXPECT_FALSE(json.contains("i_Picking_Color_Index"));
     EXPECT_FALSE(json.contains("b_Activated_Cheeks_Reposition"));
-    EXPECT_EQ(json.value("u_Face_Skin_Smooth_Radius").toDouble(), double(app->state.u_Face_Skin_Smooth_Radius));
+    EXPECT_EQ(json.value("u_Face_Skin_Smooth_Radius").toDouble(), double(app->document().state.u_Face_Skin_Smooth_Radius));
 
     const QString rendered = documents.filePath("batch.png");
     QProcess cli;
@@ -191,7 +192,7 @@ TEST_F(ViewControlsTest, ExportedSettingsRenderedByTheCommandLineToolGiveTheWind
     ASSERT_EQ(cli.exitCode(), 0) << cli.readAllStandardError().toStdString();
 
     view->grab();
-    QImage windowPicture = view->compositor().working().convertToFormat(QImage::Format_RGB32);
+    QImage windowPicture = app->session().compositor().working().convertToFormat(QImage::Format_RGB32);
     QImage batchPicture = QImage(rendered).convertToFormat(QImage::Format_RGB32);
     windowPicture.setColorSpace({});
     batchPicture.setColorSpace({});
@@ -201,8 +202,8 @@ TEST_F(ViewControlsTest, ExportedSettingsRenderedByTheCommandLineToolGiveTheWind
 TEST_F(ViewControlsTest, AnExportThatCannotBeWrittenSaysWhereAndWhy)
 {
     const QString blocked = documents.filePath("no-such-folder/settings.json");
-    app->chooseSettingsPath = [&](const QString&) { return blocked; };
-    app->OnMenuExportSettings();
+    app->dialogs.chooseSettingsPath = [&](const QString&) { return blocked; };
+    app->files().exportSettings();
     ASSERT_EQ(alerts.size(), 1u);
     EXPECT_EQ(alerts[0].message, "Error");
     EXPECT_TRUE(alerts[0].informativeText.contains(blocked)) << alerts[0].informativeText.toStdString();

@@ -1,6 +1,6 @@
 #include "Compositor.h"
 #include "TestPortrait.h"
-#include "CompositorSteps.h"
+#include "EffectOrder.h"
 #include "FastPaths.h"
 #include "ImageSpace.h"
 #include "OpenedPhoto.h"

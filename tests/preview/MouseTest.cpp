@@ -1,7 +1,7 @@
 #include "OpenedPhoto.h"
 #include "TestPortrait.h"
 #include "Reshaping.h"
-#include "View_Picture.h"
+#include "DocumentView.h"
 
 #include <QTest>
 
@@ -20,9 +20,7 @@ class MouseTest : public ::testing::TestWithParam<bool> {
 protected:
     void SetUp() override
     {
-        reshaping = Reshaping::of(photo.regions);
         view.resize(700, 600);
-        view.setSources(std::make_shared<const OpenedPhoto>(photo), &reshaping, &state, nullptr);
         view.onColourPicked = [this](int index) { picked.push_back(index); };
         if (GetParam()) {
             view.zoomToActualPixels();
@@ -30,7 +28,11 @@ protected:
         }
     }
 
-    void redraw() { view.grab(); } // composes, which places the handles
+    void redraw() // after the test set the state: composes, which places the handles
+    {
+        shows.changed();
+        view.grab();
+    }
 
     // The view position showing a photo point (pixels, y up); a fraction of
     // a view pixel where the scale asks for one, as a precise pointer gives.
@@ -67,9 +69,10 @@ protected:
     void drag(QPointF p, Qt::MouseButton held = Qt::LeftButton) { send(QEvent::MouseMove, p, Qt::NoButton, held); }
 
     const OpenedPhoto& photo = portrait();
-    Reshaping reshaping;
-    EditingState state;
-    View_Picture view;
+    DocumentView shows{photo};
+    View_Picture& view = shows.view;
+    EditingState& state = shows.state;
+    Reshaping& reshaping = shows.reshaping;
     std::vector<int> picked;
 };
 

@@ -95,7 +95,7 @@ TEST(PictureSaver, WriteOnAFullDiskFailsAndLeavesTheOldFileWhole)
     QString reason;
     {
         FullDiskAfter full(64 * 1024);
-        reason = writePng(noisyPicture(), path);
+        reason = writePicture(noisyPicture(), path, {}, {});
     }
     EXPECT_FALSE(reason.isEmpty());
     EXPECT_EQ(contentOf(path), "the user's old picture");

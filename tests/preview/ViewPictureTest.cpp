@@ -4,7 +4,7 @@
 #include "Picture.h"
 #include "PreviewGeometry.h"
 #include "Reshaping.h"
-#include "View_Picture.h"
+#include "DocumentView.h"
 
 #include <QColorSpace>
 #include <QTest>
@@ -20,11 +20,10 @@ class ViewTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        reshaping = Reshaping::of(photo.regions);
         state.b_Color_Lips = state.b_Face_Skin_Smooth = true;
         state.f_Color_Lips_Transparency = 1;
+        shows.changed();
         view.resize(700, 600);
-        view.setSources(std::make_shared<const OpenedPhoto>(photo), &reshaping, &state, nullptr);
     }
 
     QImage shown() { return opaque(view.grab().toImage()); }
@@ -47,9 +46,10 @@ protected:
     }
 
     const OpenedPhoto& photo = portrait();
-    Reshaping reshaping;
-    EditingState state;
-    View_Picture view;
+    DocumentView shows{photo};
+    View_Picture& view = shows.view;
+    EditingState& state = shows.state;
+    Reshaping& reshaping = shows.reshaping;
 };
 
 } // namespace
@@ -57,6 +57,7 @@ protected:
 TEST_F(ViewTest, MiddleDragAndLeftDragWithThePanKeyPanAndNeverMoveAHandle)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
+    shows.changed();
     view.zoomBy(3); // 2 ×: the photo is larger than the view
     view.grab();
     const Reshaping before = reshaping;
@@ -99,9 +100,10 @@ TEST_F(ViewTest, ADisplayP3PhotoIsShownAndPickedAsAColourManagedViewerShowsIt)
     tags.colourSpace = QColorSpace::DisplayP3;
     OpenResult opened = analysePhoto("p3", DecodedPhoto{values, QSizeF(values.size()), tags, {}, {}});
     ASSERT_EQ(opened.outcome, OpenResult::Opened) << opened.message.toStdString();
-    auto p3 = std::make_shared<const OpenedPhoto>(std::move(opened.photo));
+    shows.open(opened.photo);
     state = EditingState{};
-    view.setSources(p3, &reshaping, &state, nullptr);
+    shows.changed();
+    const OpenedPhoto* p3 = shows.document.photo().get();
     view.zoomToActualPixels();
 
     const QImage shown = shownInFrame(), expected = opaque(srgb);

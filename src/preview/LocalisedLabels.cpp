@@ -74,6 +74,14 @@ QStringList LocalisedLabels::all() const
     return texts;
 }
 
+QString LocalisedLabels::text(const char* key) const
+{
+    for (const LabelEntry& entry : kLabelTable)
+        if (qstrcmp(entry.key, key) == 0)
+            return this->*entry.field;
+    return QCoreApplication::translate("Effects", key);
+}
+
 void LocalisedLabels::installTranslator(QObject* owner, const QLocale& locale)
 {
     auto* translator = new QTranslator(owner);

@@ -56,6 +56,10 @@ struct LocalisedLabels {
     // All 39 texts, in table order.
     QStringList all() const;
 
+    // The text of a label key ("IDD_LEVEL"); a key that is no "IDD_" key is
+    // an effect's own text, translated in the "Effects" context.
+    QString text(const char* key) const;
+
     // Installs the program's translation for `locale` (the system's language
     // unless said), falling back to English, which always ships, and Qt's
     // own translation for its dialogs. Call before load().

@@ -1,5 +1,9 @@
 #include "Reshaping.h"
 
+#include "SinglePrecision.h"
+
+#include <algorithm>
+
 Reshaping Reshaping::of(const FaceRegions& r)
 {
     return {r.rect_Cheek_Left_Area_To_Paint, r.rect_Cheek_Right_Area_To_Paint, r.array_Eye_Darken_Left_Points,
@@ -12,4 +16,15 @@ void Reshaping::resetUnderEyeRings(const FaceRegions& regions, double imageHeigh
     array_Eye_Darken_Right_Points = regions.array_Eye_Right_Points;
     path_Eye_Darken_Left = outlineThrough(array_Eye_Darken_Left_Points, imageHeight);
     path_Eye_Darken_Right = outlineThrough(array_Eye_Darken_Right_Points, imageHeight);
+}
+
+QPointF percentOf(QPointF imagePoint, QSizeF imgSize)
+{
+    return singlePoint(imagePoint.x() * 100 / imgSize.width(), imagePoint.y() * 100 / imgSize.height());
+}
+
+QRectF handleSquare(QPointF centre, QSizeF imgSize)
+{
+    const double s = std::max(imgSize.width(), imgSize.height()) / 300;
+    return {centre.x() - s, centre.y() - s, 2 * s, 2 * s};
 }

@@ -1,0 +1,109 @@
+#include "FileActions.h"
+
+#include "EditingStateJson.h"
+#include "MainWindow.h"
+#include "PresetsMenu.h"
+#include "RecentPhotos.h"
+#include "ui_MainWindow.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QStandardPaths>
+#include <QStatusBar>
+#include <QTimer>
+
+FileActions::FileActions(Document& document, Dialogs& dialogs, MainWindow& window, QSettings& settings,
+                         const QString& presetsFolder)
+    : document_(document)
+    , dialogs_(dialogs)
+    , window_(window)
+{
+    const Ui::MainWindow& ui = window.ui();
+    recent_ = new RecentPhotos(settings, ui.menuOpenRecent, [this](const QString& path) { openPhoto(path); });
+    presets_ = new PresetsMenu(ui.menuPresets, presetsFolder,
+                               {[this] { return dialogs_.askPresetName(); },
+                                [this](const QString& path) {
+                                    QString error;
+                                    if (!writeSettingsFile(path, document_.state, error))
+                                        refuse(error);
+                                    return error.isEmpty();
+                                },
+                                [this](const QString& path, const QString& step) { applySettingsFile(path, step); },
+                                [this](const QString& message) { refuse(message); }});
+}
+
+void FileActions::refuse(const QString& message)
+{
+    dialogs_.showAlert({"Error", message, {"Close"}});
+}
+
+void FileActions::openChosen()
+{
+    const QString path = dialogs_.chooseFileToOpen(openDialogFolder());
+    if (!path.isEmpty())
+        openPhoto(path);
+}
+
+void FileActions::openGivenAtStart(const QStringList& arguments)
+{
+    for (const QString& argument : arguments)
+        if (!argument.startsWith('-')) {
+            QTimer::singleShot(0, this, [this, argument] { openPhoto(argument); });
+            return;
+        }
+}
+
+void FileActions::openPhoto(const QString& path)
+{
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    OpenResult opened = openAndAnalyse(path);
+    QGuiApplication::restoreOverrideCursor();
+    if (opened.outcome != OpenResult::Opened) {
+        refuse(opened.message);
+        return;
+    }
+    lastOpenFolder_ = QFileInfo(path).absolutePath();
+    recent_->add(path);
+    document_.accept(std::move(opened.photo));
+}
+
+// The open dialog starts in the last photo's folder, else in the pictures
+// folder where there is one, else at home.
+QString FileActions::openDialogFolder() const
+{
+    if (!lastOpenFolder_.isEmpty())
+        return lastOpenFolder_;
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return QFileInfo(pictures).isDir() ? pictures : QDir::homePath();
+}
+
+void FileActions::exportSettings()
+{
+    const QString folder = lastOpenFolder_.isEmpty() ? QDir::homePath() : lastOpenFolder_;
+    const QString path = dialogs_.chooseSettingsPath(QDir(folder).filePath("bellavenor-settings.json"));
+    if (path.isEmpty())
+        return;
+    if (QString error; !writeSettingsFile(path, document_.state, error)) {
+        refuse(error);
+        return;
+    }
+    window_.statusBar()->showMessage(tr("Settings exported to %1").arg(QDir::toNativeSeparators(path)), 5000);
+}
+
+void FileActions::openSettings()
+{
+    const QString path = dialogs_.chooseSettingsToOpen(lastOpenFolder_.isEmpty() ? QDir::homePath() : lastOpenFolder_);
+    if (!path.isEmpty())
+        applySettingsFile(path, tr("Open Settings"));
+}
+
+void FileActions::applySettingsFile(const QString& path, const QString& step)
+{
+    EditingState read;
+    if (QString error; !readSettingsFile(path, read, error)) {
+        refuse(error);
+        return;
+    }
+    document_.replaceSettings(read, step);
+}

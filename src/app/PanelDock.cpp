@@ -1,0 +1,87 @@
+#include "PanelDock.h"
+
+#include "PanelFactory.h"
+
+#include <QDockWidget>
+#include <QMainWindow>
+#include <QScrollArea>
+#include <QScrollBar>
+
+PanelDock::PanelDock(QMainWindow* window, PanelContext& context)
+    : window_(window)
+    , context_(context)
+    , panels_(effects().size())
+{
+}
+
+QPointer<QWidget>& PanelDock::panelOf(const EffectInfo& effect)
+{
+    return panels_[std::size_t(&effect - effects().data())];
+}
+
+QPointer<QWidget>& PanelDock::panelOf(bool EditingState::*effectSwitch)
+{
+    return panelOf(*effectWithSwitch(effectSwitch));
+}
+
+void PanelDock::open(const EffectInfo& effect)
+{
+    QPointer<QWidget>& panel = panelOf(effect);
+    if (!panel) {
+        EffectPanel* made = makePanel(effect, context_); // deletes itself when closed, which empties the reference
+        made->offerDefaults();
+        panel = made;
+        dockFor(made, effect);
+    }
+    panel->show();
+    QWidget* dock = panel->parentWidget();
+    while (dock && !qobject_cast<QDockWidget*>(dock))
+        dock = dock->parentWidget();
+    if (dock) {
+        dock->show();
+        dock->raise(); // a panel tabbed behind another comes to the front
+    }
+    // The keyboard goes to the panel just opened: its first control.
+    for (QWidget* control : panel->findChildren<QWidget*>())
+        if ((control->focusPolicy() & Qt::TabFocus) && control->isEnabled()) {
+            control->setFocus(Qt::OtherFocusReason);
+            break;
+        }
+}
+
+// A panel taller than its share of the column scrolls.
+QDockWidget* PanelDock::dockFor(EffectPanel* panel, const EffectInfo& effect)
+{
+    auto* dock = new QDockWidget(panel->windowTitle(), window_);
+    dock->setObjectName(QString("panel-") + nameOfSwitch(effect.effectSwitch));
+    dock->setAttribute(Qt::WA_DeleteOnClose);
+    dock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setWidget(panel);
+    scroll->setMinimumWidth(panel->minimumSizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
+    scroll->setMaximumHeight(panel->sizeHint().height()); // no taller than the panel: the rest stays free
+    dock->setWidget(scroll);
+    connect(panel, &QObject::destroyed, dock, &QWidget::close); // closing the panel closes its dock
+    if (!window_->restoreDockWidget(dock))
+        window_->addDockWidget(Qt::RightDockWidgetArea, dock, Qt::Vertical);
+    return dock;
+}
+
+void PanelDock::showState(bool writingSlidersToo)
+{
+    for (const QPointer<QWidget>& panel : panels_)
+        if (auto* effectPanel = qobject_cast<EffectPanel*>(panel.data()))
+            effectPanel->showState(writingSlidersToo);
+}
+
+void PanelDock::closeAll()
+{
+    for (QPointer<QWidget>& panel : panels_)
+        if (panel) {
+            panel->close();
+            panel = nullptr;
+        }
+}

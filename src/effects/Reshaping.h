@@ -1,0 +1,55 @@
+#pragma once
+
+#include "FaceRegions.h"
+
+#include <QPainterPath>
+#include <QRectF>
+
+#include <array>
+
+// What the user reshaped with the mouse on the open photo: the two cheek
+// paint areas and the two under-eye rings. They start as the photo's own
+// regions, and every new photo starts them afresh; the photo itself is
+// never changed after it was opened.
+struct Reshaping {
+    // Image space (y up), as the regions' rectangles.
+    QRectF rect_Cheek_Left_Area_To_Paint;
+    QRectF rect_Cheek_Right_Area_To_Paint;
+    // Six points each, photo pixels with y from the top.
+    PointList array_Eye_Darken_Left_Points;
+    PointList array_Eye_Darken_Right_Points;
+    // The rings' outlines as the under-eye panel's Reset draws them. The
+    // compositor draws the rings from the points, so frames do not carry
+    // these along; they are the rings' outlines the program names.
+    QPainterPath path_Eye_Darken_Left;
+    QPainterPath path_Eye_Darken_Right;
+
+    // As the photo's regions have them.
+    static Reshaping of(const FaceRegions& regions);
+
+    // The under-eye rings become the eye outlines again, with their closed
+    // outlines in image space.
+    void resetUnderEyeRings(const FaceRegions& regions, double imageHeight);
+
+    bool operator==(const Reshaping&) const = default;
+};
+
+// The handles the mouse aims at while a mode is on, and that the
+// compositor draws: percent of the photo (image space, y up) and the small
+// squares in photo pixels. Empty for a mode that is off.
+struct Handles {
+    // Cheek paint areas' corners, in the order left-bottom, right-bottom,
+    // left-top, right-top (pointPercenteLBLeft, …RBLeft, …LTLeft, …RTLeft).
+    std::array<QPointF, 4> pointPercenteLeft, pointPercenteRight;
+    std::array<QRectF, 4> rectPointLeft, rectPointRight;
+    // The six under-eye points of each side (pointPercente1Left … 6Left).
+    std::array<QPointF, 6> pointPercenteEyeLeft, pointPercenteEyeRight;
+    std::array<QRectF, 6> rectPointEyeLeft, rectPointEyeRight;
+};
+
+// An image-space point in percent of the photo, in single precision.
+QPointF percentOf(QPointF imagePoint, QSizeF imgSize);
+
+// A handle: the small square centred on an image-space point, with half a
+// side of a three-hundredth of the photo's larger side.
+QRectF handleSquare(QPointF centre, QSizeF imgSize);

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+// What a change of the edit was, said by whoever made it: one field of the
+// settings list (by its name), the areas the mouse reshaped, or the whole
+// edit at once (Defaults, a settings file, a preset, an undone step). The
+// preview recomposes from it and the Edit menu names its step after it.
+struct Change {
+    enum Kind { Field, Reshaping, Whole };
+    Kind kind = Whole;
+    const char* field = nullptr; // a Field's name in the settings list
+    QString step;                // the step's name where it is not the field's own
+
+    static Change of(const char* field) { return {Field, field, {}}; }
+    static Change reshaped(const QString& step) { return {Reshaping, nullptr, step}; }
+    static Change whole(const QString& step) { return {Whole, nullptr, step}; }
+};

@@ -1,0 +1,66 @@
+#include "RetouchedFile.h"
+
+#include "DLibWrapper.h"
+#include "OpenedPhoto.h"
+#include "PhotoDecoder.h"
+
+namespace {
+
+void lapAt(const StageLap& lap, const char* stage)
+{
+    if (lap)
+        lap(stage);
+}
+
+} // namespace
+
+WriteFailure writeRetouched(Compositor& compositor, const OpenedPhoto& photo, const Reshaping& reshaping,
+                            const EditingState& state, const QString& path, const PictureEncoding& encoding,
+                            QStringList* warnings, const StageLap& lap)
+{
+    WriteFailure failure;
+    const QImage* picture = compositor.tryCompose(photo, reshaping, state, failure.composing);
+    lapAt(lap, "compose");
+    if (picture)
+        failure.writing = writePicture(*picture, path, encoding, photo.metadata, warnings);
+    lapAt(lap, "encode");
+    return failure;
+}
+
+RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, const QString& output,
+                              const PictureEncoding& encoding, const StageLap& lap)
+{
+    const auto stage = [&](const char* name) { lapAt(lap, name); };
+    RenderOutcome outcome;
+    DLibWrapper::startReadingModel(); // while the photo is decoded
+    DecodedPhoto decoded = decodePhoto(photo);
+    stage("decode");
+    outcome.warnings = decoded.warnings;
+    if (!decoded.ok()) {
+        outcome.message = decoded.error;
+        outcome.tooLarge = decoded.error.contains("megapixels");
+        return outcome;
+    }
+    const OpenResult opened = analysePhoto(photo, std::move(decoded));
+    stage("analyse");
+    if (opened.outcome != OpenResult::Opened) {
+        outcome.result = opened.outcome == OpenResult::NoFace         ? RenderOutcome::NoFace
+                         : opened.outcome == OpenResult::SeveralFaces ? RenderOutcome::SeveralFaces
+                                                                      : RenderOutcome::Unreadable;
+        outcome.message = opened.message;
+        return outcome;
+    }
+    Compositor compositor;
+    const WriteFailure failure = writeRetouched(compositor, opened.photo, Reshaping::of(opened.photo.regions), state,
+                                                output, encoding, &outcome.warnings, lap);
+    if (!failure.composing.isEmpty()) {
+        outcome.result = RenderOutcome::NotRendered;
+        outcome.message = QString("The picture could not be rendered: %1.").arg(failure.composing);
+    } else if (!failure.writing.isEmpty()) {
+        outcome.result = RenderOutcome::NotWritten;
+        outcome.message = QString("The picture could not be written to \"%1\": %2.").arg(output, failure.writing);
+    } else {
+        outcome.result = RenderOutcome::Written;
+    }
+    return outcome;
+}
