@@ -10,10 +10,10 @@ ViewCircleCenter::ViewCircleCenter(QWidget* parent)
 {
 }
 
-void ViewCircleCenter::setState(EditingState* state, std::function<void()> redrawPreview)
+void ViewCircleCenter::setState(EditingState* state, std::function<void()> changed)
 {
     state_ = state;
-    redrawPreview_ = std::move(redrawPreview);
+    changed_ = std::move(changed);
     update();
 }
 
@@ -42,6 +42,6 @@ void ViewCircleCenter::mousePressEvent(QMouseEvent* event)
         return;
     centre() = QPointF(mouseDownPos.x() * 100 / width(), mouseDownPos.y() * 100 / height());
     update();
-    if (redrawPreview_)
-        redrawPreview_();
+    if (changed_)
+        changed_();
 }

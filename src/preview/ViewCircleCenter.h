@@ -28,5 +28,5 @@ private:
     QPointF& centre() const;
 
     EditingState* state_ = nullptr;
-    std::function<void()> redrawPreview_;
+    std::function<void()> changed_;
 };
