@@ -73,7 +73,7 @@ QString SaveAndShare::moveToChosen(const QString& chosen)
     if (renderedRevision_ == document_.revision() && renderedPhoto_ == document_.photo()) {
         written = session_.writeFull(chosen, {*format});
     } else {
-        Compositor compositor;
+        Compositor compositor(Compositor::Once);
         written = writeRetouched(compositor, *renderedPhoto_, rendered_.reshaping, rendered_.state, chosen, {*format});
     }
     if (written.any())

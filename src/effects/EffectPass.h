@@ -59,6 +59,9 @@ struct EffectPass {
     // Photo pixels per pixel of `working`: above 1 when a shrunk copy of the
     // photo is composed, whose blurs and lines shrink with it.
     double pixelScale = 1;
+    // Whether what a step makes is kept for the next picture; a picture
+    // composed once, for a file, keeps no whole-picture copies.
+    bool keeps = true;
 
     float scaled(float photoPixels) const { return float(photoPixels / pixelScale); }
     double height() const { return photo.imgSize.height(); }

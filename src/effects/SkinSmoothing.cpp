@@ -39,9 +39,9 @@ QImage opaquePhoto(EffectPass& pass, Memos& memos)
 }
 
 // The smoothed photo into `base`, and into the working picture in the same
-// pass.
+// pass when `alsoWorking`.
 void makeSmoothedBase(EffectPass& pass, const SkinSmoothing::Settings& s, Memos& memos, const QImage& under,
-                      QImage& base)
+                      QImage& base, bool alsoWorking = true)
 {
     const OpenedPhoto& photo = pass.photo;
     const qint64 faceKey = pass.photoKey(); // the holes are made from it
@@ -57,7 +57,7 @@ void makeSmoothedBase(EffectPass& pass, const SkinSmoothing::Settings& s, Memos&
                                          [&](cv::Mat& m) { skinMask(planes, settings.radius, m); });
     ensurePicture(base, under.size());
     smoothSkin(face, mask, planes, settings.amount, settings.sharpness, defaultSkinToneTexture(), memos.scratch,
-               &under, base, &pass.working, float(pass.pixelScale));
+               &under, base, alsoWorking ? &pass.working : nullptr, float(pass.pixelScale));
 }
 
 // The base into the working picture: where the working picture already
@@ -89,6 +89,11 @@ void copyBase(const QImage& base, EffectPass& pass)
 void SkinSmoothing::startFromPhoto(EffectPass& pass, const Settings& s, Memos& memos)
 {
     const QImage under = opaquePhoto(pass, memos);
+    if (s.b_Face_Skin_Smooth && !pass.keeps) { // straight into the working picture: no base kept
+        makeSmoothedBase(pass, s, memos, under, pass.working, false);
+        pass.record = {};
+        return;
+    }
     if (!s.b_Face_Skin_Smooth) {
         memos.smoothedBase.clear();
         copyBase(under, pass);

@@ -57,7 +57,7 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
     ++passes_;
     handles_ = handlesOf(reshaping, state, photo.imgSize);
     const EditingState painted = inPhotoSpace(state, photo.metadata);
-    CompositorPass pass{{working_, record_, photo, reshaping, handles_, photoPixelsPerPixel}, painted, memos_};
+    CompositorPass pass{{working_, record_, photo, reshaping, handles_, photoPixelsPerPixel, keeps_}, painted, memos_};
     for (const CompositorStep& step : steps)
         if (step.runs(painted))
             step.paint(pass);
@@ -74,6 +74,6 @@ const QImage* Compositor::tryCompose(const OpenedPhoto& photo, const Reshaping& 
     } catch (const std::exception& error) {
         failure = QString::fromLocal8Bit(error.what());
     }
-    *this = Compositor();
+    *this = Compositor(keeps_ ? Again : Once);
     return nullptr;
 }

@@ -39,6 +39,14 @@ Handles handlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF 
 // call gives exactly what a fresh compositor would.
 class Compositor {
 public:
+    // A compositor of one picture (a file) keeps no whole-picture copies
+    // for a next one.
+    enum Use { Again, Once };
+    explicit Compositor(Use use = Again)
+        : keeps_(use == Again)
+    {
+    }
+
     // The working picture; valid until the next call. Null without a photo.
     // Throws std::bad_alloc or cv::Exception when the memory runs out.
     // `photoPixelsPerPixel` above 1 composes a shrunk copy of the photo
@@ -64,6 +72,7 @@ public:
     std::uint64_t passes() const { return passes_; }
 
 private:
+    bool keeps_;
     QImage working_;
     std::uint64_t passes_ = 0;
     WorkingRecord record_;

@@ -50,7 +50,7 @@ RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, c
         outcome.message = opened.message;
         return outcome;
     }
-    Compositor compositor;
+    Compositor compositor(Compositor::Once);
     const WriteFailure failure = writeRetouched(compositor, opened.photo, Reshaping::of(opened.photo.regions), state,
                                                 output, encoding, &outcome.warnings, lap);
     if (!failure.composing.isEmpty()) {
