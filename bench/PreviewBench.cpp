@@ -78,15 +78,18 @@ struct Changed {
     void operator()(const char*, float& v) { v = v >= 0.5f ? v * 0.5f : v + 0.25f; }
     void operator()(const char*, RgbaColor& v) { v = {v.g, v.b, v.r * 0.5f + 0.2f, v.a}; }
     void operator()(const char*, QPointF& v) { v = QPointF(100 - v.x(), 50); }
+    void operator()(const char*, PointList& v) { v = v.isEmpty() ? PointList{{38, 58}} : PointList{}; }
 };
 
-// One compose after one field changed, all nine effects on: the redraw a
-// slider step, a colour or an Apply box asks for. The field goes back and
-// forth between two values.
+// One compose after one field changed, all nine effects on and the field's
+// own effect: the redraw a slider step, a colour or an Apply box asks for.
+// The field goes back and forth between two values.
 void composeAfterChanges(benchmark::State& state, const OpenedPhoto& photo, const Reshaping& reshaping,
                          const char* field, double photoPixelsPerPixel = 1)
 {
-    const EditingState before = everyEffectOn();
+    EditingState before = everyEffectOn();
+    if (const SettingRange* range = settingRange(field); range && range->effect)
+        before.*range->effect = true;
     EditingState after = before;
     after.forEachField([&](const char* name, auto& value) {
         if (qstrcmp(name, field) == 0)

@@ -11,8 +11,8 @@ packages=(
   # Qt 6: widgets, interface files, translations, image formats, headless platform
   qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
   qt6-image-formats-plugins qt6-qpa-plugins qt6-svg-dev qt6-translations-l10n fonts-dejavu-core
-  # pixel filters, face detection and its 68-landmark model, date formatting
-  libopencv-core-dev libopencv-imgproc-dev libdlib-dev libdlib-data libicu-dev
+  # pixel filters, inpainting, face detection and its 68-landmark model, date formatting
+  libopencv-core-dev libopencv-imgproc-dev libopencv-photo-dev libdlib-dev libdlib-data libicu-dev
   # HEIF/HEIC and AVIF photos, EXIF/XMP/IPTC metadata
   libheif-dev libexiv2-dev
   # desktop checks and scripted runs under a virtual display with a window

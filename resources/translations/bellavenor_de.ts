@@ -307,6 +307,33 @@
         <source>Change Settings</source>
         <translation>Einstellungen ändern</translation>
     </message>
+    <message>
+        <source>Heal Spot</source>
+        <translation>Fleck heilen</translation>
+    </message>
+    <message>
+        <source>Keep Spot</source>
+        <translation>Fleck behalten</translation>
+    </message>
+</context>
+<context>
+    <name>Effects</name>
+    <message>
+        <source>Heal Blemishes</source>
+        <translation>Hautunreinheiten entfernen</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Strength</source>
+        <translation>Stärke</translation>
+    </message>
+    <message>
+        <source>Edit spots</source>
+        <translation>Flecken bearbeiten</translation>
+    </message>
 </context>
 <context>
     <name>FileActions</name>

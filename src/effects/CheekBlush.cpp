@@ -19,7 +19,6 @@ const PanelDescription& CheekBlush::panel()
           .field = "b_Activated_Cheeks_Reposition",
           .control = "checkActivateCheekReposition",
           .label = {"IDD_EDIT_SIZE_POSITION"},
-          .excludes = "b_Activated_Darken_Eyes_Reposition",
           .rests = {"btn_Pick_Color_1", "color_1", "btn_Pick_Color_1_Right", "color_1_Right", "btn_Pick_Color_2",
                     "color_2", "slider_Transparency"}},
          {ControlKind::Colour, "color_Color_Cheeks_1", "color_1", {"IDD_LEFT", "IDD_EDIT_COLOR_AROUND"}, "label_Color_1"},

@@ -53,7 +53,9 @@ struct WorkingRecord {
 struct EffectPass {
     QImage& working;
     WorkingRecord& record;
-    const OpenedPhoto& photo;
+    // The photo the steps read: the opened one, or a step's version of it
+    // that the steps after it read instead (healed blemishes).
+    const OpenedPhoto* photo;
     const Reshaping& reshaping;
     const Handles& handles;
     // Photo pixels per pixel of `working`: above 1 when a shrunk copy of the
@@ -64,9 +66,9 @@ struct EffectPass {
     bool keeps = true;
 
     float scaled(float photoPixels) const { return float(photoPixels / pixelScale); }
-    double height() const { return photo.imgSize.height(); }
+    double height() const { return photo->imgSize.height(); }
     // What a picture prepared from the photo is kept under.
-    qint64 photoKey() const { return photo.img_Basic.cacheKey(); }
+    qint64 photoKey() const { return photo->img_Basic.cacheKey(); }
 };
 
 // A colour with the alpha a setting gives it.

@@ -19,7 +19,7 @@ namespace {
 
 const EyeColour::Eyes& eyesOf(EffectPass& pass, EyeColour::Memos& memos)
 {
-    const OpenedPhoto& photo = pass.photo;
+    const OpenedPhoto& photo = *pass.photo;
     const FaceRegions& r = photo.regions;
     return memos.eyes.get(pass.photoKey(), [&](EyeColour::Eyes& eyes) {
         eyes.left = RegionImages::eye(photo.img_Basic, photo.imgSize, r.path_Inside_Eye_Left, r.rect_Eye_Left);
@@ -43,7 +43,7 @@ QImage eyeWithBrightPartsRestored(const QImage& working, const RegionImages::Eye
 
 void EyeColour::paintColour(EffectPass& pass, const Settings& s, Memos& memos)
 {
-    const FaceRegions& r = pass.photo.regions;
+    const FaceRegions& r = pass.photo->regions;
     const Eyes& eyes = eyesOf(pass, memos);
     ImagePainter p(pass);
     p.drawInto(r.rect_Eye_Left, eyes.left.blackWhite);
@@ -56,7 +56,7 @@ void EyeColour::paintColour(EffectPass& pass, const Settings& s, Memos& memos)
 void EyeColour::finish(EffectPass& pass, const Settings&, Memos& memos)
 {
     const double height = pass.height();
-    const FaceRegions& r = pass.photo.regions;
+    const FaceRegions& r = pass.photo->regions;
     const Eyes& eyes = eyesOf(pass, memos);
     const QImage left = eyeWithBrightPartsRestored(pass.working, eyes.left, r.rect_Eye_Left, height);
     const QImage right = eyeWithBrightPartsRestored(pass.working, eyes.right, r.rect_Eye_Right, height);

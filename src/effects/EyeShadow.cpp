@@ -16,8 +16,8 @@ const PanelDescription& EyeShadow::panel()
 
 void EyeShadow::paint(EffectPass& pass, const Settings& s)
 {
-    const QPainterPath left = flipped(pass.photo.regions.path_Eye_Lid_Left, pass.height());
-    const QPainterPath right = flipped(pass.photo.regions.path_Eye_Lid_Right, pass.height());
+    const QPainterPath left = flipped(pass.photo->regions.path_Eye_Lid_Left, pass.height());
+    const QPainterPath right = flipped(pass.photo->regions.path_Eye_Lid_Right, pass.height());
     const QColor colour = colourOf(s.color_Eyeshadow, s.f_Color_Eyeshadow_Transparency);
     blurredLayerOver(pass, left.boundingRect() | right.boundingRect(), pass.scaled(s.f_Eyeshadow_Blur_Level), 0,
                      [&](QPainter& layer) {

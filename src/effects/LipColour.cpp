@@ -15,7 +15,7 @@ const PanelDescription& LipColour::panel()
 
 void LipColour::paintMask(EffectPass& pass, const Settings&, Memos& memos)
 {
-    const OpenedPhoto& photo = pass.photo;
+    const OpenedPhoto& photo = *pass.photo;
     const QImage& grey = memos.greyLips.get(pass.photoKey(), [&](QImage& made) {
         made = RegionImages::lipsBlackWhite(photo.img_Basic, photo.imgSize, photo.regions);
     });
@@ -24,6 +24,6 @@ void LipColour::paintMask(EffectPass& pass, const Settings&, Memos& memos)
 
 void LipColour::paintColour(EffectPass& pass, const Settings& s)
 {
-    ImagePainter(pass).fillImagePath(pass.photo.regions.path_Lips,
+    ImagePainter(pass).fillImagePath(pass.photo->regions.path_Lips,
                                      colourOf(s.color_Color_Lips, s.f_Color_Lips_Transparency));
 }

@@ -10,7 +10,8 @@
 // from the list in its order.
 enum class ControlKind {
     Apply,  // the effect's switch
-    Mode,   // a mode of the mouse in the preview; it needs the effect on
+    Mode,   // a mode of the mouse in the preview; it needs the effect on, and
+            // one effect's mode at a time: the mouse means one thing
     Slider, // a number, its range and scale from the settings list
     Colour, // a colour well
 };
@@ -26,9 +27,7 @@ struct PanelControl {
     // A slider that keeps its own position when the panel opens and only
     // writes; Defaults, undo and settings files still move it.
     bool writesOnly = false;
-    // A mode that cannot start while this other mode is on (the box may
-    // tick, the mode stays off), and the controls that rest while it is on.
-    const char* excludes = nullptr;
+    // The controls that rest while a mode is on.
     std::vector<const char*> rests = {};
 };
 

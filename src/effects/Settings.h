@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FaceLandmarks.h"
+
 #include <QPointF>
 #include <QtGui/qrgbafloat.h>
 
@@ -12,6 +14,10 @@ using RgbaColor = QRgbaFloat32;
 inline constexpr RgbaColor kBlue{0, 0, 1, 1};
 inline constexpr RgbaColor kOrange{1, 0.5f, 0, 1};
 inline constexpr RgbaColor kMagenta{1, 0, 1, 1};
+
+// A setting that is a list of points (spots clicked on a photo) holds at
+// most this many; a settings file with more is refused.
+inline constexpr qsizetype kLongestPointList = 10000;
 
 // How a panel's slider position maps to its setting: the value itself,
 // hundredths of it (position 20 is 0.2), or no slider at all.

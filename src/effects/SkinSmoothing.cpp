@@ -26,7 +26,7 @@ using Memos = SkinSmoothing::Memos;
 // The photo over opaque black: the photo itself when it is opaque.
 QImage opaquePhoto(EffectPass& pass, Memos& memos)
 {
-    const QImage& photo = pass.photo.img_Basic;
+    const QImage& photo = pass.photo->img_Basic;
     const QImage& blackened = memos.photoOverBlack.get(photo.cacheKey(), [&](QImage& picture) {
         picture = QImage();
         if (isOpaque(photo))
@@ -43,7 +43,7 @@ QImage opaquePhoto(EffectPass& pass, Memos& memos)
 void makeSmoothedBase(EffectPass& pass, const SkinSmoothing::Settings& s, Memos& memos, const QImage& under,
                       QImage& base, bool alsoWorking = true)
 {
-    const OpenedPhoto& photo = pass.photo;
+    const OpenedPhoto& photo = *pass.photo;
     const qint64 faceKey = pass.photoKey(); // the holes are made from it
     const MaskedArea& holes = memos.holes.get(faceKey, [&](MaskedArea& made) {
         made = RegionImages::faceFullPicture(photo.img_Basic, photo.imgSize, photo.regions);

@@ -11,7 +11,7 @@ const PanelDescription& TeethWhitening::panel()
 
 void TeethWhitening::restoreMouthInterior(EffectPass& pass, const Settings& s, Memos& memos)
 {
-    const OpenedPhoto& photo = pass.photo;
+    const OpenedPhoto& photo = *pass.photo;
     const FaceRegions& r = photo.regions;
     if (r.rect_Inside_Mouth.height() <= 0)
         return;

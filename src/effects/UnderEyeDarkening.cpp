@@ -13,7 +13,6 @@ const PanelDescription& UnderEyeDarkening::panel()
           .field = "b_Activated_Darken_Eyes_Reposition",
           .control = "checkActivateEyesDarkenReposition",
           .label = {"IDD_EDIT_SIZE_POSITION"},
-          .excludes = "b_Activated_Cheeks_Reposition",
           .rests = {"slider_Transparency", "slider_Line_Width", "slider_Blur"}},
          {ControlKind::Slider, "f_Darken_Eyes_Transparency", "slider_Transparency", {"IDD_TRANSPARENCY"},
           "label_Transparency", "label_Transparency_Value"},

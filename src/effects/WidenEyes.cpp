@@ -29,7 +29,7 @@ QRectF widenedRect(const QRectF& r, std::uint64_t level)
 void WidenEyes::widen(EffectPass& pass, const Settings& s)
 {
     const double height = pass.height();
-    const QRectF left = pass.photo.regions.rect_Full_Eye_Left, right = pass.photo.regions.rect_Full_Eye_Right;
+    const QRectF left = pass.photo->regions.rect_Full_Eye_Left, right = pass.photo->regions.rect_Full_Eye_Right;
     const QImage leftEye = cutOut(pass.working, left, height), rightEye = cutOut(pass.working, right, height);
     ImagePainter p(pass);
     p.drawInto(widenedRect(left, s.u_Widen_Eyes_Level), leftEye);

@@ -14,7 +14,7 @@ const PanelDescription& WrinkleRemoval::panel()
 
 void WrinkleRemoval::removeWrinkles(EffectPass& pass, const Settings& s, Memos& memos)
 {
-    const OpenedPhoto& photo = pass.photo;
+    const OpenedPhoto& photo = *pass.photo;
     const QImage& cut = memos.skinCut.get(pass.photoKey(), [&](QImage& made) {
         made = RegionImages::faceSkinCut(photo.img_Basic, photo.imgSize, photo.regions);
     });

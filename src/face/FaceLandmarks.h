@@ -10,3 +10,6 @@
 using FaceLandmarks = QList<QPointF>;
 
 inline constexpr int kLandmarkCount = 68;
+
+// A list of points: a region's outline points, the under-eye rings' points.
+using PointList = QList<QPointF>;

@@ -8,8 +8,6 @@
 #include <QRectF>
 #include <QSizeF>
 
-using PointList = QList<QPointF>;
-
 // Every region of the face the effects work on, derived from the 68
 // landmarks once per photo.
 //

@@ -5,6 +5,7 @@
 #include "PhotoDecoder.h"
 
 #include <QImage>
+#include <QRectF>
 #include <QSizeF>
 #include <QString>
 
@@ -26,8 +27,19 @@ struct OpenedPhoto {
     // The pictures of the regions (RegionImages.h) are made by the effects
     // that paint with them, when they first do.
     FaceRegions regions;
+    // Where this picture lies in the photo the user opened, in percent of
+    // that photo (y down): all of it, or the part a preview frame shows.
+    // Points the user clicks are kept in percent of the photo opened.
+    QRectF partOfOpened{0, 0, 100, 100};
 
     bool isEmpty() const { return img_Basic.isNull(); }
+    // The pixel (y down) of this picture at `percent` of the photo opened.
+    QPointF pixelAtOpenedPercent(QPointF percent) const
+    {
+        const QRectF& r = partOfOpened;
+        return {(percent.x() - r.x()) / r.width() * imgSize.width(),
+                (percent.y() - r.y()) / r.height() * imgSize.height()};
+    }
 };
 
 // Fills the regions and the percent landmarks from the photo's size and

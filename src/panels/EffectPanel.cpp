@@ -189,14 +189,13 @@ void EffectPanel::bindApply(const PanelControl& c)
 
 // A mouse mode needs its effect on (opening the panel ends a mode whose
 // effect is off), the values rest while it is on, and it cannot start while
-// the mode it excludes is on: the box may tick, the mode stays off.
+// another effect's mode is on: the box may tick, the mode stays off.
 void EffectPanel::bindMode(const PanelControl& c)
 {
     auto* box = findChild<QCheckBox*>(c.control);
     box->setText(caption(c));
     bool& mode = *fieldOf<bool>(state(), c.field);
     const bool& on = state().*effect_.effectSwitch;
-    const bool* other = c.excludes ? fieldOf<bool>(state(), c.excludes) : nullptr;
     if (!on)
         mode = false;
     addShow(box, [this, box, &mode, &on] {
@@ -204,8 +203,8 @@ void EffectPanel::bindMode(const PanelControl& c)
         box->setEnabled(on);
         enableResting(on && !mode);
     });
-    connect(box, &QCheckBox::toggled, this, [this, c, &mode, other](bool checked) {
-        if (other && *other)
+    connect(box, &QCheckBox::toggled, this, [this, c, &mode](bool checked) {
+        if (anotherModeIsOn(state(), c.field))
             return;
         mode = checked;
         enableResting(!checked);

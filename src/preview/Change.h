@@ -13,6 +13,8 @@ struct Change {
     QString step;                // the step's name where it is not the field's own
 
     static Change of(const char* field) { return {Field, field, {}}; }
+    // A field changed by one deliberate act, a step of its own.
+    static Change act(const char* field, const QString& step) { return {Field, field, step}; }
     static Change reshaped(const QString& step) { return {Reshaping, nullptr, step}; }
     static Change whole(const QString& step) { return {Whole, nullptr, step}; }
 };

@@ -57,7 +57,7 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
     ++passes_;
     handles_ = handlesOf(reshaping, state, photo.imgSize);
     const EditingState painted = inPhotoSpace(state, photo.metadata);
-    CompositorPass pass{{working_, record_, photo, reshaping, handles_, photoPixelsPerPixel, keeps_}, painted, memos_};
+    CompositorPass pass{{working_, record_, &photo, reshaping, handles_, photoPixelsPerPixel, keeps_}, painted, memos_};
     for (const CompositorStep& step : steps)
         if (step.runs(painted))
             step.paint(pass);

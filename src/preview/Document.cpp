@@ -10,6 +10,7 @@ Document::Document(const LocalisedLabels& labels, QObject* parent)
 void Document::accept(OpenedPhoto opened)
 {
     state.Reset_Variables();
+    state.forgetPhotoPoints();
     photo_ = std::make_shared<const OpenedPhoto>(std::move(opened));
     reshaping = Reshaping::of(photo_->regions);
     history_.startAt(edit()); // the old photo's steps belong to its face

@@ -98,9 +98,10 @@ bool EditHistory::record(const Edit& now, const Change& change)
     if (unchanged) // a control set to the value it had, Defaults of the starting values
         return false;
     // Quick changes of one field merge: its place in the settings list is
-    // the step's key.
+    // the step's key. A change named by its maker (a spot clicked) is a
+    // step of its own however quick.
     int key = -1;
-    if (change.kind == Change::Field) {
+    if (change.kind == Change::Field && change.step.isEmpty()) {
         int index = 0;
         now.state.forEachField([&](const char* name, const auto&) {
             ++index;

@@ -32,6 +32,13 @@ QJsonValue toJsonValue(float v)
     return std::strtod(std::string(text, written.ptr).c_str(), nullptr);
 }
 QJsonValue toJsonValue(QPointF v) { return QJsonArray{v.x(), v.y()}; }
+QJsonValue toJsonValue(const PointList& points)
+{
+    QJsonArray array;
+    for (const QPointF& p : points)
+        array.append(toJsonValue(p));
+    return array;
+}
 
 // A component that is a whole number of 255ths, as the hex form reads it.
 bool eightBit(float component)
@@ -49,7 +56,7 @@ QJsonValue toJsonValue(const RgbaColor& c)
 }
 
 // What a value read from a file can be wrong by.
-enum class Reading { Ok, WrongType, OutOfRange };
+enum class Reading { Ok, WrongType, OutOfRange, TooLong };
 
 // A number is checked against its range before it is converted, so no
 // value can overflow the field it goes into.
@@ -111,6 +118,25 @@ Reading fromJsonValue(const QJsonValue& v, QPointF& out, const SettingRange* ran
     return Reading::Ok;
 }
 
+// Each point a pair of numbers in the range; no more than a list may hold.
+Reading fromJsonValue(const QJsonValue& v, PointList& out, const SettingRange* range)
+{
+    const QJsonArray a = v.toArray();
+    if (!v.isArray())
+        return Reading::WrongType;
+    if (a.size() > kLongestPointList)
+        return Reading::TooLong;
+    PointList points;
+    for (const QJsonValue& item : a) {
+        QPointF p;
+        if (const Reading reading = fromJsonValue(item, p, range); reading != Reading::Ok)
+            return reading;
+        points.append(p);
+    }
+    out = points;
+    return Reading::Ok;
+}
+
 Reading colourComponents(const QJsonArray& a, RgbaColor& out)
 {
     float c[4];
@@ -145,6 +171,8 @@ QString problemWith(const char* name, Reading reading)
 {
     if (reading == Reading::WrongType)
         return QString("The setting \"%1\" has a value of the wrong type.").arg(name);
+    if (reading == Reading::TooLong)
+        return QString("The setting \"%1\" holds more than %2 points.").arg(name).arg(kLongestPointList);
     const SettingRange* range = settingRange(name);
     const double min = range ? range->min : 0, max = range ? range->max : 1; // colour components
     return QString("The setting \"%1\" must lie between %2 and %3.").arg(name).arg(min).arg(max);

@@ -1,6 +1,7 @@
 #include "EffectOrder.h"
 
 #include "Compositor.h"
+#include "EditingState.h"
 
 #include <algorithm>
 
@@ -33,6 +34,9 @@ void step(CompositorPass& pass)
 using S = EditingState;
 
 const CompositorStep kSteps[] = {
+    {"heal blemishes", {&S::b_Heal_Blemishes}, step<&HealBlemishes::heal>,
+     "first, as retouchers heal: every later step reads the healed photo, so a healed spot stays healed under "
+     "every effect"},
     {"photo and skin smoothing", {}, step<&SkinSmoothing::startFromPhoto>,
      "every effect paints on the photo; the smoothed face covers the whole picture, so it is the base",
      &S::b_Face_Skin_Smooth},
@@ -88,6 +92,19 @@ std::vector<const EffectInfo*> effectsOf(Category category)
             listed.push_back(&effect);
     std::sort(listed.begin(), listed.end(), [](const EffectInfo* a, const EffectInfo* b) { return a->row.row < b->row.row; });
     return listed;
+}
+
+bool anotherModeIsOn(const EditingState& state, const char* modeField)
+{
+    bool on = false;
+    for (const EffectInfo& effect : kEffects)
+        for (const PanelControl& c : effect.panel().controls)
+            if (c.kind == ControlKind::Mode && qstrcmp(c.field, modeField) != 0)
+                state.forEachField([&](const char* name, const auto& value) {
+                    if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>)
+                        on = on || (value && qstrcmp(name, c.field) == 0);
+                });
+    return on;
 }
 
 std::span<const CompositorStep> compositorSteps()

@@ -3,6 +3,7 @@
 #include "CheekBlush.h"
 #include "EyeColour.h"
 #include "EyeShadow.h"
+#include "HealBlemishes.h"
 #include "LipColour.h"
 #include "SkinSmoothing.h"
 #include "TeethWhitening.h"
@@ -18,11 +19,12 @@ template <typename... Effect>
 struct EffectList {};
 
 // Every effect, in the order its panel is closed and its switch goes off
-// when a new photo comes (skin smoothing first, the under-eye rings last).
+// when a new photo comes (skin smoothing first, healing last: it came
+// last, and settings files keep their order).
 // The editing state is assembled from their settings in this order; the
 // order in which they paint is the table of steps below.
 using Effects = EffectList<SkinSmoothing, EyeColour, LipColour, TeethWhitening, WidenEyes, WrinkleRemoval, EyeShadow,
-                           CheekBlush, UnderEyeDarkening>;
+                           CheekBlush, UnderEyeDarkening, HealBlemishes>;
 
 struct EditingState;
 struct CompositorPass;
@@ -43,6 +45,10 @@ const EffectInfo* effectWithSwitch(bool EditingState::*effectSwitch);
 
 // The effects one category of the toolbar lists, in row order.
 std::vector<const EffectInfo*> effectsOf(Category category);
+
+// Whether the mouse mode of an effect other than the one of `modeField`
+// is on.
+bool anotherModeIsOn(const EditingState& state, const char* modeField);
 
 // One step of the compositor: the switches that must all be on for it to
 // run (none: it always runs), what it paints, and why it sits where it does

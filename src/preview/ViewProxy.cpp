@@ -69,6 +69,11 @@ OpenedPhoto proxyPhoto(const OpenedPhoto& photo, const ProxyFrame& frame)
                    size_t(proxy.img_Basic.bytesPerLine()));
     cv::resize(area, shrunk, shrunk.size(), 0, 0, cv::INTER_AREA);
     proxy.imgSize = QSizeF(frame.size);
+    const QSizeF whole = photo.imgSize;
+    const QRectF& part = photo.partOfOpened;
+    proxy.partOfOpened = QRectF(part.x() + a.x() / whole.width() * part.width(),
+                                part.y() + a.y() / whole.height() * part.height(), a.width() / whole.width() * part.width(),
+                                a.height() / whole.height() * part.height());
     const QTransform map = pictureToFrame(frame);
     for (const QPointF& landmark : photo.facePointsRelativeToImageSize)
         proxy.facePointsRelativeToImageSize.append(map.map(landmark));

@@ -3,11 +3,14 @@
 #include "Document.h"
 #include "ImageSpace.h"
 
+#include <QCoreApplication>
+#include <QLineF>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
 
 #include <cmath>
+#include <utility>
 
 View_Picture::View_Picture(QWidget* parent)
     : QWidget(parent)
@@ -233,6 +236,8 @@ void View_Picture::mousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return; // gestures, handles and picking are the left button's
     gesture_.b_Mouse_Down = true;
+    if (hasPhoto() && document_->state.b_Activated_Heal_Spots)
+        spotPress_ = event->position();
     if (!hasPhoto() || !repositioning())
         return;
     gesture_.mouseDownPos = gesture_.mouseDownPos_Mouse_Down = viewPoint(event);
@@ -251,7 +256,9 @@ void View_Picture::mouseMoveEvent(QMouseEvent* event)
         return;
     const QPointF percent = percentOfPhoto(gesture_.mouseDownPos);
     if (!gesture_.b_Mouse_Down) {
-        if (repositioning()) // the left area shows the open hand
+        if (document_->state.b_Activated_Heal_Spots)
+            setCursor(Qt::CrossCursor);
+        else if (repositioning()) // the left area shows the open hand
             setCursor(gesture_.hover(percent, document_->state, document_->reshaping, photoSize()) ? Qt::OpenHandCursor
                                                                                                   : Qt::ArrowCursor);
         return;
@@ -276,6 +283,18 @@ void View_Picture::pickColour(QPointF percent)
         onColourPicked(index);
 }
 
+// A click on the photo while editing spots heals the spot there, or keeps
+// a healed one as it was: one undo step each.
+void View_Picture::clickSpot(QPointF percent)
+{
+    if (percent.x() < 0 || percent.x() > 100 || percent.y() < 0 || percent.y() > 100)
+        return;
+    const HealBlemishes::Clicked clicked =
+        HealBlemishes::click(*document_->photo(), document_->state, {percent.x(), 100 - percent.y()});
+    if (clicked.field)
+        document_->changed(Change::act(clicked.field, QCoreApplication::translate("EditHistory", clicked.step)));
+}
+
 void View_Picture::mouseReleaseEvent(QMouseEvent* event)
 {
     if (panFrom_ && (event->button() == Qt::MiddleButton || event->button() == Qt::LeftButton)) {
@@ -291,6 +310,11 @@ void View_Picture::mouseReleaseEvent(QMouseEvent* event)
         document_->gestureEnded(step);
     if (hasPhoto() && document_->state.b_Cheeks_Picking_Color)
         pickColour(percentOfPhoto(gesture_.mouseDownPos));
+    // A press that moved is not a click.
+    const std::optional<QPointF> pressed = std::exchange(spotPress_, std::nullopt);
+    if (hasPhoto() && pressed && document_->state.b_Activated_Heal_Spots
+        && QLineF(*pressed, event->position()).length() < 5)
+        clickSpot(percentOfPhoto(gesture_.mouseDownPos));
     if (Change_Cursor_To_Regular)
         Change_Cursor_To_Regular();
     update();

@@ -88,6 +88,7 @@ private:
     QPointF viewPoint(const QMouseEvent* event) const;
     QPointF percentOfPhoto(QPointF view) const;
     void pickColour(QPointF percent);
+    void clickSpot(QPointF percent);
     bool hasPhoto() const;
     bool repositioning() const;
 
@@ -97,6 +98,7 @@ private:
     Framing framing_;
     bool showingUntouched_ = false, splitView_ = false, panKeyHeld_ = false;
     std::optional<QPointF> panFrom_; // view pixels, y down, while a pan drags
+    std::optional<QPointF> spotPress_; // view pixels, y down, of a press while editing spots
     QImage shown_; // the last picture drawn, framed in the view
     // From the photo's colour space to the screen's (sRGB: Qt 6.4 names no
     // other); the identity for sRGB photos.

@@ -53,6 +53,9 @@ int main(int argc, char* argv[])
     everything.b_Apply_Cheeks = everything.b_Face_Skin_Smooth = everything.b_Color_Lips = true;
     everything.pt_MakeUp_Center_Left = {30, 70};
     everything.color_Color_Lips = {0.75f, 0.2f, 0.3f, 0.5f};
+    everything.b_Heal_Blemishes = true;
+    everything.array_Healed_Spots = {{41.5, 52}, {60, 48.25}};
+    everything.array_Kept_Spots = {{33, 61}};
     write(settings.filePath("changed.json"), QJsonDocument(toJson(everything)).toJson(QJsonDocument::Compact));
     return 0;
 }

@@ -10,9 +10,9 @@
 
 namespace {
 
-void requireInRange(double value, const SettingRange& range)
+void requireInRange(double value, double min, double max)
 {
-    if (!(value >= range.min && value <= range.max))
+    if (!(value >= min && value <= max))
         std::abort();
 }
 
@@ -22,19 +22,26 @@ struct RangeCheck {
     {
         if constexpr (std::is_arithmetic_v<Number>) {
             if (const SettingRange* range = settingRange(name))
-                requireInRange(double(value), *range);
+                requireInRange(double(value), range->min, range->max);
         }
     }
     void operator()(const char* name, QPointF& point) const
     {
         const SettingRange* range = settingRange(name);
-        requireInRange(point.x(), *range);
-        requireInRange(point.y(), *range);
+        requireInRange(point.x(), range->min, range->max);
+        requireInRange(point.y(), range->min, range->max);
+    }
+    void operator()(const char* name, PointList& points) const
+    {
+        if (points.size() > kLongestPointList)
+            std::abort();
+        for (QPointF& point : points)
+            (*this)(name, point);
     }
     void operator()(const char*, RgbaColor& c) const
     {
         for (float component : {c.r, c.g, c.b, c.a})
-            requireInRange(component, {"colour", 0, 1});
+            requireInRange(component, 0, 1);
     }
 };
 

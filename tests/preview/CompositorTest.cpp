@@ -224,6 +224,7 @@ TEST(Compositor, SwappingAnyTwoNeighbouringStepsChangesThePicture)
     all.u_Widen_Eyes_Level = 20;
     all.f_Color_Lips_Transparency = all.f_Color_Eyes_Transparency = 0.9f;
     all.f_Darken_Eyes_Transparency = 0.3f;
+    all.array_Healed_Spots = {cheekPercent()};
     Reshaping moved = asOpened();
     moved.array_Eye_Darken_Left_Points = portrait().regions.array_Mouth_Points.mid(0, 6); // a ring over the lips
     moved.rect_Cheek_Right_Area_To_Paint = portrait().regions.rect_Full_Eye_Right.adjusted(-20, -20, 20, 20);

@@ -34,8 +34,37 @@ TEST(SettingsFile, EndsOfTheRangesAreAcceptedAndEveryFieldSurvivesTheRoundTrip)
     state.b_Whiten_Teeth = true;
     state.f_Darken_Eyes_Transparency = 0.35f;
     state.i_Picking_Color_Index = 2;
+    state.array_Kept_Spots = {{3.25, 97}, {50, 0.5}};
     EditingState read;
     QString error;
     ASSERT_TRUE(readJson(toJson(state), read, error)) << error.toStdString();
     EXPECT_TRUE(read == state);
+}
+
+// A spot list that is not a list of points inside the photo, or longer than
+// any face needs, is refused naming the field and leaves the state alone.
+TEST(SettingsFile, SpotListsThatAreNotPointsInsideThePhotoAreRefused)
+{
+    QByteArray tooMany = R"({"array_Kept_Spots": [)";
+    for (int i = 0; i <= kLongestPointList; ++i)
+        tooMany += i ? ",[1,2]" : "[1,2]";
+    tooMany += "]}";
+    const std::pair<QByteArray, QString> refused[] = {
+        {R"({"array_Healed_Spots": [12, 40]})", R"("array_Healed_Spots" has a value of the wrong type)"},
+        {R"({"array_Healed_Spots": {"x": 12}})", R"("array_Healed_Spots" has a value of the wrong type)"},
+        {R"({"array_Healed_Spots": [[12, 40], [100.5, 3]]})", R"("array_Healed_Spots" must lie between 0 and 100)"},
+        {R"({"array_Kept_Spots": [[12, -1]]})", R"("array_Kept_Spots" must lie between 0 and 100)"},
+        {R"({"array_Kept_Spots": [[12, 40, 7]]})", R"("array_Kept_Spots" has a value of the wrong type)"},
+        {tooMany, R"("array_Kept_Spots" holds more than 10000 points)"},
+    };
+    for (const auto& [json, message] : refused) {
+        EditingState state;
+        state.array_Healed_Spots = {{5, 6}};
+        EXPECT_TRUE(readError(json, state).contains(message)) << readError(json, state).toStdString();
+        EXPECT_EQ(state.array_Healed_Spots, PointList({{5, 6}}));
+        EXPECT_TRUE(state.array_Kept_Spots.isEmpty());
+    }
+    EditingState state;
+    EXPECT_EQ(readError(R"({"array_Healed_Spots": [[0, 100], [12.5, 40]], "array_Kept_Spots": []})", state), "");
+    EXPECT_EQ(state.array_Healed_Spots, PointList({{0, 100}, {12.5, 40}}));
 }

@@ -4,6 +4,7 @@
 #include "DocumentView.h"
 
 #include <QTest>
+#include <QUndoStack>
 
 #include <cmath>
 #include <functional>
@@ -204,6 +205,41 @@ TEST_P(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
     click(at({200, 200}));
     EXPECT_FALSE(state.b_Cheeks_Picking_Color);
     EXPECT_EQ(picked, std::vector<int>{2});
+}
+
+// While editing spots a left click heals the spot under the pointer, where
+// it is in percent of the photo; a click on it again keeps it; each click is
+// its own undo step however quick. A drag, or a click without the mode, is
+// no spot.
+TEST_P(MouseTest, EditSpotsHealsAndKeepsTheSpotClickedEachClickOneStep)
+{
+    state.b_Heal_Blemishes = state.b_Activated_Heal_Spots = true;
+    redraw();
+    const QPointF cheek = cheekPercent();
+    const QPointF spot = atTopDown({cheek.x() * photo.imgSize.width() / 100, cheek.y() * photo.imgSize.height() / 100});
+    QUndoStack& steps = shows.document.history().stack();
+    const int before = steps.count();
+    click(spot);
+    ASSERT_EQ(state.array_Healed_Spots.size(), 1);
+    EXPECT_NEAR(state.array_Healed_Spots[0].x(), cheek.x(), 0.2);
+    EXPECT_NEAR(state.array_Healed_Spots[0].y(), cheek.y(), 0.2) << "y from the top of the photo";
+    EXPECT_EQ(steps.undoText(), "Heal Spot");
+    click(spot);
+    EXPECT_TRUE(state.array_Healed_Spots.isEmpty());
+    EXPECT_EQ(steps.undoText(), "Keep Spot");
+    EXPECT_EQ(steps.count(), before + 2);
+    steps.undo();
+    EXPECT_EQ(state.array_Healed_Spots.size(), 1);
+    steps.undo();
+    EXPECT_TRUE(state.array_Healed_Spots.isEmpty());
+
+    press(spot);
+    drag(spot + QPointF(30, 0));
+    release(spot + QPointF(30, 0));
+    state.b_Activated_Heal_Spots = false;
+    redraw();
+    click(spot);
+    EXPECT_TRUE(state.array_Healed_Spots.isEmpty() && state.array_Kept_Spots.isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(FittedAndAtActualPixels, MouseTest, ::testing::Values(false, true),

@@ -1,0 +1,398 @@
+#include "HealBlemishes.h"
+
+#include "ImageSpace.h"
+#include "Picture.h"
+
+#include <QPainter>
+
+#include <opencv2/imgproc.hpp>
+#include <opencv2/photo.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+const PanelDescription& HealBlemishes::panel()
+{
+    static const PanelDescription panel{
+        row.label,
+        {{ControlKind::Apply, "b_Heal_Blemishes", "checkApply"},
+         {ControlKind::Slider, "f_Heal_Blemishes_Size", "slider_Size", {QT_TRANSLATE_NOOP("Effects", "Size")},
+          "label_Size", "label_Size_Value"},
+         {ControlKind::Slider, "u_Heal_Blemishes_Strength", "slider_Strength",
+          {QT_TRANSLATE_NOOP("Effects", "Strength")}, "label_Strength", "label_Strength_Value"},
+         {ControlKind::Mode, "b_Activated_Heal_Spots", "checkEditSpots", {QT_TRANSLATE_NOOP("Effects", "Edit spots")}}}};
+    return panel;
+}
+
+namespace {
+
+// Spots are looked for on the face brought to this width: the same face
+// gives the same spots from a 1 MP and a 64 MP photo, and the search costs
+// the same at any size.
+constexpr double kWorkingWidth = 400;
+
+// The face's part of the photo at the working scale, and where spots may be
+// healed on it: the face's skin without eyes, brows, lids, nostrils, lips
+// and mouth, kept clear of them by a margin.
+struct Face {
+    cv::Rect area; // photo pixels, y down
+    double scale = 0; // working pixels per photo pixel
+    cv::Mat rgb;      // 8-bit R, G, B
+    cv::Mat allowed;  // 255 where a spot may be healed
+    bool isEmpty() const { return rgb.empty(); }
+    // Whether a photo point (pixels, y down) may be healed.
+    bool allows(QPointF photoPoint) const
+    {
+        const int x = int(std::floor((photoPoint.x() - area.x) * scale));
+        const int y = int(std::floor((photoPoint.y() - area.y) * scale));
+        return x >= 0 && y >= 0 && x < allowed.cols && y < allowed.rows && allowed.at<uchar>(y, x) != 0;
+    }
+};
+
+cv::Mat pixelsOf(const QImage& picture)
+{
+    return cv::Mat(picture.height(), picture.width(), CV_8UC4, const_cast<uchar*>(picture.constBits()),
+                   size_t(picture.bytesPerLine()));
+}
+
+// The band of a brow: its points and the same points lifted by its height.
+QPainterPath browBand(const FaceLandmarks& p, int first, double height)
+{
+    QPainterPath band(p[first]);
+    for (int i = first + 1; i <= first + 4; ++i)
+        band.lineTo(p[i]);
+    for (int i = first + 4; i >= first; --i)
+        band.lineTo(p[i] - QPointF(0, height));
+    band.closeSubpath();
+    return band;
+}
+
+cv::Mat allowedMask(const OpenedPhoto& photo, const Face& face, double faceWidth)
+{
+    QImage mask(face.rgb.cols, face.rgb.rows, QImage::Format_Grayscale8);
+    mask.fill(Qt::black);
+    const FaceRegions& r = photo.regions;
+    const double h = photo.imgSize.height();
+    QPainter painter(&mask);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(face.scale, face.scale);
+    painter.translate(-face.area.x, -face.area.y);
+    painter.fillPath(flipped(r.path_Face, h), Qt::white);
+    for (const QPainterPath* feature : {&r.path_Eye_Left, &r.path_Eye_Right, &r.path_Space_Between_Eye_Eyebrow_Left,
+                                        &r.path_Space_Between_Eye_Eyebrow_Right, &r.path_Nose, &r.path_Lips,
+                                        &r.path_Inside_Mouth})
+        painter.fillPath(flipped(*feature, h), Qt::black);
+    const FaceLandmarks& landmarks = photo.facePointsRelativeToImageSize;
+    painter.fillPath(browBand(landmarks, 17, 0.07 * faceWidth), Qt::black);
+    painter.fillPath(browBand(landmarks, 22, 0.07 * faceWidth), Qt::black);
+    painter.end();
+    // Only what is wholly white counts, kept clear of the rest by 2 % of the face.
+    cv::Mat allowed = cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())) == 255;
+    const int margin = int(std::lround(0.02 * kWorkingWidth));
+    cv::erode(allowed, allowed, cv::getStructuringElement(cv::MORPH_ELLIPSE, {2 * margin + 1, 2 * margin + 1}));
+    return allowed;
+}
+
+Face faceOf(const OpenedPhoto& photo)
+{
+    Face face;
+    const FaceLandmarks& p = photo.facePointsRelativeToImageSize;
+    if (p.size() < kLandmarkCount || photo.isEmpty())
+        return face;
+    const double faceWidth = std::hypot(p[16].x() - p[0].x(), p[16].y() - p[0].y());
+    const QRect area = flipped(photo.regions.rect_Face_Skin, photo.imgSize.height()).toAlignedRect()
+                       & QRect(QPoint(0, 0), photo.img_Basic.size());
+    if (faceWidth < 8 || area.width() < 8 || area.height() < 8)
+        return face;
+    face.area = cv::Rect(area.x(), area.y(), area.width(), area.height());
+    face.scale = kWorkingWidth / faceWidth;
+    const QImage picture = toPicture(photo.img_Basic);
+    const cv::Size size(std::max(1, int(std::lround(area.width() * face.scale))),
+                        std::max(1, int(std::lround(area.height() * face.scale))));
+    cv::Mat rgba;
+    cv::resize(pixelsOf(picture)(face.area), rgba, size, 0, 0, face.scale < 1 ? cv::INTER_AREA : cv::INTER_LINEAR);
+    cv::cvtColor(rgba, face.rgb, cv::COLOR_RGBA2RGB);
+    face.allowed = allowedMask(photo, face, faceWidth);
+    return face;
+}
+
+// A robust spread of the values where `mask` is set: 1.4826 × their median
+// distance from 0 (the values are differences from a local median).
+double spreadOf(const cv::Mat& values, const cv::Mat& mask)
+{
+    std::vector<float> all;
+    for (int y = 0; y < values.rows; ++y)
+        for (int x = 0; x < values.cols; ++x)
+            if (mask.at<uchar>(y, x))
+                all.push_back(std::abs(values.at<float>(y, x)));
+    if (all.empty())
+        return 1;
+    std::nth_element(all.begin(), all.begin() + std::ptrdiff_t(all.size() / 2), all.end());
+    return std::max(1.4826 * all[all.size() / 2], 0.5);
+}
+
+// How far each pixel stands out of the skin around it in units of that
+// skin's own variation, and where the skin is busy (hair, stubble).
+struct Contrast {
+    cv::Mat score; // max of darker, lighter and redder, each over its local spread
+    cv::Mat busy;  // 255 where the skin's variation is well above the face's
+};
+
+// `channel` less its median over the spot size, and its local spread.
+void residual(const cv::Mat& channel, int window, const cv::Mat& allowed, cv::Mat& difference, cv::Mat& spread,
+              double& faceSpread)
+{
+    cv::Mat bytes, median;
+    channel.convertTo(bytes, CV_8U);
+    cv::medianBlur(bytes, median, window | 1);
+    median.convertTo(median, CV_32F);
+    difference = channel - median;
+    faceSpread = spreadOf(difference, allowed);
+    const double cap = 9 * faceSpread * faceSpread;
+    cv::Mat squared = difference.mul(difference), weight;
+    cv::min(squared, cap, squared);
+    allowed.convertTo(weight, CV_32F, 1.0 / 255);
+    cv::Mat sum, count;
+    const cv::Size box(4 * window + 1, 4 * window + 1);
+    cv::boxFilter(squared.mul(weight), sum, CV_32F, box);
+    cv::boxFilter(weight, count, CV_32F, box);
+    cv::sqrt(sum / cv::max(count, 1e-3), spread);
+    spread = cv::max(spread, std::max(0.5 * faceSpread, 1.0));
+}
+
+Contrast contrastOf(const Face& face, int spotWidth)
+{
+    cv::Mat rgb;
+    face.rgb.convertTo(rgb, CV_32F);
+    cv::Mat c[3];
+    cv::split(rgb, c);
+    const cv::Mat luma = 0.2126f * c[0] + 0.7152f * c[1] + 0.0722f * c[2];
+    const cv::Mat redness = c[0] - 0.5f * (c[1] + c[2]) + 128.0f;
+    cv::Mat dL, sL, dA, sA;
+    double faceL = 1, faceA = 1;
+    residual(luma, 2 * spotWidth + 1, face.allowed, dL, sL, faceL);
+    residual(redness, 2 * spotWidth + 1, face.allowed, dA, sA, faceA);
+    // A spot differs from the skin by a few levels at least, whatever the
+    // skin's own calm.
+    cv::Mat darker = cv::max(-dL, 0.0f), lighter = cv::max(dL, 0.0f), redder = cv::max(dA, 0.0f);
+    darker.setTo(0, darker < 3), lighter.setTo(0, lighter < 3), redder.setTo(0, redder < 4);
+    Contrast contrast;
+    const cv::Mat darkerScore = darker / sL, lighterScore = lighter / sL, redderScore = redder / sA;
+    contrast.score = cv::max(cv::max(darkerScore, lighterScore), redderScore);
+    contrast.score.setTo(0, face.allowed == 0);
+    contrast.busy = sL > 2.5 * faceL;
+    return contrast;
+}
+
+// Spots where the score reaches `threshold`, grown over half of it, no wider
+// than `widest`, on clear skin: a spot among many others is texture
+// (freckles, pores, stubble) and stays.
+std::vector<cv::Vec3d> spotsAt(const Contrast& contrast, double threshold, double widest)
+{
+    cv::Mat labels, stats, centroids;
+    const int count =
+        cv::connectedComponentsWithStats(contrast.score >= threshold / 2, labels, stats, centroids, 8, CV_32S);
+    std::vector<float> peak(size_t(count), 0.0f);
+    for (int y = 0; y < labels.rows; ++y)
+        for (int x = 0; x < labels.cols; ++x)
+            peak[size_t(labels.at<int>(y, x))] = std::max(peak[size_t(labels.at<int>(y, x))], contrast.score.at<float>(y, x));
+    std::vector<cv::Vec3d> spots; // x, y, diameter in working pixels
+    for (int k = 1; k < count; ++k) {
+        const double width = 2 * std::sqrt(stats.at<int>(k, cv::CC_STAT_AREA) / std::numbers::pi);
+        const cv::Point2d at(centroids.at<double>(k, 0), centroids.at<double>(k, 1));
+        if (peak[size_t(k)] < threshold || width > widest || contrast.busy.at<uchar>(cv::Point(at)))
+            continue;
+        int neighbours = 0;
+        for (int other = 1; other < count; ++other)
+            neighbours += other != k && cv::norm(at - cv::Point2d(centroids.at<double>(other, 0),
+                                                                  centroids.at<double>(other, 1))) < 2 * widest;
+        if (neighbours < 4)
+            spots.push_back({at.x, at.y, std::max(width, 1.5)});
+    }
+    return spots;
+}
+
+// The healed area of a spot: beyond the spot's own soft edge, and the width
+// over which the healing fades into the skin around it.
+double healedRadius(double radius) { return 1.5 * radius + 1; }
+double fadeWidth(double radius) { return std::max(1.0, 0.6 * healedRadius(radius)); }
+
+// Whether a spot's healed and faded area lies on healable skin.
+bool clearOfFeatures(const Face& face, QPointF centre, double radius)
+{
+    const double reach = healedRadius(radius) + fadeWidth(radius);
+    for (int k = 0; k < 16; ++k) {
+        const double angle = k * std::numbers::pi / 8;
+        if (!face.allows(centre + reach * QPointF(std::cos(angle), std::sin(angle))))
+            return false;
+    }
+    return face.allows(centre);
+}
+
+// One search of a photo for spots with one Size and Strength.
+struct Search {
+    Face face;
+    Contrast contrast;
+    double widest = 0; // the largest spot, in working pixels
+
+    Search(const OpenedPhoto& photo, const HealBlemishes::Settings& s)
+        : face(faceOf(photo))
+        , widest(std::max(2.0, double(s.f_Heal_Blemishes_Size) * kWorkingWidth / 100))
+    {
+        if (!face.isEmpty())
+            contrast = contrastOf(face, int(std::ceil(widest)));
+    }
+
+    // The radius of a spot clicked, in photo pixels.
+    double clickedRadius() const { return widest / face.scale / 2; }
+
+    // The spots found, but those kept, in photo pixels.
+    std::vector<HealBlemishes::Spot> found(const OpenedPhoto& photo, const HealBlemishes::Settings& s) const
+    {
+        const double threshold = 7 - 4 * double(std::min<std::uint64_t>(s.u_Heal_Blemishes_Strength, 100)) / 100;
+        std::vector<HealBlemishes::Spot> spots;
+        for (const cv::Vec3d& w : spotsAt(contrast, threshold, widest)) {
+            const HealBlemishes::Spot spot{QPointF(face.area.x + (w[0] + 0.5) / face.scale - 0.5,
+                                                   face.area.y + (w[1] + 0.5) / face.scale - 0.5),
+                                           w[2] / 2 / face.scale};
+            const auto kept = std::find_if(s.array_Kept_Spots.begin(), s.array_Kept_Spots.end(), [&](QPointF p) {
+                return QLineF(photo.pixelAtOpenedPercent(p), spot.centre).length() <= clickedRadius() + spot.radius;
+            });
+            if (kept == s.array_Kept_Spots.end() && clearOfFeatures(face, spot.centre, spot.radius))
+                spots.push_back(spot);
+        }
+        return spots;
+    }
+
+    // And the spots clicked to heal.
+    std::vector<HealBlemishes::Spot> healed(const OpenedPhoto& photo, const HealBlemishes::Settings& s) const
+    {
+        if (face.isEmpty())
+            return {};
+        std::vector<HealBlemishes::Spot> spots = found(photo, s);
+        for (QPointF percent : s.array_Healed_Spots)
+            spots.push_back({photo.pixelAtOpenedPercent(percent), clickedRadius()});
+        return spots;
+    }
+};
+
+// The skin a spot is healed with: a patch at about twice its healed reach,
+// in the direction where the skin is calmest — its strongest spot first, so
+// that no neighbouring spot is copied in as texture.
+std::optional<QPointF> sourceFor(const Face& face, const cv::Mat& score, QPointF centre, double radius, QSize size)
+{
+    const double reach = healedRadius(radius) + fadeWidth(radius), away = 2.2 * reach;
+    std::optional<QPointF> best;
+    double calmest = 1e300;
+    for (int k = 0; k < 8; ++k) {
+        const QPointF at = centre + away * QPointF(std::cos(k * std::numbers::pi / 4), std::sin(k * std::numbers::pi / 4));
+        if (!QRectF(QPointF(0, 0), QSizeF(size)).adjusted(reach + 4, reach + 4, -reach - 4, -reach - 4).contains(at)
+            || !clearOfFeatures(face, at, radius))
+            continue;
+        const cv::Point w(int((at.x() - face.area.x) * face.scale), int((at.y() - face.area.y) * face.scale));
+        const int r = std::max(1, int(reach * face.scale));
+        const cv::Rect box = cv::Rect(w.x - r, w.y - r, 2 * r + 1, 2 * r + 1) & cv::Rect(0, 0, score.cols, score.rows);
+        double peak = 1e300;
+        if (box.area() > 0)
+            cv::minMaxLoc(score(box), nullptr, &peak);
+        const double restless = box.area() > 0 ? peak + cv::mean(score(box))[0] : 1e300;
+        if (restless < calmest)
+            calmest = restless, best = at;
+    }
+    return best;
+}
+
+// Frequency separation: the spot's area filled from its border (inpainted,
+// then only its low frequencies kept) plus the fine texture of the source
+// patch, faded in over the spot's border. OpenCV's inpainting alone would
+// leave a flat, smudged patch; the texture copied alone would carry the
+// source's shade.
+void healSpot(QImage& picture, const Face& face, const HealBlemishes::Spot& spot, std::optional<QPointF> source)
+{
+    const double healed = healedRadius(spot.radius), fade = fadeWidth(spot.radius);
+    const double sigma = std::max(1.0, healed / 2);
+    const int half = int(std::ceil(healed + fade + 3 * sigma));
+    const cv::Point c(int(std::lround(spot.centre.x())), int(std::lround(spot.centre.y())));
+    const cv::Rect box = cv::Rect(c.x - half, c.y - half, 2 * half + 1, 2 * half + 1)
+                         & cv::Rect(0, 0, picture.width(), picture.height());
+    cv::Mat pixels = pixelsOf(picture)(box), target, disk = cv::Mat::zeros(box.size(), CV_8U);
+    cv::cvtColor(pixels, target, cv::COLOR_RGBA2RGB);
+    cv::circle(disk, c - box.tl(), int(std::ceil(healed)), 255, cv::FILLED);
+    cv::Mat filled, low, texture = cv::Mat::zeros(box.size(), CV_32FC3);
+    cv::inpaint(target, disk, filled, 3, cv::INPAINT_TELEA);
+    filled.convertTo(low, CV_32F);
+    cv::GaussianBlur(low, low, {0, 0}, sigma);
+    if (source) {
+        const cv::Rect from = box + (cv::Point(int(std::lround(source->x())), int(std::lround(source->y()))) - c);
+        if ((from & cv::Rect(0, 0, picture.width(), picture.height())) == from) {
+            cv::Mat patch, smooth;
+            cv::cvtColor(pixelsOf(picture)(from), patch, cv::COLOR_RGBA2RGB);
+            patch.convertTo(patch, CV_32F);
+            cv::GaussianBlur(patch, smooth, {0, 0}, sigma);
+            texture = patch - smooth;
+        }
+    }
+    for (int y = 0; y < box.height; ++y)
+        for (int x = 0; x < box.width; ++x) {
+            uchar* p = pixels.ptr<uchar>(y, x);
+            const QPointF at(box.x + x, box.y + y);
+            const double d = QLineF(at, spot.centre).length();
+            if (p[3] != 255 || d >= healed + fade || !face.allows(at))
+                continue;
+            const double alpha = d <= healed ? 1 : 0.5 + 0.5 * std::cos(std::numbers::pi * (d - healed) / fade);
+            const cv::Vec3f want = low.at<cv::Vec3f>(y, x) + texture.at<cv::Vec3f>(y, x);
+            for (int k = 0; k < 3; ++k)
+                p[k] = cv::saturate_cast<uchar>(p[k] + alpha * (want[k] - p[k]));
+        }
+}
+
+OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Settings& s)
+{
+    OpenedPhoto healed = photo;
+    const Search search(photo, s);
+    const std::vector<HealBlemishes::Spot> spots = search.healed(photo, s);
+    if (spots.empty())
+        return healed;
+    healed.img_Basic = copied(toPicture(photo.img_Basic));
+    for (const HealBlemishes::Spot& spot : spots)
+        healSpot(healed.img_Basic, search.face, spot,
+                 sourceFor(search.face, search.contrast.score, spot.centre, spot.radius, healed.img_Basic.size()));
+    return healed;
+}
+
+} // namespace
+
+std::vector<HealBlemishes::Spot> HealBlemishes::spotsOf(const OpenedPhoto& photo, const Settings& s)
+{
+    return Search(photo, s).healed(photo, s);
+}
+
+HealBlemishes::Clicked HealBlemishes::click(const OpenedPhoto& photo, Settings& s, QPointF percent)
+{
+    const Search search(photo, s);
+    if (search.face.isEmpty())
+        return {};
+    const QPointF at = photo.pixelAtOpenedPercent(percent);
+    const double size = search.clickedRadius();
+    for (qsizetype i = 0; i < s.array_Healed_Spots.size(); ++i)
+        if (QLineF(photo.pixelAtOpenedPercent(s.array_Healed_Spots[i]), at).length() <= size) {
+            s.array_Healed_Spots.removeAt(i);
+            return {"array_Healed_Spots", kKeepSpot};
+        }
+    for (const Spot& spot : search.found(photo, s))
+        if (QLineF(spot.centre, at).length() <= std::max(spot.radius, size)) {
+            s.array_Kept_Spots.append(percent);
+            return {"array_Kept_Spots", kKeepSpot};
+        }
+    s.array_Healed_Spots.append(percent);
+    return {"array_Healed_Spots", kHealSpot};
+}
+
+void HealBlemishes::heal(EffectPass& pass, const Settings& s, Memos& memos)
+{
+    const OpenedPhoto& photo = *pass.photo;
+    const Key key{pass.photoKey(), s.f_Heal_Blemishes_Size, s.u_Heal_Blemishes_Strength, s.array_Healed_Spots,
+                  s.array_Kept_Spots};
+    pass.photo = &memos.healed.get(key, [&](OpenedPhoto& healed) { healed = healedPhoto(photo, s); });
+}

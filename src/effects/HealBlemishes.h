@@ -1,0 +1,68 @@
+#pragma once
+
+#include "EffectPass.h"
+#include "PanelDescription.h"
+
+#include <QCoreApplication>
+
+#include <vector>
+
+// Heal blemishes: small spots on the face's skin (darker, redder or lighter
+// than the skin around them, where that skin is clear) are found and
+// replaced by the skin around them, its fine texture kept; a spot clicked on
+// the photo is healed too, and a healed spot clicked is kept as it was. It
+// heals the photo every later step reads.
+struct HealBlemishes {
+    // Size: the largest spot healed, in percent of the face's width, so one
+    // setting suits any photo; Strength: how little a spot need stand out
+    // from the skin around it (0 only strong spots, 100 faint ones too).
+    // The spots clicked, to heal and to keep, in percent of the photo with y
+    // from its top.
+#define BELLAVENOR_HEAL_BLEMISHES_FIELDS(SWITCH, SETTING, MODE)                                           \
+    SWITCH(b_Heal_Blemishes)                                                                              \
+    SETTING(float, f_Heal_Blemishes_Size, 3.0f, 0.5, 8, Hundredths, "Heal Blemishes Size")                \
+    SETTING(std::uint64_t, u_Heal_Blemishes_Strength, 50, 0, 100, AsIs, "Heal Blemishes Strength")        \
+    SETTING(PointList, array_Healed_Spots, {}, 0, 100, None, "Heal Spot")                                  \
+    SETTING(PointList, array_Kept_Spots, {}, 0, 100, None, "Keep Spot")                                    \
+    MODE(bool, b_Activated_Heal_Spots, false, 0, 1, false)
+    struct Settings {
+        BELLAVENOR_SETTINGS_BLOCK(Settings, BELLAVENOR_HEAL_BLEMISHES_FIELDS)
+    };
+    static constexpr auto effectSwitch = &Settings::b_Heal_Blemishes;
+    static constexpr CatalogueRow row{Category::Face, 3, QT_TRANSLATE_NOOP("Effects", "Heal Blemishes"), true};
+    static const PanelDescription& panel();
+
+    struct Key {
+        qint64 photo;
+        float size;
+        std::uint64_t strength;
+        PointList healed, kept;
+        bool operator==(const Key&) const = default;
+    };
+    struct Memos {
+        Memo<Key, OpenedPhoto> healed;
+    };
+
+    // "heal blemishes": the photo the later steps read becomes the healed one.
+    static void heal(EffectPass& pass, const Settings& s, Memos& memos);
+
+    // A spot healed: its centre in photo pixels (y from the top) and radius.
+    struct Spot {
+        QPointF centre;
+        double radius;
+    };
+    // The spots healed on this photo with these settings.
+    static std::vector<Spot> spotsOf(const OpenedPhoto& photo, const Settings& s);
+
+    // A click at `percent` of the photo (y from the top) while editing
+    // spots: a healed spot there is kept as it was, else a spot of the
+    // current size is healed there. Says which list changed and the step's
+    // name; nothing changed without a face.
+    static constexpr const char* kHealSpot = QT_TRANSLATE_NOOP("EditHistory", "Heal Spot");
+    static constexpr const char* kKeepSpot = QT_TRANSLATE_NOOP("EditHistory", "Keep Spot");
+    struct Clicked {
+        const char* field = nullptr;
+        const char* step = nullptr;
+    };
+    static Clicked click(const OpenedPhoto& photo, Settings& s, QPointF percent);
+};
