@@ -1,6 +1,7 @@
 #include "BenchPictures.h"
 #include "DLibWrapper.h"
 #include "FaceRegions.h"
+#include "FaceSearch.h"
 #include "HogFaceDetector.h"
 #include "OpenedPhoto.h"
 #include "RegionImages.h"
@@ -188,6 +189,30 @@ void BM_Open12MP(benchmark::State& state)
         benchmark::DoNotOptimize(openAndAnalyse(f.jpegPath));
 }
 BENCHMARK(BM_Open12MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
+
+// A click on a face in the chooser, 12 MP: the landmarks predicted in the
+// face's frame and the regions derived, on the photo already decoded.
+// Against BM_Open12MP it leaves out the decoding and the detection.
+void BM_OpenChosenFace12MP(benchmark::State& state)
+{
+    const QRect face = DLibWrapper::Detect_Facial_Points(fixture().photo).faces.at(0);
+    for (auto _ : state) {
+        OpenResult refused;
+        refused.photo.img_Basic = fixture().photo;
+        refused.photo.imgSize = fixture().photo.size();
+        benchmark::DoNotOptimize(openWithFace(std::move(refused), FaceFrame::drawn(face)));
+    }
+}
+BENCHMARK(BM_OpenChosenFace12MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
+
+// What the mark dialog offers on a 12 MP photo without a face: the searches
+// on the photo turned a quarter either way and by ±30°, before it shows.
+void BM_FacesBeyondLimits12MP(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(facesBeyondLimits(fixture().photo));
+}
+BENCHMARK(BM_FacesBeyondLimits12MP)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 
 void BM_Open24MP(benchmark::State& state)
 {

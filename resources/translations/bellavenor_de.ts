@@ -345,6 +345,41 @@
         <source>Open Settings</source>
         <translation>Einstellungen öffnen</translation>
     </message>
+    <message>
+        <source>Choose a Face…</source>
+        <translation>Gesicht wählen…</translation>
+    </message>
+    <message>
+        <source>Mark the Face…</source>
+        <translation>Gesicht markieren…</translation>
+    </message>
+</context>
+<context>
+    <name>FaceChooser</name>
+    <message>
+        <source>Choose a Face</source>
+        <translation>Gesicht wählen</translation>
+    </message>
+    <message>
+        <source>Mark the Face</source>
+        <translation>Gesicht markieren</translation>
+    </message>
+    <message>
+        <source>%1 faces were found. Click the face to retouch.</source>
+        <translation>%1 Gesichter wurden gefunden. Klicken Sie auf das Gesicht, das Sie retuschieren möchten.</translation>
+    </message>
+    <message>
+        <source>No face was found. Drag a frame from the brows to the chin.</source>
+        <translation>Es wurde kein Gesicht gefunden. Ziehen Sie einen Rahmen von den Augenbrauen bis zum Kinn.</translation>
+    </message>
+    <message>
+        <source>Or click the face found on the photo turned or enlarged.</source>
+        <translation>Oder klicken Sie auf das Gesicht, das auf dem gedrehten oder vergrößerten Foto gefunden wurde.</translation>
+    </message>
+    <message>
+        <source>Or click one of the %1 faces found on the photo turned or enlarged.</source>
+        <translation>Oder klicken Sie auf eines der %1 Gesichter, die auf dem gedrehten oder vergrößerten Foto gefunden wurden.</translation>
+    </message>
 </context>
 <context>
     <name>Window_Eyes_Darken</name>

@@ -65,6 +65,7 @@ Dialogs Dialogs::over(std::function<QWidget*()> parent)
     d.askPresetName = [parent] {
         return QInputDialog::getText(parent(), tr("Save as Preset"), tr("Name of the preset:"));
     };
+    d.chooseFace = [parent](const FaceChoice& choice) { return FaceChooser::ask(choice, parent()); };
     d.openWithDefaultApplication = [](const QUrl& url) { QDesktopServices::openUrl(url); };
     d.endProcess = [](int status) { QCoreApplication::exit(status); };
     return d;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Alert.h"
+#include "FaceChooser.h"
 
 #include <QString>
 #include <QUrl>
@@ -24,6 +25,8 @@ struct Dialogs {
     std::function<QString(const QString& startFolder)> chooseSettingsToOpen;
     // The name Presets → Save as Preset… gives (empty: cancelled).
     std::function<QString()> askPresetName;
+    // The face to take on a photo refused for its faces (none: cancelled).
+    std::function<std::optional<FaceFrame>(const FaceChoice& choice)> chooseFace;
     std::function<void(const QUrl& url)> openWithDefaultApplication;
     std::function<void(int status)> endProcess;
 

@@ -1,6 +1,7 @@
 #include "FileActions.h"
 
 #include "EditingStateJson.h"
+#include "FaceSearch.h"
 #include "MainWindow.h"
 #include "PresetsMenu.h"
 #include "RecentPhotos.h"
@@ -59,13 +60,40 @@ void FileActions::openPhoto(const QString& path)
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     OpenResult opened = openAndAnalyse(path);
     QGuiApplication::restoreOverrideCursor();
+    if (opened.outcome == OpenResult::NoFace || opened.outcome == OpenResult::SeveralFaces)
+        opened = offerFaceChoice(std::move(opened));
     if (opened.outcome != OpenResult::Opened) {
-        refuse(opened.message);
+        if (!opened.message.isEmpty())
+            refuse(opened.message);
         return;
     }
     lastOpenFolder_ = QFileInfo(path).absolutePath();
     recent_->add(path);
     document_.accept(std::move(opened.photo));
+}
+
+// The refusal offers a way in: choosing one of several faces, or marking
+// the face by hand among what a wider search finds. An empty message: the
+// person closed or cancelled, and everything stays as it was.
+OpenResult FileActions::offerFaceChoice(OpenResult refused)
+{
+    const bool several = refused.outcome == OpenResult::SeveralFaces;
+    const QString way = several ? tr("Choose a Face…") : tr("Mark the Face…");
+    if (dialogs_.showAlert({"Error", refused.message, {"Close", way}}) != 1)
+        return {};
+    FaceChoice choice{refused.photo.img_Basic, framesOf(refused.faces), !several, int(refused.faces.size())};
+    if (!several) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        choice.frames = facesBeyondLimits(refused.photo.img_Basic);
+        QGuiApplication::restoreOverrideCursor();
+    }
+    const std::optional<FaceFrame> frame = dialogs_.chooseFace(choice);
+    if (!frame)
+        return {};
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    OpenResult opened = guardedOpen(refused.photo.path, [&] { return openWithFace(std::move(refused), *frame); });
+    QGuiApplication::restoreOverrideCursor();
+    return opened;
 }
 
 // The open dialog starts in the last photo's folder, else in the pictures

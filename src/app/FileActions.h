@@ -44,6 +44,7 @@ public:
     RecentPhotos& recentPhotos() { return *recent_; }
 
 private:
+    OpenResult offerFaceChoice(OpenResult refused);
     QString openDialogFolder() const;
     void refuse(const QString& message);
 

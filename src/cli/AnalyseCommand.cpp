@@ -1,5 +1,7 @@
 #include "CliCommands.h"
 #include "DLibWrapper.h"
+#include "FaceOptions.h"
+#include "OpenedPhoto.h"
 #include "FaceRegions.h"
 #include "PhotoDecoder.h"
 #include "RegionsJson.h"
@@ -18,30 +20,41 @@ int fail(int status, const QString& message)
 
 } // namespace
 
-int runAnalyse(const QStringList& arguments)
+int runAnalyse(const QStringList& given)
 {
-    if (arguments.size() != 1)
-        return fail(kCliUsage, "usage: bellavenor-cli analyse PHOTO");
+    QStringList arguments = given;
+    FacePick pick;
+    if (QString error; !takeFaceOptions(arguments, pick, error))
+        return fail(kCliUsage, error);
+    if (arguments.size() != 1 || arguments.first().startsWith('-'))
+        return fail(kCliUsage, "usage: bellavenor-cli analyse PHOTO [--face N | --face-box X,Y,W,H]");
     DLibWrapper::startReadingModel(); // while the photo is decoded
-    const DecodedPhoto photo = decodePhoto(arguments.first());
-    if (!photo.ok())
-        return fail(kCliUnreadable, photo.error);
-    const DetectionResult detection = DLibWrapper::Detect_Facial_Points(photo.img_Basic);
-    if (!detection.ok())
-        return fail(kCliUnreadable, detection.error);
-    if (detection.code == 1)
-        return fail(kCliNoFace, "No face was found on the picture.");
-    if (detection.code == 2)
-        return fail(kCliSeveralFaces, "More than one face was found on the picture.");
+    DecodedPhoto decoded = decodePhoto(arguments.first());
+    if (!decoded.ok())
+        return fail(kCliUnreadable, decoded.error);
+    const QSize size = decoded.img_Basic.size();
+    const OpenResult opened = analysePhoto(arguments.first(), std::move(decoded), pick);
+    switch (opened.outcome) {
+    case OpenResult::Opened: break;
+    case OpenResult::NoFace: return fail(kCliNoFace, opened.message);
+    case OpenResult::SeveralFaces: return fail(kCliSeveralFaces, opened.message);
+    case OpenResult::NoSuchFace: return fail(kCliUsage, noSuchFaceMessage(pick, int(opened.faces.size()), size));
+    case OpenResult::Failed: return fail(kCliUnreadable, opened.message);
+    }
 
-    const FaceRegions regions = FaceRegions::build(detection.landmarks, photo.imgSize);
-    const QJsonObject analysis{
-        {"result", detection.code},
+    const OpenedPhoto& photo = opened.photo;
+    const FaceLandmarks& landmarks = photo.facePointsRelativeToImageSize;
+    QJsonObject analysis{
+        {"result", 0},
         {"imageSize", QJsonArray{photo.imgSize.width(), photo.imgSize.height()}},
-        {"landmarks", toJson(detection.landmarks)},
-        {"facePointsInPercentRelativeToImage", toJson(toPercentOfImage(detection.landmarks, photo.imgSize))},
-        {"regions", toJson(regions)},
+        {"landmarks", toJson(landmarks)},
+        {"facePointsInPercentRelativeToImage", toJson(toPercentOfImage(landmarks, photo.imgSize))},
+        {"regions", toJson(FaceRegions::build(landmarks, photo.imgSize))},
     };
+    if (!pick.isDefault()) { // which face of how many
+        analysis.insert("facesFound", int(opened.faces.size()));
+        analysis.insert("face", opened.faceTaken);
+    }
     std::fputs(QJsonDocument(analysis).toJson(QJsonDocument::Indented).constData(), stdout);
     return kCliOk;
 }

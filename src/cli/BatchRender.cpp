@@ -38,6 +38,7 @@ struct Job {
     QString kind;               // why refused, as the summary counts it
     QString reason;
     qint64 milliseconds = 0;
+    int faces = 0, face = 0; // found, and retouched (1-based)
 };
 
 void refuse(Job& job, const QString& kind, const QString& reason)
@@ -48,20 +49,31 @@ void refuse(Job& job, const QString& kind, const QString& reason)
 }
 
 // One photo, whole, by the one render path of the program.
-void render(Job& job, const EditingState& state, const PictureEncoding& encoding)
+void render(Job& job, const BatchOptions& options)
 {
     QElapsedTimer clock;
     clock.start();
-    const RenderOutcome outcome = renderPhotoFile(job.input, state, job.output, encoding);
+    FacePick pick;
+    pick.largest = options.largestFace;
+    const RenderOutcome outcome = renderPhotoFile(job.input, options.state, job.output, options.encoding, {}, pick);
     job.milliseconds = clock.elapsed();
+    job.faces = outcome.faces;
+    job.face = outcome.faceTaken;
     switch (outcome.result) {
     case RenderOutcome::Written: job.result = "rendered"; return;
     case RenderOutcome::NoFace: return refuse(job, "no face", outcome.message);
     case RenderOutcome::SeveralFaces: return refuse(job, "several faces", outcome.message);
     case RenderOutcome::NotRendered: return refuse(job, "not rendered", outcome.message);
     case RenderOutcome::NotWritten: return refuse(job, "not written", outcome.message);
+    case RenderOutcome::NoSuchFace: return refuse(job, "no face", outcome.message);
     case RenderOutcome::Unreadable: return refuse(job, outcome.tooLarge ? "too large" : "unreadable", outcome.message);
     }
+}
+
+// Which face of a group photo was retouched, for the progress lines.
+QString faceOf(const Job& job)
+{
+    return job.faces > 1 ? QString(", face %1 of %2").arg(job.face).arg(job.faces) : QString();
 }
 
 QString minutesAndSeconds(qint64 milliseconds)
@@ -100,7 +112,7 @@ public:
                      qlonglong(total_), qPrintable(name),
                      qPrintable(failed                   ? "refused: " + job.reason
                                 : job.result == "kept" ? QString("kept: its picture is there already")
-                                                       : QString("rendered in %1 ms").arg(job.milliseconds)));
+                                                       : QString("rendered in %1 ms%2").arg(job.milliseconds).arg(faceOf(job))));
     }
 
     qint64 elapsed() const { return clock_.elapsed(); }
@@ -145,7 +157,9 @@ bool writeReport(const QString& path, const std::vector<Job>& jobs)
                                    {"output", job.output},
                                    {"result", job.result},
                                    {"reason", job.reason},
-                                   {"milliseconds", job.milliseconds}});
+                                   {"milliseconds", job.milliseconds},
+                                   {"facesFound", job.faces},
+                                   {"face", job.face}});
     QSaveFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(entries).toJson()) >= 0 && file.commit();
 }
@@ -228,7 +242,7 @@ int runBatch(const BatchOptions& options)
     const auto work = [&] {
         for (std::size_t k = 0; !interrupted && (k = next++) < todo.size();) {
             Job& job = *todo[k];
-            render(job, options.state, options.encoding);
+            render(job, options);
             const std::lock_guard<std::mutex> locked(printing);
             progress.photoDone(job);
         }

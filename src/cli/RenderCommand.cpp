@@ -1,6 +1,7 @@
 #include "BatchRender.h"
 #include "CliCommands.h"
 #include "EditingStateJson.h"
+#include "FaceOptions.h"
 #include "Presets.h"
 #include "RetouchedFile.h"
 
@@ -29,7 +30,8 @@ struct RenderArguments {
     QStringList photos;
     QString settings, preset, output, format, report;
     PictureEncoding encoding;
-    bool timings = false, recursive = false, overwrite = false, quiet = false, oneAtATime = false;
+    bool timings = false, recursive = false, overwrite = false, quiet = false, oneAtATime = false, largestFace = false;
+    FacePick face;
 
     // Several photos, a folder, or an output that is a folder.
     bool batch() const
@@ -51,7 +53,7 @@ bool parse(const QStringList& arguments, RenderArguments& parsed)
     const std::pair<const char*, bool RenderArguments::*> flags[] = {
         {"--timings", &RenderArguments::timings},     {"--recursive", &RenderArguments::recursive},
         {"--overwrite", &RenderArguments::overwrite}, {"--quiet", &RenderArguments::quiet},
-        {"--one-at-a-time", &RenderArguments::oneAtATime}};
+        {"--one-at-a-time", &RenderArguments::oneAtATime}, {"--largest-face", &RenderArguments::largestFace}};
     const std::pair<const char*, QString RenderArguments::*> values[] = {
         {"--settings", &RenderArguments::settings}, {"--preset", &RenderArguments::preset},
         {"-o", &RenderArguments::output},           {"--format", &RenderArguments::format},
@@ -107,9 +109,12 @@ int runSettings()
     return kCliOk;
 }
 
-int runRender(const QStringList& arguments)
+int runRender(const QStringList& given)
 {
     RenderArguments args;
+    QStringList arguments = given;
+    if (QString error; !takeFaceOptions(arguments, args.face, error))
+        return fail(kCliUsage, error);
     if (!parse(arguments, args))
         return fail(kCliUsage, "usage: bellavenor-cli render PHOTO... [--settings FILE.json|--preset NAME] "
                                "-o OUT.png|.jpg|.webp|.tif|FOLDER/ [--quality 1-100] [--timings] (see --help)");
@@ -127,18 +132,23 @@ int runRender(const QStringList& arguments)
     const QString settings = settingsFileOf(args, error);
     if (!error.isEmpty() || (!settings.isEmpty() && !readSettingsFile(settings, state, error)))
         return fail(kCliUnreadable, error);
+    if (args.batch() && !args.face.isDefault())
+        return fail(kCliUsage, "--face and --face-box take one photo; a batch takes --largest-face.");
     if (args.batch())
         return runBatch({args.photos, args.output, args.encoding, state, args.recursive, args.overwrite, args.quiet,
-                         args.oneAtATime, args.report});
+                         args.oneAtATime, args.report, args.largestFace});
+    args.face.largest = args.largestFace;
     StageClock clock{args.timings, {}};
     clock.timer.start();
     const RenderOutcome outcome = renderPhotoFile(args.photos.first(), state, args.output, args.encoding,
-                                                  [&](const char* stage) { clock.lap(stage); });
+                                                  [&](const char* stage) { clock.lap(stage); }, args.face);
     tellWarnings(outcome.warnings);
     switch (outcome.result) {
     case RenderOutcome::Written: return kCliOk;
     case RenderOutcome::NoFace: return fail(kCliNoFace, outcome.message);
     case RenderOutcome::SeveralFaces: return fail(kCliSeveralFaces, outcome.message);
+    case RenderOutcome::NoSuchFace:
+        return fail(kCliUsage, noSuchFaceMessage(args.face, outcome.faces, outcome.photoSize));
     default: return fail(kCliUnreadable, outcome.message);
     }
 }

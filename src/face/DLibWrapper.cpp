@@ -12,7 +12,9 @@
 
 #include <opencv2/core.hpp>
 
+#include <algorithm>
 #include <array>
+#include <functional>
 #include <atomic>
 #include <future>
 #include <mutex>
@@ -72,32 +74,68 @@ FaceLandmarks toLandmarks(const dlib::full_object_detection& shape)
     return points;
 }
 
+// dlib reads colour photos as R, G, B bytes; its detector takes the
+// strongest gradient over the three channels, which it would not do on
+// four.
+QImage rgbOf(const QImage& photo)
+{
+    QImage rgb = photo.convertToFormat(QImage::Format_RGB888);
+    requireAllocated(rgb, photo.size());
+    return rgb;
+}
+
+// The faces, largest first; ties keep dlib's order (left to right).
+std::vector<QRect> facesOn(const QImage& rgb)
+{
+    const RgbPixels pixels{rgb.constBits(), rgb.width(), rgb.height(), size_t(rgb.bytesPerLine())};
+    std::vector<QRect> faces;
+    for (const HogDetection& face : detectFaces(faceDetector(), pixels, 0.0))
+        faces.push_back(QRect(QPoint(int(face.left), int(face.top)), QPoint(int(face.right), int(face.bottom))));
+    std::stable_sort(faces.begin(), faces.end(), [](const QRect& a, const QRect& b) {
+        return qint64(a.width()) * a.height() > qint64(b.width()) * b.height();
+    });
+    return faces;
+}
+
+// The landmarks in `box`; the pixels are wrapped, not copied again.
+FaceLandmarks landmarksIn(const QImage& rgb, const QRect& box, QString& error)
+{
+    const dlib::shape_predictor* predictor = loadedModel(error);
+    if (!predictor)
+        return {};
+    const cv::Mat pixels(rgb.height(), rgb.width(), CV_8UC3, const_cast<uchar*>(rgb.constBits()),
+                         size_t(rgb.bytesPerLine()));
+    const dlib::cv_image<dlib::rgb_pixel> image(pixels);
+    return toLandmarks((*predictor)(image, dlib::rectangle(box.left(), box.top(), box.right(), box.bottom())));
+}
+
 // Faces are looked for while the model may still be read on another
 // thread; the landmarks of the one face wait for it.
 DetectionResult detect(const QImage& photo)
 {
-    // dlib reads colour photos as R, G, B bytes; its detector takes the
-    // strongest gradient over the three channels, which it would not do on
-    // four. The pixels are wrapped, not copied again.
-    const QImage rgb = photo.convertToFormat(QImage::Format_RGB888);
-    requireAllocated(rgb, photo.size());
-    const cv::Mat pixels(rgb.height(), rgb.width(), CV_8UC3, const_cast<uchar*>(rgb.constBits()),
-                         size_t(rgb.bytesPerLine()));
-    const dlib::cv_image<dlib::rgb_pixel> image(pixels);
-
-    const RgbPixels rgbPixels{rgb.constBits(), rgb.width(), rgb.height(), size_t(rgb.bytesPerLine())};
-    const std::vector<HogDetection> faces = detectFaces(faceDetector(), rgbPixels, 0.0);
+    const QImage rgb = rgbOf(photo);
     DetectionResult result;
-    if (faces.empty())
-        result.code = 1;
-    else if (faces.size() > 1)
-        result.code = 2;
-    else if (const dlib::shape_predictor* predictor = loadedModel(result.error)) {
-        result.code = 0;
-        const HogDetection& face = faces.front();
-        result.landmarks = toLandmarks((*predictor)(image, dlib::rectangle(face.left, face.top, face.right, face.bottom)));
-    }
+    result.faces = facesOn(rgb);
+    result.code = result.faces.empty() ? 1 : result.faces.size() > 1 ? 2 : 0;
+    if (result.code == 0)
+        result.landmarks = landmarksIn(rgb, result.faces.front(), result.error);
     return result;
+}
+
+// A dlib call whose failure comes back as an error.
+DetectionResult guarded(const QImage& photo, const std::function<DetectionResult()>& call)
+{
+    DetectionResult result;
+    if (photo.isNull()) {
+        result.error = "There is no picture to look for a face on.";
+        return result;
+    }
+    try {
+        return call();
+    } catch (const std::exception& failure) {
+        result.error = QString("The face could not be analysed: %1").arg(failure.what());
+        return result;
+    }
 }
 
 } // namespace
@@ -155,15 +193,26 @@ void DLibWrapper::finishReadingModel()
 
 DetectionResult DLibWrapper::Detect_Facial_Points(const QImage& photo)
 {
-    DetectionResult result;
-    if (photo.isNull()) {
-        result.error = "There is no picture to look for a face on.";
+    return guarded(photo, [&] { return detect(photo); });
+}
+
+DetectionResult DLibWrapper::Find_Faces(const QImage& photo)
+{
+    return guarded(photo, [&] {
+        DetectionResult result;
+        result.faces = facesOn(rgbOf(photo));
+        result.code = result.faces.empty() ? 1 : result.faces.size() > 1 ? 2 : 0;
         return result;
-    }
-    try {
-        return detect(photo);
-    } catch (const std::exception& failure) {
-        result.error = QString("The face could not be analysed: %1").arg(failure.what());
+    });
+}
+
+DetectionResult DLibWrapper::Predict_Facial_Points(const QImage& photo, const QRect& box)
+{
+    return guarded(photo, [&] {
+        DetectionResult result;
+        result.landmarks = landmarksIn(rgbOf(photo), box, result.error);
+        result.code = 0;
+        result.faces = {box};
         return result;
-    }
+    });
 }

@@ -3,7 +3,10 @@
 #include "FaceLandmarks.h"
 
 #include <QImage>
+#include <QRect>
 #include <QString>
+
+#include <vector>
 
 // What the face detector found on a photo.
 struct DetectionResult {
@@ -11,6 +14,9 @@ struct DetectionResult {
     int code = 1;
     FaceLandmarks landmarks; // 68 points when code is 0, else empty
     QString error;           // set when detection could not run (no model); code is then meaningless
+    // Every face the detector found, largest first (a tie left to right):
+    // dlib's boxes, right and bottom inclusive.
+    std::vector<QRect> faces;
 
     bool ok() const { return error.isEmpty(); }
 };
@@ -24,6 +30,15 @@ public:
     // The model is loaded on first use and kept for the life of the process.
     // Never throws: dlib's failures come back as an error.
     static DetectionResult Detect_Facial_Points(const QImage& photo);
+
+    // The 68 landmarks predicted in `box` of `photo` (right and bottom
+    // inclusive, as dlib's rectangle), exactly as for a face the detector
+    // found there; code 0, or an error.
+    static DetectionResult Predict_Facial_Points(const QImage& photo, const QRect& box);
+
+    // Every face the detector finds on `photo` without the one-face rule,
+    // largest first; an error when it could not run.
+    static DetectionResult Find_Faces(const QImage& photo);
 
     // Starts reading the model on another thread, so that the first photo
     // opened does not pay for it; a detection before it is read waits for

@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <functional>
+#include <vector>
 
 // Everything derived from one opened photo: made in one piece by
 // openAndAnalyse and swapped in whole, so a refused photo leaves nothing
@@ -47,10 +48,29 @@ struct OpenedPhoto {
 void deriveRegions(OpenedPhoto& photo);
 
 struct OpenResult {
-    enum Outcome { Opened, NoFace, SeveralFaces, Failed };
+    enum Outcome { Opened, NoFace, SeveralFaces, Failed, NoSuchFace };
     Outcome outcome = Failed;
     QString message; // what to tell the user when the photo was not opened
+    // Opened: the photo and its face. NoFace and SeveralFaces: the decoded
+    // photo without landmarks, so that a face can be chosen or marked on it
+    // without reading the file again.
     OpenedPhoto photo;
+    // Every face the detector found, largest first; and which of them was
+    // taken (1-based), 0 for a frame found otherwise or drawn.
+    std::vector<QRect> faces;
+    int faceTaken = 0;
+};
+
+// Which face an open takes. By default exactly one face, refusing a photo
+// with none or several; or the Nth face found (1-based, largest first), the
+// largest face, or the face in a box drawn on the upright photo (pixels,
+// right and bottom inclusive).
+struct FacePick {
+    int number = 0;
+    bool largest = false;
+    QRect box;
+
+    bool isDefault() const { return number == 0 && !largest && box.isNull(); }
 };
 
 // Reads the photo, finds exactly one face and derives all its regions and
@@ -58,8 +78,10 @@ struct OpenResult {
 // and never touches a photo already open.
 OpenResult openAndAnalyse(const QString& path);
 
-// The same for a photo already decoded from `path`.
-OpenResult analysePhoto(const QString& path, DecodedPhoto decoded);
+// The same for a photo already decoded from `path`, taking the face `pick`
+// says. A face number beyond the faces found is NoSuchFace; a box outside
+// the photo is Failed.
+OpenResult analysePhoto(const QString& path, DecodedPhoto decoded, const FacePick& pick = {});
 
 // Runs a stage of an open so that no exception leaves it: running out of
 // memory and a failing library call come back as a refusal naming the file.

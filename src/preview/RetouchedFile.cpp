@@ -28,7 +28,7 @@ WriteFailure writeRetouched(Compositor& compositor, const OpenedPhoto& photo, co
 }
 
 RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, const QString& output,
-                              const PictureEncoding& encoding, const StageLap& lap)
+                              const PictureEncoding& encoding, const StageLap& lap, const FacePick& pick)
 {
     const auto stage = [&](const char* name) { lapAt(lap, name); };
     RenderOutcome outcome;
@@ -41,11 +41,15 @@ RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, c
         outcome.tooLarge = decoded.error.contains("megapixels");
         return outcome;
     }
-    const OpenResult opened = analysePhoto(photo, std::move(decoded));
+    outcome.photoSize = decoded.img_Basic.size();
+    const OpenResult opened = analysePhoto(photo, std::move(decoded), pick);
     stage("analyse");
+    outcome.faces = int(opened.faces.size());
+    outcome.faceTaken = opened.faceTaken;
     if (opened.outcome != OpenResult::Opened) {
         outcome.result = opened.outcome == OpenResult::NoFace         ? RenderOutcome::NoFace
                          : opened.outcome == OpenResult::SeveralFaces ? RenderOutcome::SeveralFaces
+                         : opened.outcome == OpenResult::NoSuchFace   ? RenderOutcome::NoSuchFace
                                                                       : RenderOutcome::Unreadable;
         outcome.message = opened.message;
         return outcome;

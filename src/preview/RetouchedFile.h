@@ -35,12 +35,14 @@ WriteFailure writeRetouched(Compositor& compositor, const OpenedPhoto& photo, co
 // A photo's file rendered into a picture file: decoded, analysed (exactly
 // one face), composed and written as above.
 struct RenderOutcome {
-    enum Result { Written, Unreadable, NoFace, SeveralFaces, NotRendered, NotWritten };
+    enum Result { Written, Unreadable, NoFace, SeveralFaces, NotRendered, NotWritten, NoSuchFace };
     Result result = Unreadable;
+    int faces = 0, faceTaken = 0; // faces found, and which was retouched (1-based)
+    QSize photoSize;              // the upright photo's, once decoded
     QString message;     // why, naming the file, when not written
     QStringList warnings; // what was left out of the photo or the picture
     bool tooLarge = false; // refused for its size before it was decoded
 };
 
 RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, const QString& output,
-                              const PictureEncoding& encoding, const StageLap& lap = {});
+                              const PictureEncoding& encoding, const StageLap& lap = {}, const FacePick& pick = {});

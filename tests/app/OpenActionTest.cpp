@@ -1,5 +1,6 @@
 #include "StartedDelegate.h"
 #include "FileActions.h"
+#include "FaceChooser.h"
 #include "MainWindow.h"
 #include "View_Picture.h"
 
@@ -10,6 +11,7 @@
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUndoStack>
 
 #include <gtest/gtest.h>
 
@@ -80,14 +82,58 @@ TEST_F(OpenActionTest, RefusedPhotosLeaveTheOpenPhotoAndItsStateAsTheyWere)
     EXPECT_EQ(alerts[0].informativeText, "More than one face was found on the picture.");
     EXPECT_EQ(alerts[1].informativeText, "No face was found on the picture.");
     EXPECT_TRUE(alerts[2].informativeText.contains("corrupt.png"));
-    for (const Alert& alert : alerts) {
+    for (const Alert& alert : alerts)
         EXPECT_EQ(alert.message, "Error");
-        EXPECT_EQ(alert.buttons, QStringList{"Close"});
-    }
+    EXPECT_EQ(alerts[0].buttons, QStringList({"Close", "Choose a Face…"}));
+    EXPECT_EQ(alerts[1].buttons, QStringList({"Close", "Mark the Face…"}));
+    EXPECT_EQ(alerts[2].buttons, QStringList{"Close"});
     EXPECT_TRUE(app->b_Image_Loaded_OK());
     EXPECT_EQ(app->document().photo()->path, portraitPath());
     EXPECT_EQ(app->document().photo()->facePointsRelativeToImageSize, landmarks);
     EXPECT_TRUE(app->document().state == before) << "a refused photo switches nothing off";
+}
+
+// The refusal's second button shows the faces: the one clicked opens as a
+// single face would (effects off, a new history); the frame drawn on a photo
+// without a face too; a cancelled choice leaves the open photo.
+TEST_F(OpenActionTest, AFaceChosenOrMarkedOpensThePhotoWithThatFaceAndCancelKeepsTheOldOne)
+{
+    open(portraitPath());
+    const FaceLandmarks portraitFace = app->document().photo()->facePointsRelativeToImageSize;
+    std::vector<FaceChoice> shown;
+    std::optional<FaceFrame> answer;
+    app->dialogs.chooseFace = [&](const FaceChoice& choice) {
+        shown.push_back(choice);
+        return answer;
+    };
+    alertAnswer = 1;
+    const QString twoFaces = twoFacesPath();
+    open(twoFaces);
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].facesSeen, int(shown[0].frames.size())); // the faces, and what the detector takes for one
+    ASSERT_GE(shown[0].facesSeen, 2);
+    EXPECT_FALSE(shown[0].markByHand);
+    EXPECT_EQ(app->document().photo()->facePointsRelativeToImageSize, portraitFace) << "cancelled: nothing changed";
+
+    app->document().state.b_Color_Lips = true;
+    answer = shown[0].frames[1];
+    open(twoFaces);
+    ASSERT_EQ(app->document().photo()->path, twoFaces);
+    const FaceLandmarks& chosen = app->document().photo()->facePointsRelativeToImageSize;
+    const double shift = answer->box.center().x() > 512 ? 512 : 0;
+    for (int i = 0; i < kLandmarkCount; ++i)
+        EXPECT_NEAR(chosen[i].x(), portraitFace[i].x() + shift, 1) << "landmark " << i << " of that face";
+    EXPECT_FALSE(app->document().state.b_Color_Lips);
+    EXPECT_FALSE(app->document().history().stack().canUndo());
+
+    QImage wall(300, 200, QImage::Format_RGB32);
+    wall.fill(Qt::gray);
+    answer = FaceFrame::drawn(QRect(100, 50, 90, 100));
+    const QString noFace = writePicture("wall.png", wall);
+    open(noFace);
+    EXPECT_TRUE(shown.back().markByHand);
+    EXPECT_EQ(app->document().photo()->path, noFace);
+    EXPECT_EQ(app->document().photo()->facePointsRelativeToImageSize.size(), kLandmarkCount);
 }
 
 TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
@@ -109,4 +155,47 @@ TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
     ASSERT_EQ(alerts.size(), 1u);
     EXPECT_EQ(alerts[0].informativeText, "More than one face was found on the picture.") << "the same refusal";
     EXPECT_EQ(app->document().photo()->path, portraitPath()) << "and the photo open before stays";
+}
+
+// In the chooser a click inside a frame takes it (the smaller of two
+// overlapping frames), a drag draws a frame on the photo's pixels when
+// marking by hand, and Escape takes nothing.
+TEST(FaceChooserTest, AClickTakesTheFrameUnderItADragDrawsOneAndEscapeNone)
+{
+    QImage photo(400, 200, QImage::Format_RGB32);
+    photo.fill(Qt::darkGray);
+    const FaceFrame large = FaceFrame::drawn(QRect(20, 20, 160, 160)), small = FaceFrame::drawn(QRect(60, 60, 40, 40));
+    const FaceFrame right = FaceFrame::drawn(QRect(250, 40, 100, 100));
+    const auto run = [&](bool markByHand, const std::function<void(QWidget&)>& act) {
+        FaceChooser chooser({photo, {large, right, small}, markByHand, 3}, nullptr);
+        chooser.resize(800 + 22, 500); // the photo fitted at 2 view pixels per pixel, or near
+        chooser.show();
+        QWidget& view = *chooser.findChild<QWidget*>("frames");
+        act(view);
+        return chooser.chosen();
+    };
+    // photo pixel → view position in the fitted frame
+    const auto at = [](QWidget& view, QPointF pixel) {
+        const double scale = std::min(view.width() / 400.0, view.height() / 200.0);
+        return QPoint(int((view.width() - 400 * scale) / 2 + pixel.x() * scale), int((view.height() - 200 * scale) / 2 + pixel.y() * scale));
+    };
+    const auto clickAt = [&](QPointF pixel) {
+        return run(false, [&](QWidget& view) { QTest::mouseClick(&view, Qt::LeftButton, {}, at(view, pixel)); });
+    };
+    EXPECT_EQ(clickAt({300, 90})->box, right.box);
+    EXPECT_EQ(clickAt({30, 150})->box, large.box);
+    EXPECT_EQ(clickAt({80, 80})->box, small.box) << "the face inside the larger frame";
+    EXPECT_FALSE(clickAt({220, 190}).has_value()) << "outside every frame";
+
+    const std::optional<FaceFrame> drawn = run(true, [&](QWidget& view) {
+        QTest::mousePress(&view, Qt::LeftButton, {}, at(view, {200, 30}));
+        QTest::mouseMove(&view, at(view, {240, 100}));
+        QTest::mouseRelease(&view, Qt::LeftButton, {}, at(view, {240, 100}));
+    });
+    ASSERT_TRUE(drawn.has_value());
+    EXPECT_NEAR(drawn->box.left(), 200, 1);
+    EXPECT_NEAR(drawn->box.top(), 30, 1);
+    EXPECT_NEAR(drawn->box.width(), 40, 2);
+    EXPECT_NEAR(drawn->box.height(), 70, 2);
+    EXPECT_FALSE(run(true, [](QWidget& view) { QTest::keyClick(view.window(), Qt::Key_Escape); }).has_value());
 }

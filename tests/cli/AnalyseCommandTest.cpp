@@ -2,7 +2,10 @@
 
 #include <QFile>
 #include <QJsonDocument>
+#include <QJsonArray>
 #include <QJsonObject>
+#include <QImage>
+#include <QPainter>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -57,4 +60,64 @@ TEST(CommandLine, HelpVersionUnknownWordsAndTheLogOnlyWhenAsked)
     const CliRun verbose = runCli({"analyse", portrait, "--verbose"});
     EXPECT_EQ(verbose.status, 0);
     EXPECT_EQ(verbose.err.count("Point "), 68);
+}
+
+// A group photo: --face N analyses the Nth face, largest first, and render
+// retouches it; a face beyond those found, a box outside the photo or of no
+// size, malformed numbers: one line naming the option and its range, the
+// usage status, nothing written. A batch with --largest-face says which face
+// of how many.
+TEST(FaceOptions, TakeTheFaceAskedForOrSayWhatTheyAllow)
+{
+    QTemporaryDir folder;
+    QImage head = QImage(QString(BELLAVENOR_TEST_DATA) + "/portrait.png").copy(0, 0, 512, 340);
+    QImage group(1024 + 256, 512, QImage::Format_RGB32);
+    group.fill(Qt::gray);
+    QPainter painter(&group);
+    painter.drawImage(QRect(0, 0, 768, 510), head); // the larger face: the first
+    painter.drawImage(768, 0, head);
+    painter.end();
+    const QString photo = folder.filePath("group.png");
+    ASSERT_TRUE(group.save(photo));
+
+    const QJsonObject second = QJsonDocument::fromJson(runCli({"analyse", photo, "--face", "2"}).out).object();
+    EXPECT_EQ(second["facesFound"].toInt(), 2);
+    EXPECT_GT(second["landmarks"][30][0].toDouble(), 768) << "the nose of the smaller head, on the right";
+    const QJsonObject first = QJsonDocument::fromJson(runCli({"analyse", photo, "--face", "1"}).out).object();
+    EXPECT_LT(first["landmarks"][30][0].toDouble(), 768);
+    const QString boxed = QString("%1,%2,%3,%4").arg(768 + 170).arg(60).arg(110).arg(120);
+    const QJsonObject inBox = QJsonDocument::fromJson(runCli({"analyse", photo, "--face-box", boxed}).out).object();
+    EXPECT_NEAR(inBox["landmarks"][30][0].toDouble(), second["landmarks"][30][0].toDouble(), 3);
+
+    const QString out = folder.filePath("out.png");
+    const std::pair<QStringList, QString> refused[] = {
+        {{"--face", "3"}, "--face 3: the picture has 2 faces; choose 1 to 2."},
+        {{"--face", "0"}, "--face needs a face number from 1 up, not \"0\"."},
+        {{"--face", "two"}, "--face needs a face number from 1 up"},
+        {{"--face-box", "10,10,0,50"}, "--face-box needs X,Y,W,H"},
+        {{"--face-box", "10,10,50"}, "--face-box needs X,Y,W,H"},
+        {{"--face-box", "1200,10,100,100"}, "lies outside the photo: X and X+W up to 1280, Y and Y+H up to 512"},
+        {{"--face", "1", "--face-box", "0,0,100,100"}, "cannot be given together"},
+    };
+    for (const auto& [options, message] : refused)
+        for (const QString command : {"analyse", "render"}) {
+            const QStringList arguments = QStringList{command, photo} + options + (command == "render" ? QStringList{"-o", out} : QStringList{});
+            const CliRun run = runCli(arguments);
+            EXPECT_EQ(run.status, 64) << arguments.join(' ').toStdString();
+            EXPECT_TRUE(run.err.contains(message.toUtf8())) << run.err.toStdString();
+            EXPECT_EQ(run.err.count('\n'), 1);
+            EXPECT_FALSE(QFile::exists(out));
+        }
+
+    ASSERT_EQ(runCli({"render", photo, "--face", "2", "-o", out}).status, 0);
+    const QString report = folder.filePath("report.json");
+    const CliRun batch = runCli({"render", photo, "-o", folder.filePath("batch/"), "--largest-face", "--report", report});
+    EXPECT_EQ(batch.status, 0) << batch.err.toStdString();
+    EXPECT_TRUE(batch.err.contains("face 1 of 2"));
+    QFile reportFile(report);
+    ASSERT_TRUE(reportFile.open(QIODevice::ReadOnly));
+    const QJsonObject entry = QJsonDocument::fromJson(reportFile.readAll())[0].toObject();
+    EXPECT_EQ(entry["face"].toInt(), 1);
+    EXPECT_EQ(entry["facesFound"].toInt(), 2);
+    EXPECT_EQ(runCli({"render", photo, "-o", folder.filePath("refused/")}).status, 5) << "without it, refused as before";
 }

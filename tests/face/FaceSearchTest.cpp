@@ -1,0 +1,155 @@
+// Taking a face the one-face open refuses: every face of a group photo,
+// a face turned or small, each with the landmarks of that face.
+#include "DLibWrapper.h"
+#include "DataFolder.h"
+#include "FaceFixtures.h"
+#include "FaceSearch.h"
+
+#include <dlib/image_processing.h>
+#include <dlib/opencv/cv_image.h>
+
+#include <opencv2/core.hpp>
+
+#include <QTransform>
+
+#include <set>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// The head's landmarks, found alone.
+const FaceLandmarks& headLandmarks()
+{
+    static const FaceLandmarks landmarks = DLibWrapper::Detect_Facial_Points(portraitHead()).landmarks;
+    return landmarks;
+}
+
+// A fixture and where each head's pixels went on it.
+struct Fixture {
+    QImage picture;
+    std::vector<QTransform> heads;
+};
+
+Fixture sideBySide(std::initializer_list<double> scales)
+{
+    const QImage head = portraitHead();
+    Fixture fixture;
+    double x = 0;
+    for (double scale : scales) {
+        fixture.heads.push_back(QTransform::fromTranslate(x, 0).scale(scale, scale));
+        x += head.width() * scale;
+    }
+    fixture.picture = makePicture({int(std::ceil(x)), int(std::ceil(head.height() * std::max(scales)))});
+    fixture.picture.fill(Qt::gray);
+    QPainter painter(&fixture.picture);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    for (const QTransform& placement : fixture.heads) {
+        painter.setTransform(placement);
+        painter.drawImage(0, 0, head);
+    }
+    return fixture;
+}
+
+// The mean distance of `landmarks` from the head's moved by `placement`,
+// in parts of the face's width there.
+double offFromHead(const FaceLandmarks& landmarks, const QTransform& placement)
+{
+    const FaceLandmarks& head = headLandmarks();
+    double sum = 0;
+    for (int i = 0; i < kLandmarkCount; ++i)
+        sum += QLineF(landmarks[i], placement.map(head[i])).length();
+    return sum / kLandmarkCount / QLineF(placement.map(head[0]), placement.map(head[16])).length();
+}
+
+OpenResult refusedWith(const QImage& picture, const std::vector<QRect>& faces)
+{
+    OpenResult refused;
+    refused.outcome = faces.empty() ? OpenResult::NoFace : OpenResult::SeveralFaces;
+    refused.photo.img_Basic = picture;
+    refused.photo.imgSize = picture.size();
+    refused.faces = faces;
+    return refused;
+}
+
+// What stock dlib's predictor gives in `box`.
+FaceLandmarks stockLandmarks(const QImage& picture, const QRect& box)
+{
+    static const dlib::shape_predictor predictor = [] {
+        dlib::shape_predictor model;
+        dlib::deserialize(QFile::encodeName(DLibWrapper::modelPath()).toStdString()) >> model;
+        return model;
+    }();
+    const QImage rgb = picture.convertToFormat(QImage::Format_RGB888);
+    const cv::Mat pixels(rgb.height(), rgb.width(), CV_8UC3, const_cast<uchar*>(rgb.constBits()), size_t(rgb.bytesPerLine()));
+    const dlib::full_object_detection shape
+        = predictor(dlib::cv_image<dlib::rgb_pixel>(pixels), dlib::rectangle(box.left(), box.top(), box.right(), box.bottom()));
+    FaceLandmarks points;
+    for (unsigned long i = 0; i < shape.num_parts(); ++i)
+        points.append(QPointF(double(shape.part(i).x()), double(shape.part(i).y())));
+    return points;
+}
+
+} // namespace
+
+// Two and three heads of different sizes: the faces come largest first,
+// each taken gives its own head's landmarks, equal to stock dlib's in the
+// same box; a box drawn by hand too.
+TEST(FaceSearch, EveryFaceOfAGroupCanBeTakenLargestFirstWithItsOwnLandmarks)
+{
+    for (const Fixture& group : {sideBySide({1.0, 1.5}), sideBySide({1.25, 1.0, 1.5})}) {
+        const DetectionResult found = DLibWrapper::Detect_Facial_Points(group.picture);
+        ASSERT_EQ(found.code, 2) << "several faces stay a refusal";
+        ASSERT_EQ(found.faces.size(), group.heads.size());
+        std::set<int> taken;
+        for (std::size_t k = 0; k < found.faces.size(); ++k) {
+            const FaceFrame frame = framesOf(found.faces)[k];
+            EXPECT_GE(found.faces[k == 0 ? 0 : k - 1].width(), frame.box.width()) << "largest first";
+            const OpenResult opened = openWithFace(refusedWith(group.picture, found.faces), frame);
+            ASSERT_EQ(opened.outcome, OpenResult::Opened) << opened.message.toStdString();
+            const FaceLandmarks& landmarks = opened.photo.facePointsRelativeToImageSize;
+            EXPECT_EQ(landmarks, stockLandmarks(group.picture, frame.box));
+            const auto nearest = std::ranges::min_element(group.heads, {}, [&](const QTransform& t) { return offFromHead(landmarks, t); });
+            EXPECT_LT(offFromHead(landmarks, *nearest), 0.03) << "face " << k + 1;
+            taken.insert(int(nearest - group.heads.begin()));
+        }
+        EXPECT_EQ(taken.size(), group.heads.size()) << "each head once";
+    }
+    const Fixture alone = sideBySide({1.0});
+    const QRect drawn(150, 60, 140, 150);
+    const OpenResult marked = openWithFace(refusedWith(alone.picture, {}), FaceFrame::drawn(drawn));
+    EXPECT_EQ(marked.photo.facePointsRelativeToImageSize, stockLandmarks(alone.picture, drawn));
+}
+
+// A head on its side (either way), tilted 50°, or with a face about 50
+// pixels wide is no face to the detector; the wider search offers its
+// frame, and taking it puts the landmarks on the face: on the photo turned
+// upright for a quarter turn, on the photo as it is for a tilt.
+TEST(FaceSearch, TurnedAndSmallFacesAreOfferedAFrameThatOpensOnTheFace)
+{
+    const QImage head = portraitHead();
+    const struct {
+        double degrees, scale;
+        int quarterTurns; // the photo used turned back upright
+    } rows[] = {{90, 1, 3}, {-90, 1, 1}, {50, 1, 0}, {-50, 1, 0}, {0, 0.55, 0}};
+    for (const auto& row : rows) {
+        QTransform turn;
+        turn.rotate(row.degrees);
+        const QImage scaled = head.scaled(head.size() * row.scale, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        const QImage fixture = row.degrees == 0 ? scaled : toPicture(scaled.transformed(turn, Qt::SmoothTransformation));
+        const QTransform placement = QTransform::fromScale(row.scale, row.scale)
+                                     * QImage::trueMatrix(turn, scaled.width(), scaled.height());
+        SCOPED_TRACE(row.degrees + 1000 * row.scale);
+        ASSERT_EQ(DLibWrapper::Detect_Facial_Points(fixture).code, 1);
+        const std::vector<FaceFrame> offered = facesBeyondLimits(fixture);
+        ASSERT_FALSE(offered.empty());
+        EXPECT_EQ(offered[0].quarterTurns, row.quarterTurns);
+        const OpenResult opened = openWithFace(refusedWith(fixture, {}), offered[0]);
+        ASSERT_EQ(opened.outcome, OpenResult::Opened) << opened.message.toStdString();
+        QTransform upright;
+        upright.rotate(90.0 * row.quarterTurns);
+        const QTransform onOpened = placement * QImage::trueMatrix(upright, fixture.width(), fixture.height());
+        EXPECT_EQ(opened.photo.img_Basic.size(), row.quarterTurns ? head.size() : fixture.size());
+        EXPECT_LT(offFromHead(opened.photo.facePointsRelativeToImageSize, onOpened), 0.05);
+    }
+}
