@@ -127,7 +127,10 @@ void AppDelegate::connectView()
 void AppDelegate::connectDocument()
 {
     connect(document_.get(), &Document::edited, table_.get(), &CategoryTable::showEffectsOn);
-    connect(document_.get(), &Document::settingsReplaced, this, [this] { panels_->showState(); });
+    // A whole new edit (undo, redo, Defaults, a preset or settings file, a
+    // new photo) moves the sliders that only write as well: only a panel
+    // being opened leaves them where they were.
+    connect(document_.get(), &Document::settingsReplaced, this, [this] { panels_->showState(true); });
     connect(document_.get(), &Document::photoReplaced, this, &AppDelegate::showStatus);
 }
 

@@ -1,5 +1,6 @@
 #include "EffectOrder.h"
 #include "TestPortrait.h"
+#include "RandomSettings.h"
 #include "StartedDelegate.h"
 #include "ColourWell.h"
 #include "EffectOrder.h"
@@ -315,5 +316,59 @@ TEST_F(PanelsTest, ControlsRestWhileAMouseModeIsOnWhenOpenedAfterDefaultsAndAfte
         EXPECT_FALSE(panel->findChild<QWidget*>(p.values.front())->isEnabled());
         panel->close();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+namespace {
+
+// The number a setting holds, by its field name.
+double numberOf(EditingState& state, const char* name)
+{
+    double number = std::nan("");
+    state.forEachField([&](const char* field, auto& value) {
+        if constexpr (std::is_arithmetic_v<std::decay_t<decltype(value)>>)
+            if (qstrcmp(field, name) == 0)
+                number = double(value);
+    });
+    return number;
+}
+
+} // namespace
+
+// After a settings file, a preset, an undo, a redo and each Defaults press,
+// every control of every open panel shows what the picture now uses: the
+// switches, modes and every slider, those that only write when the panel
+// opens too.
+TEST_F(PanelsTest, EveryControlOfEveryOpenPanelShowsTheStateAfterUndoDefaultsAndSettings)
+{
+    withPhoto();
+    for (const EffectInfo& effect : effects())
+        app->openEffect(effect);
+    const auto showsState = [&](const char* after) {
+        EditingState& state = app->document().state;
+        for (const EffectInfo& effect : effects())
+            for (const PanelControl& c : effect.panel().controls) {
+                QWidget* control = app->panels().panelOf(effect)->findChild<QWidget*>(c.control);
+                const double number = numberOf(state, c.field);
+                if (auto* slider = qobject_cast<QSlider*>(control)) {
+                    const bool hundredths = settingRange(c.field)->slider == SliderScale::Hundredths;
+                    EXPECT_EQ(slider->value(), hundredths ? std::lround(number * 100) : long(number))
+                        << c.field << " after " << after;
+                } else if (auto* box = qobject_cast<QCheckBox*>(control)) {
+                    EXPECT_EQ(box->isChecked(), number != 0) << c.field << " after " << after;
+                }
+            }
+    };
+    app->document().replaceSettings(randomSettings(21), "a settings file");
+    showsState("a settings file");
+    app->document().replaceSettings(randomSettings(22), "a preset");
+    showsState("a preset");
+    app->document().history().stack().undo();
+    showsState("an undo");
+    app->document().history().stack().redo();
+    showsState("a redo");
+    for (const EffectInfo& effect : effects()) {
+        app->panels().panelOf(effect)->findChild<QPushButton*>("buttonDefaults")->click();
+        showsState(nameOfSwitch(effect.effectSwitch));
     }
 }
