@@ -31,7 +31,13 @@ FileActions::FileActions(Document& document, Dialogs& dialogs, MainWindow& windo
                                     return error.isEmpty();
                                 },
                                 [this](const QString& path, const QString& step) { applySettingsFile(path, step); },
-                                [this](const QString& message) { refuse(message); }});
+                                [this](const QString& message) { refuse(message); },
+                                [this](const QString& name) {
+                                    return dialogs_.showAlert({tr("Delete Preset"),
+                                                               tr("Delete the preset \"%1\"? Its settings cannot be "
+                                                                  "brought back.").arg(name),
+                                                               {tr("Cancel"), tr("Delete")}}) == 1;
+                                }});
 }
 
 void FileActions::refuse(const QString& message)

@@ -62,9 +62,12 @@ void PresetsMenu::apply(const QString& name)
         actions_.apply(path, tr("Apply Preset %1").arg(name));
 }
 
+// A preset's file is gone for good once deleted: the person is asked first.
 void PresetsMenu::remove(const QString& name)
 {
     const QString path = pathOf(name);
-    if (!path.isEmpty() && !QFile::remove(path))
+    if (path.isEmpty() || !actions_.confirmDelete(name))
+        return;
+    if (!QFile::remove(path))
         actions_.refuse(tr("The preset \"%1\" could not be deleted.").arg(name));
 }

@@ -20,6 +20,7 @@ public:
         std::function<bool(const QString& path)> saveTo;          // writes the settings; false when refused
         std::function<void(const QString& path, const QString& step)> apply;
         std::function<void(const QString& message)> refuse;      // an error alert
+        std::function<bool(const QString& name)> confirmDelete;  // true: delete the preset so named
     };
 
     PresetsMenu(QMenu* menu, QString folder, Actions actions);

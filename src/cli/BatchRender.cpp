@@ -175,10 +175,11 @@ void printSummary(const std::vector<Job>& jobs, qint64 milliseconds, bool stoppe
         why << QString("%1 %2").arg(kind).arg(count);
         refused += count;
     }
-    std::fprintf(stderr, "Rendered %d of %d photos in %s; kept %d existing; refused %d%s.%s\n", counts["rendered"],
+    const QString notStarted = counts["not started"] ? QString(" Not started: %1.").arg(counts["not started"]) : QString();
+    std::fprintf(stderr, "Rendered %d of %d photos in %s; kept %d existing; refused %d%s.%s%s\n", counts["rendered"],
                  int(jobs.size()), qPrintable(minutesAndSeconds(milliseconds)), counts["kept"], refused,
-                 why.isEmpty() ? "" : qPrintable(" (" + why.join(", ") + ")"),
-                 stopped ? " Interrupted: the rest were not started." : "");
+                 why.isEmpty() ? "" : qPrintable(" (" + why.join(", ") + ")"), qPrintable(notStarted),
+                 stopped ? " Interrupted: those were not started." : "");
 }
 
 } // namespace
@@ -255,9 +256,11 @@ int runBatch(const BatchOptions& options)
         second->join();
     progress.end();
     const bool stopped = interrupted && std::any_of(todo.begin(), todo.end(), [](const Job* job) { return job->result == "todo"; });
-    for (Job* job : todo)
-        if (job->result == "todo")
-            refuse(*job, "not started", "Interrupted before this photo.");
+    for (Job* job : todo) // neither made nor refused: a rerun makes them
+        if (job->result == "todo") {
+            job->result = "not started";
+            job->reason = "Interrupted before this photo.";
+        }
     if (!options.report.isEmpty() && !writeReport(options.report, jobs))
         std::fprintf(stderr, "The report \"%s\" could not be written.\n", qPrintable(options.report));
     if (!options.quiet)

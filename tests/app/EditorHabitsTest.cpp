@@ -283,8 +283,14 @@ TEST_F(EditorHabitsTest, APresetIsSavedListedAppliedAsOneStepAndDeleted)
     EXPECT_EQ(lipsPanel(*app)->ui().slider_Transparency->value(), 35) << "the panel shows it";
     EXPECT_EQ(app->document().history().stack().undoText(), "Apply Preset Evening look");
 
+    alertAnswer = 0; // Cancel
+    app->presets().remove("Evening look");
+    EXPECT_EQ(presetNames(app->presetsFolder), QStringList{"Evening look"}) << "kept until confirmed";
+    EXPECT_TRUE(alerts.back().informativeText.contains("\"Evening look\"")) << "the question names it";
+    alertAnswer = 1; // Delete
     app->presets().remove("Evening look");
     EXPECT_TRUE(presetNames(app->presetsFolder).isEmpty());
+    alertAnswer = 0;
 
     // A name that is no file of its own is refused, and nothing is written.
     const QString longest(80, QChar(u'é'));

@@ -87,7 +87,12 @@ TEST_F(BatchRenderTest, CtrlCLeavesOnlyWholePicturesAndTheRerunFinishesTheRest)
     ::kill(pid_t(batch.processId()), SIGINT);
     ASSERT_TRUE(batch.waitForFinished(60000));
     EXPECT_EQ(batch.exitCode(), 130);
+    said += batch.readAllStandardError();
     const QStringList first = written();
+    const QRegularExpression summary("refused 0\\. Not started: ([0-9]+)\\. Interrupted");
+    const QRegularExpressionMatch counted = summary.match(QString(said));
+    ASSERT_TRUE(counted.hasMatch()) << said.toStdString();
+    EXPECT_EQ(counted.captured(1).toInt(), 8 - first.size()) << "photos not started are not refused";
     EXPECT_LT(first.size(), 8) << "stopped early";
     EXPECT_GE(first.size(), 1);
     for (const QString& name : first)
