@@ -1,5 +1,7 @@
 #include "AppDelegate.h"
 
+#include "HelpBrowser.h"
+
 #include "DLibWrapper.h"
 #include "DataFolder.h"
 #include "FileActions.h"
@@ -89,7 +91,7 @@ void AppDelegate::awakeFromNib()
     connect(ui.toolbarItemAdvanced, &QAction::triggered, this, &AppDelegate::OnToolbarAdvanced);
     connect(ui.menuItemAbout, &QAction::triggered, this, &AppDelegate::showAbout);
     connect(ui.menuItemQuit, &QAction::triggered, this, &AppDelegate::Terminate_App);
-    connect(ui.menuItemHelp, &QAction::triggered, this, [this] { QDesktopServices::openUrl(helpPages.userGuide); });
+    connect(ui.menuItemHelp, &QAction::triggered, this, [this] { openHelp(helpPages.userGuide); });
     connect(ui.menuItemAppHomePage, &QAction::triggered, this, &AppDelegate::OnMenuHelpAppHomePage);
     connect(ui.menuItemCompanyHomePage, &QAction::triggered, this, &AppDelegate::OnMenuHelpCompanyHomePage);
     connect(ui.menuItemPrivacyPolicy, &QAction::triggered, this, &AppDelegate::OnMenuHelpPrivacyPolicy);
@@ -310,10 +312,18 @@ void AppDelegate::OnToolbarMouth() { Reset_Toobar_Arrays(), table_->select(2, "M
 void AppDelegate::OnToolbarAdvanced() { table_->select(3, "Advanced"); }
 void AppDelegate::OnMenuOpen() { OnToolbarOpen(); }
 void AppDelegate::OnMenuSave() { OnToolbarSave(); }
-void AppDelegate::OnMenuHelpAppHomePage() { QDesktopServices::openUrl(helpPages.appHomePage); }
-void AppDelegate::OnMenuHelpCompanyHomePage() { QDesktopServices::openUrl(helpPages.companyPage); }
-void AppDelegate::OnMenuHelpPrivacyPolicy() { QDesktopServices::openUrl(helpPages.privacyPolicy); }
-void AppDelegate::OnMenuHelpSubmitTicket() { QDesktopServices::openUrl(helpPages.submitTicket); }
+void AppDelegate::OnMenuHelpAppHomePage() { openHelp(helpPages.appHomePage); }
+void AppDelegate::OnMenuHelpCompanyHomePage() { openHelp(helpPages.companyPage); }
+void AppDelegate::OnMenuHelpPrivacyPolicy() { openHelp(helpPages.privacyPolicy); }
+void AppDelegate::OnMenuHelpSubmitTicket() { openHelp(helpPages.submitTicket); }
+
+// The shipped pages in the program's own help window, made when first asked.
+void AppDelegate::openHelp(const QUrl& page)
+{
+    if (!helpBrowser_)
+        helpBrowser_ = new HelpBrowser(window_.get());
+    helpBrowser_->open(page);
+}
 void AppDelegate::On_Face_Smooth_Skin() { openEffect(*effectWithSwitch(&EditingState::b_Face_Skin_Smooth)); }
 void AppDelegate::On_Face_Wrinkle_Remover() { openEffect(*effectWithSwitch(&EditingState::b_Remove_Wrinkles)); }
 void AppDelegate::On_Face_Cheek() { openEffect(*effectWithSwitch(&EditingState::b_Apply_Cheeks)); }

@@ -4,6 +4,8 @@
 #include "Dialogs.h"
 #include "Document.h"
 #include "HelpPages.h"
+
+#include <QPointer>
 #include "LocalisedLabels.h"
 #include "PanelDock.h"
 #include "RenderSession.h"
@@ -14,6 +16,7 @@
 
 #include <memory>
 
+class HelpBrowser;
 class FileActions;
 class MainWindow;
 class PresetsMenu;
@@ -127,6 +130,10 @@ public slots:
     // The status line: the photo's file name, its size and the zoom.
     void showStatus();
 
+    // A Help menu page: shipped pages in the program's help window.
+    void openHelp(const QUrl& page);
+    QPointer<HelpBrowser> helpBrowser() const { return helpBrowser_; }
+
 private:
     void awakeFromNib();
     void connectView();
@@ -151,4 +158,5 @@ private:
     std::unique_ptr<SaveAndShare> saveAndShare_;
     std::unique_ptr<FileActions> files_;
     std::unique_ptr<PreviewKeys> previewKeys_;
+    QPointer<HelpBrowser> helpBrowser_;
 };

@@ -1,5 +1,6 @@
 #include "AppDelegate.h"
 #include "EnglishLabels.h"
+#include "HelpBrowser.h"
 #include "MainWindow.h"
 #include "Window_Lips_Color.h"
 #include "ui_Window_Lips_Color.h"
@@ -7,6 +8,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QTextBrowser>
 #include <QTimer>
 #include <QFile>
 #include <QTemporaryDir>
@@ -113,4 +115,21 @@ TEST(Alert, SuccessCarriesTheInformationIconAndErrorTheWarningOne)
     EXPECT_EQ(iconOf({"Success", "Image file saved successfully.", {"View Image File", "Close"}}),
               QMessageBox::Information);
     EXPECT_EQ(iconOf({"Error", "No face was found on the picture.", {"Close"}}), QMessageBox::Warning);
+}
+
+// Help and the Help menu's shipped pages open in the program's own window,
+// no browser needed; a link between pages is followed there.
+TEST_F(AppDelegateTest, HelpShowsTheShippedGuideInItsOwnWindow)
+{
+    const auto delegate = startedDelegate();
+    delegate->window()->ui().menuItemHelp->trigger();
+    const QPointer<HelpBrowser> help = delegate->helpBrowser();
+    ASSERT_FALSE(help.isNull());
+    EXPECT_TRUE(help->isVisible());
+    EXPECT_EQ(help->view()->documentTitle(), "Bellavenor Help — Bellavenor");
+    EXPECT_TRUE(help->view()->toPlainText().contains("Choose a category on the toolbar"));
+    emit help->view()->anchorClicked(QUrl("privacy.html"));
+    EXPECT_EQ(help->view()->documentTitle(), "Privacy policy — Bellavenor");
+    delegate->window()->ui().menuItemSubmitTicket->trigger();
+    EXPECT_EQ(help->view()->documentTitle(), "Support — Bellavenor");
 }
