@@ -88,3 +88,11 @@ void MainWindow::dropEvent(QDropEvent* event)
     event->acceptProposedAction();
     emit photoDropped(path);
 }
+
+// The docked panels give way before the photo gets less than a third of
+// the window's width: they become tabs or narrower, never the photo a strip.
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    ui_->viewPreview->setMinimumWidth((width() + 2) / 3);
+    QMainWindow::resizeEvent(event);
+}

@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyle>
 
 PanelDock::PanelDock(QMainWindow* window, PanelContext& context)
     : window_(window)
@@ -61,13 +62,42 @@ QDockWidget* PanelDock::dockFor(EffectPanel* panel, const EffectInfo& effect)
     scroll->setWidgetResizable(true);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setWidget(panel);
-    scroll->setMinimumWidth(panel->minimumSizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
+    // Panels too tall for the column become tabs, so no room is kept for a
+    // vertical scroll bar beside them.
+    scroll->setMinimumWidth(panel->minimumSizeHint().width());
     scroll->setMaximumHeight(panel->sizeHint().height()); // no taller than the panel: the rest stays free
     dock->setWidget(scroll);
     connect(panel, &QObject::destroyed, dock, &QWidget::close); // closing the panel closes its dock
+    QDockWidget* room = roomFor(dock);
     if (!window_->restoreDockWidget(dock))
         window_->addDockWidget(Qt::RightDockWidgetArea, dock, Qt::Vertical);
+    if (room && !dock->isFloating() && window_->dockWidgetArea(dock) == Qt::RightDockWidgetArea) {
+        window_->tabifyDockWidget(room, dock);
+        dock->show();
+        dock->raise();
+    }
     return dock;
+}
+
+// The column shows each panel whole: a panel that would not fit below
+// those in view becomes a tab of the last of them instead of squeezing all
+// into inner scroll bars (a small window, many panels). None: it fits.
+QDockWidget* PanelDock::roomFor(QDockWidget* dock) const
+{
+    const int titleBar = dock->style()->pixelMetric(QStyle::PM_TitleBarHeight) + 8;
+    const auto heightOf = [&](const QDockWidget* d) { return d->widget()->maximumHeight() + titleBar; };
+    int used = heightOf(dock);
+    QDockWidget* last = nullptr;
+    for (QDockWidget* other : window_->findChildren<QDockWidget*>()) {
+        if (other == dock || other->isFloating() || !other->isVisible()
+            || window_->dockWidgetArea(other) != Qt::RightDockWidgetArea || other->visibleRegion().isEmpty())
+            continue;
+        used += heightOf(other);
+        if (!last || other->y() > last->y())
+            last = other;
+    }
+    const int column = window_->centralWidget() ? window_->centralWidget()->height() : window_->height();
+    return last && used > column ? last : nullptr;
 }
 
 void PanelDock::showState(bool writingSlidersToo)

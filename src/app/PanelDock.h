@@ -36,6 +36,7 @@ public:
 
 private:
     QDockWidget* dockFor(EffectPanel* panel, const EffectInfo& effect);
+    QDockWidget* roomFor(QDockWidget* dock) const;
 
     QMainWindow* window_;
     PanelContext& context_;

@@ -90,7 +90,7 @@ void EffectPanel::build()
             grid->addWidget(label, row, 0);
             if (c.kind == ControlKind::Slider) {
                 auto* slider = new QSlider(Qt::Horizontal, this);
-                slider->setMinimumWidth(180);
+                slider->setMinimumWidth(120); // with caption and value, a panel fits a third of an 800-pixel window
                 auto* value = new QLabel(this);
                 value->setObjectName(c.value);
                 value->setMinimumWidth(40);
@@ -116,8 +116,11 @@ void EffectPanel::bind()
         case ControlKind::Slider: bindSlider(c); break;
         case ControlKind::Colour: bindColour(c); break;
         }
-        if (c.caption && c.label[0])
-            findChild<QLabel*>(c.caption)->setText(caption(c));
+        if (c.caption && c.label[0]) {
+            auto* label = findChild<QLabel*>(c.caption);
+            label->setText(caption(c));
+            label->setWordWrap(true); // a long caption takes two lines, not the photo's width
+        }
     }
 }
 
