@@ -12,7 +12,10 @@
 #include <QGuiApplication>
 #include <QStandardPaths>
 #include <QStatusBar>
+#include <QEventLoop>
 #include <QTimer>
+
+#include <future>
 
 FileActions::FileActions(Document& document, Dialogs& dialogs, MainWindow& window, QSettings& settings,
                          const QString& presetsFolder)
@@ -61,11 +64,33 @@ void FileActions::openGivenAtStart(const QStringList& arguments)
         }
 }
 
+// The open keeps its order and its results; only the waiting changes: the
+// work runs on a thread of its own while the window keeps painting, says
+// what it is doing and shows the busy cursor, taking no clicks or keys.
+template <typename Result>
+Result FileActions::whileTheWindowPaints(const QString& doing, std::function<Result()> work)
+{
+    QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    window_.statusBar()->showMessage(doing);
+    std::future<Result> result = std::async(std::launch::async, std::move(work));
+    QEventLoop waiting;
+    QTimer look;
+    connect(&look, &QTimer::timeout, &waiting, [&] {
+        if (result.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
+            waiting.quit();
+    });
+    look.start(10);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // paint at least once
+    if (result.wait_for(std::chrono::seconds(0)) != std::future_status::ready)
+        waiting.exec(QEventLoop::ExcludeUserInputEvents);
+    window_.statusBar()->clearMessage();
+    QGuiApplication::restoreOverrideCursor();
+    return result.get();
+}
+
 void FileActions::openPhoto(const QString& path)
 {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    OpenResult opened = openAndAnalyse(path);
-    QGuiApplication::restoreOverrideCursor();
+    OpenResult opened = whileTheWindowPaints<OpenResult>(tr("Finding the face…"), [path] { return openAndAnalyse(path); });
     if (opened.outcome == OpenResult::NoFace || opened.outcome == OpenResult::SeveralFaces)
         opened = offerFaceChoice(std::move(opened));
     if (opened.outcome != OpenResult::Opened) {
@@ -89,17 +114,22 @@ OpenResult FileActions::offerFaceChoice(OpenResult refused)
         return {};
     FaceChoice choice{refused.photo.img_Basic, framesOf(refused.faces), !several, int(refused.faces.size())};
     if (!several) {
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        choice.frames = facesBeyondLimits(refused.photo.img_Basic);
-        QGuiApplication::restoreOverrideCursor();
+        const QImage photo = refused.photo.img_Basic;
+        choice.frames = whileTheWindowPaints<std::vector<FaceFrame>>(tr("Finding the face…"), [photo] {
+            try {
+                return facesBeyondLimits(photo);
+            } catch (const std::exception&) { // out of memory: the frame is drawn by hand
+                return std::vector<FaceFrame>();
+            }
+        });
     }
     const std::optional<FaceFrame> frame = dialogs_.chooseFace(choice);
     if (!frame)
         return {};
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    OpenResult opened = guardedOpen(refused.photo.path, [&] { return openWithFace(std::move(refused), *frame); });
-    QGuiApplication::restoreOverrideCursor();
-    return opened;
+    const QString path = refused.photo.path;
+    return whileTheWindowPaints<OpenResult>(tr("Finding the face…"), [&] {
+        return guardedOpen(path, [&] { return openWithFace(std::move(refused), *frame); });
+    });
 }
 
 // The open dialog starts in the last photo's folder, else in the pictures

@@ -45,6 +45,8 @@ public:
 
 private:
     OpenResult offerFaceChoice(OpenResult refused);
+    template <typename Result>
+    Result whileTheWindowPaints(const QString& doing, std::function<Result()> work);
     QString openDialogFolder() const;
     void refuse(const QString& message);
 

@@ -2,6 +2,7 @@
 
 #include "DataFolder.h"
 #include "HogFaceDetector.h"
+#include "LandmarkModelCache.h"
 #include "Picture.h"
 
 #include <QFileInfo>
@@ -28,7 +29,14 @@ const char* const kModelFileName = "shape_predictor_68_face_landmarks.dat";
 // landmark model is read from a file.
 const dlib::frontal_face_detector& faceDetector()
 {
-    static const dlib::frontal_face_detector detector = dlib::get_frontal_face_detector();
+    static const dlib::frontal_face_detector detector = [] {
+        dlib::frontal_face_detector built;
+        if (!LandmarkModelCache::readDetector(built)) {
+            built = dlib::get_frontal_face_detector();
+            LandmarkModelCache::writeDetector(built);
+        }
+        return built;
+    }();
     return detector;
 }
 
@@ -53,7 +61,10 @@ const dlib::shape_predictor* loadedModel(QString& error)
     try {
         dlib::shape_predictor fresh;
         ++reads;
-        dlib::deserialize(QFile::encodeName(path).toStdString()) >> fresh;
+        if (!LandmarkModelCache::read(path, fresh)) {
+            dlib::deserialize(QFile::encodeName(path).toStdString()) >> fresh;
+            LandmarkModelCache::write(path, fresh);
+        }
         model = std::move(fresh);
         return &*model;
     } catch (const std::exception& failure) {

@@ -10,7 +10,9 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QStatusBar>
 #include <QTest>
+#include <QTimer>
 #include <QUndoStack>
 
 #include <gtest/gtest.h>
@@ -134,6 +136,24 @@ TEST_F(OpenActionTest, AFaceChosenOrMarkedOpensThePhotoWithThatFaceAndCancelKeep
     EXPECT_TRUE(shown.back().markByHand);
     EXPECT_EQ(app->document().photo()->path, noFace);
     EXPECT_EQ(app->document().photo()->facePointsRelativeToImageSize.size(), kLandmarkCount);
+}
+
+// While a photo is analysed the window keeps handling its events (it
+// paints) and says what it does; the open's result is as before.
+TEST_F(OpenActionTest, TheWindowKeepsPaintingAndSaysItIsFindingTheFace)
+{
+    QString saidDuring;
+    Qt::CursorShape cursorDuring = Qt::ArrowCursor;
+    QTimer::singleShot(0, [&] {
+        saidDuring = app->window()->statusBar()->currentMessage();
+        cursorDuring = QGuiApplication::overrideCursor() ? QGuiApplication::overrideCursor()->shape() : Qt::ArrowCursor;
+    });
+    open(portraitPath());
+    EXPECT_EQ(saidDuring, "Finding the face…");
+    EXPECT_EQ(cursorDuring, Qt::BusyCursor);
+    EXPECT_TRUE(app->window()->statusBar()->currentMessage().isEmpty());
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_TRUE(app->b_Image_Loaded_OK());
 }
 
 TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)

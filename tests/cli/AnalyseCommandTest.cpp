@@ -1,6 +1,8 @@
 #include "CliRun.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <functional>
 #include <QJsonDocument>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -120,4 +122,40 @@ TEST(FaceOptions, TakeTheFaceAskedForOrSayWhatTheyAllow)
     EXPECT_EQ(entry["face"].toInt(), 1);
     EXPECT_EQ(entry["facesFound"].toInt(), 2);
     EXPECT_EQ(runCli({"render", photo, "-o", folder.filePath("refused/")}).status, 5) << "without it, refused as before";
+}
+
+// The landmark model's cache: made by the first process, used by the next;
+// a cache that is cut short, damaged by one byte or not a cache at all is
+// passed over for dlib's reader and made anew. The analysis is the same to
+// the bit every time.
+TEST(LandmarkModelCache, AnyCacheGivesTheSameAnalysisAndABadOneIsMadeAnew)
+{
+    QTemporaryDir cache;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("XDG_CACHE_HOME", cache.path());
+    const QString file = cache.filePath("Bellavenor/landmark-model.bin");
+    const QStringList analyse{"analyse", QString(BELLAVENOR_TEST_DATA) + "/portrait.png"};
+    const QByteArray byDlib = runCli(analyse, environment).out;
+    ASSERT_TRUE(QFile::exists(file)) << "the first read leaves the cache";
+    QFile written(file);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    const QByteArray good = written.readAll();
+    written.close();
+    const std::pair<const char*, std::function<QByteArray()>> caches[] = {
+        {"the cache", [&] { return good; }},
+        {"cut short", [&] { return good.left(good.size() / 2); }},
+        {"one byte damaged", [&] { QByteArray b = good; b[b.size() / 3] = char(b[b.size() / 3] ^ 0x40); return b; }},
+        {"not a cache", [] { return QByteArray(4096, 'x'); }},
+        {"empty", [] { return QByteArray(); }},
+    };
+    for (const auto& [name, bytes] : caches) {
+        QFile damaged(file);
+        ASSERT_TRUE(damaged.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        damaged.write(bytes());
+        damaged.close();
+        const CliRun run = runCli(analyse, environment);
+        EXPECT_EQ(run.status, 0) << name;
+        EXPECT_EQ(run.out, byDlib) << name;
+        EXPECT_EQ(QFileInfo(file).size(), good.size()) << name << ": made anew";
+    }
 }
