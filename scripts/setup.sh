@@ -18,6 +18,8 @@ packages=(
   # desktop checks and scripted runs under a virtual display with a window
   # manager, and their screenshots
   time bc xvfb xauth x11-utils xdotool wmctrl openbox imagemagick desktop-file-utils appstream
+  # the Debian package: its manual pages from --help, its dependencies, its checks
+  help2man dpkg-dev lintian file
 )
 
 source "$root/scripts/install-packages.sh"

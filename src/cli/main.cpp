@@ -11,14 +11,14 @@
 namespace {
 
 constexpr const char* kUsage =
-    "usage: bellavenor-cli analyse PHOTO [--face N | --face-box X,Y,W,H]\n"
+    "Usage: bellavenor-cli analyse PHOTO [--face N | --face-box X,Y,W,H]\n"
     "       bellavenor-cli render PHOTO [--settings FILE.json | --preset NAME] -o OUT [--quality 1-100]\n"
     "         [--face N | --face-box X,Y,W,H] [--timings]\n"
     "         --face N takes the Nth face found, largest first (a group photo); --face-box takes the\n"
     "         face in that box, in pixels of the upright photo (a face the detector misses).\n"
     "         OUT's extension picks the format: .png, .jpg/.jpeg, .webp, .tif/.tiff;\n"
     "         --quality is for JPEG and WebP (default 92). A preset is one saved in the window\n"
-    "         (Presets → Save as Preset…), kept in ~/.local/share/Bellavenor/presets.\n"
+    "         (Presets > Save as Preset...), kept in ~/.local/share/Bellavenor/presets.\n"
     "       bellavenor-cli render PHOTO|FOLDER... [--settings FILE.json | --preset NAME] -o FOLDER/\n"
     "         [--format png|jpg|webp|tif] [--quality 1-100] [--recursive] [--overwrite] [--quiet]\n"
     "         [--report REPORT.json] [--largest-face]\n"
@@ -33,6 +33,29 @@ constexpr const char* kUsage =
     "Exit status: 0 done (a batch: every photo has its picture), 1 no face, 2 several faces,\n"
     "3 unreadable photo or settings file, 5 a batch refused some photos, 64 wrong command line,\n"
     "130 a batch interrupted.\n";
+
+// What --help adds to the usage: the manual page is made from this text.
+constexpr const char* kMore =
+    "\n"
+    "Settings file:\n"
+    "  A JSON object of editing settings under their own names; a field left out keeps its\n"
+    "  default (bellavenor-cli settings prints them all). Switches are true or false\n"
+    "  (b_Color_Lips), numbers lie in the range a panel can set (f_Color_Lips_Transparency\n"
+    "  0 to 1), colours are \"#rrggbb\", \"#rrggbbaa\" or [r, g, b, a] in 0 to 1, points are\n"
+    "  [x, y] in percent of the photo, spot lists are lists of points (at most 10000). An\n"
+    "  unknown field, a wrong type or a value out of range is refused naming the field.\n"
+    "  File > Export Settings... in the window writes one.\n"
+    "\n"
+    "Presets:\n"
+    "  Settings files saved by the window (Presets > Save as Preset...) as NAME.json in\n"
+    "  $XDG_DATA_HOME/Bellavenor/presets (~/.local/share/Bellavenor/presets); --preset NAME\n"
+    "  reads one.\n"
+    "\n"
+    "Files:\n"
+    "  $XDG_CACHE_HOME/Bellavenor (~/.cache/Bellavenor) keeps the landmark model and the face\n"
+    "  detector in a form read in one go; deleting it costs the next start a second.\n"
+    "  /usr/share/dlib/shape_predictor_68_face_landmarks.dat is the landmark model\n"
+    "  (Debian's libdlib-data).\n";
 
 bool verbose = false;
 
@@ -72,6 +95,7 @@ int main(int argc, char* argv[])
     const QString command = arguments.takeFirst();
     if (command == "--help" || command == "-h") {
         std::fputs(kUsage, stdout);
+        std::fputs(kMore, stdout);
         return kCliOk;
     }
     if (command == "--version") {

@@ -46,7 +46,7 @@ TEST(CommandLine, HelpVersionUnknownWordsAndTheLogOnlyWhenAsked)
     for (const char* help : {"--help", "-h"}) {
         const CliRun run = runCli({help});
         EXPECT_EQ(run.status, 0);
-        EXPECT_TRUE(run.out.startsWith("usage: bellavenor-cli analyse PHOTO")) << help;
+        EXPECT_TRUE(run.out.startsWith("Usage: bellavenor-cli analyse PHOTO")) << help;
         EXPECT_TRUE(run.err.isEmpty());
     }
     const CliRun version = runCli({"--version"});

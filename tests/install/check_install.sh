@@ -13,8 +13,8 @@ for file in bin/bellavenor bin/bellavenor-cli share/bellavenor/help/index.html \
             share/icons/hicolor/scalable/apps/bellavenor.svg share/icons/hicolor/48x48/apps/bellavenor.png; do
   [ -e "$prefix/$file" ] || { echo "missing after install: $file"; exit 1; }
 done
-desktop-file-validate "$prefix/share/applications/org.bellavenor.Bellavenor.desktop"
-appstreamcli validate --no-net "$prefix/share/metainfo/org.bellavenor.Bellavenor.metainfo.xml" >/dev/null
+desktop-file-validate "$prefix/share/applications/org.bellavenor.bellavenor.desktop"
+appstreamcli validate --no-net "$prefix/share/metainfo/org.bellavenor.bellavenor.metainfo.xml" >/dev/null
 
 analysis=$(QT_QPA_PLATFORM=offscreen "$prefix/bin/bellavenor-cli" analyse "$portrait" 2>/dev/null)
 grep -q '"array_Face_Points"' <<<"$analysis" || { echo "the installed tool gave no analysis"; exit 1; }
