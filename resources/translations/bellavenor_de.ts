@@ -353,6 +353,37 @@
         <source>Mark the Face…</source>
         <translation>Gesicht markieren…</translation>
     </message>
+    <message>
+        <source>Finding the face…</source>
+        <translation>Gesicht wird gesucht…</translation>
+    </message>
+    <message>
+        <source>Delete Preset</source>
+        <translation>Voreinstellung löschen</translation>
+    </message>
+    <message>
+        <source>Delete the preset &quot;%1&quot;? Its settings cannot be brought back.</source>
+        <translation>Die Voreinstellung „%1“ löschen? Ihre Einstellungen lassen sich nicht wiederherstellen.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>HelpBrowser</name>
+    <message>
+        <source>Bellavenor Help</source>
+        <translation>Bellavenor-Hilfe</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
 </context>
 <context>
     <name>FaceChooser</name>
