@@ -276,16 +276,19 @@ QString detectorPath()
 bool LandmarkModelCache::readDetector(dlib::frontal_face_detector& detector)
 {
     QFile file(detectorPath());
-    if (!file.open(QIODevice::ReadOnly) || file.size() > (qint64(1) << 28) || file.size() < 8)
+    constexpr qint64 kSum = sizeof(std::uint64_t);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > (qint64(1) << 28) || file.size() < kSum)
         return false;
-    const QByteArray all = file.readAll();
-    const qsizetype payload = all.size() - 8;
+    const uchar* mapped = file.map(0, file.size());
+    if (!mapped)
+        return false;
+    const std::size_t payload = std::size_t(file.size() - kSum);
     std::uint64_t recorded = 0;
-    std::memcpy(&recorded, all.constData() + payload, 8);
-    if (recorded != checksumOf(all.constData(), std::size_t(payload)))
+    std::memcpy(&recorded, mapped + payload, kSum);
+    if (recorded != checksumOf(reinterpret_cast<const char*>(mapped), payload))
         return false;
     try {
-        std::istringstream in(std::string(all.constData(), std::size_t(payload)));
+        std::istringstream in(std::string(reinterpret_cast<const char*>(mapped), payload));
         dlib::deserialize(detector, in);
         return true;
     } catch (const std::exception&) {

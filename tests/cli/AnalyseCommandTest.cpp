@@ -1,5 +1,6 @@
 #include "CliRun.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <functional>
@@ -148,11 +149,16 @@ TEST(LandmarkModelCache, AnyCacheGivesTheSameAnalysisAndABadOneIsMadeAnew)
         {"not a cache", [] { return QByteArray(4096, 'x'); }},
         {"empty", [] { return QByteArray(); }},
     };
+    // The face detector's cache beside it is damaged the same way.
+    const QString detector = QDir(cache.filePath("Bellavenor")).entryInfoList({"face-detector-*.dat"}).value(0).filePath();
+    ASSERT_FALSE(detector.isEmpty());
+    const qint64 detectorSize = QFileInfo(detector).size();
     for (const auto& [name, bytes] : caches) {
-        QFile damaged(file);
-        ASSERT_TRUE(damaged.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        damaged.write(bytes());
-        damaged.close();
+        for (const QString& path : {file, detector}) {
+            QFile damaged(path);
+            ASSERT_TRUE(damaged.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            damaged.write(path == file ? bytes() : bytes().left(int(detectorSize)));
+        }
         const CliRun run = runCli(analyse, environment);
         EXPECT_EQ(run.status, 0) << name;
         EXPECT_EQ(run.out, byDlib) << name;
