@@ -12,6 +12,9 @@
 
 #include <QPainter>
 
+#include <ranges>
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -24,17 +27,20 @@ struct Planted {
 
 struct PlantedPortrait {
     OpenedPhoto photo, unspotted;
-    std::vector<Planted> spots, moles;
+    QList<Planted> spots, moles;
 };
 
 QPointF lerp(QPointF a, QPointF b, double t) { return a + t * (b - a); }
 
+cv::Mat pixelsOf(const QImage& image)
+{
+    return cv::Mat(image.height(), image.width(), CV_8UC4, const_cast<uchar*>(image.constBits()), size_t(image.bytesPerLine()));
+}
+
 double distanceTo(QPointF at, const FaceLandmarks& p, int first, int last)
 {
-    double nearest = 1e9;
-    for (int i = first; i <= last; ++i)
-        nearest = std::min(nearest, QLineF(at, p[i]).length());
-    return nearest;
+    const auto part = p.mid(first, last - first + 1);
+    return std::ranges::min(part | std::views::transform([&](QPointF q) { return QLineF(at, q).length(); }));
 }
 
 // Places on the skin, a grid over the face below the eyes kept clear of the
@@ -44,9 +50,7 @@ std::vector<QPointF> skinPlaces(const FaceLandmarks& p)
 {
     const QPointF across = p[16] - p[0], down(-across.y(), across.x()), eyes = (p[39] + p[42]) / 2;
     const double width = QLineF(p[0], p[16]).length();
-    QPolygonF jaw;
-    for (int i = 0; i <= 16; ++i)
-        jaw << p[i];
+    const QPolygonF jaw(p.mid(0, 17));
     std::vector<QPointF> places{lerp(p[28], p[29], 0.5), lerp(p[21], p[22], 0.5)};
     for (double x = -0.45; x <= 0.45; x += 0.07)
         for (double y = 0.1; y <= 0.9; y += 0.07) {
@@ -64,7 +68,7 @@ const cv::Scalar kKinds[] = {{-45, -55, -60}, {25, -40, -35}, {40, 38, 36}};
 
 void plant(QImage& picture, const Planted& spot)
 {
-    cv::Mat pixels(picture.height(), picture.width(), CV_8UC4, picture.bits(), size_t(picture.bytesPerLine()));
+    cv::Mat pixels = pixelsOf(picture);
     const int reach = int(std::ceil(spot.radius)) + 1;
     for (int y = int(spot.centre.y()) - reach; y <= int(spot.centre.y()) + reach; ++y)
         for (int x = int(spot.centre.x()) - reach; x <= int(spot.centre.x()) + reach; ++x) {
@@ -99,9 +103,8 @@ PlantedPortrait plantedPortrait(int side)
     }
     planted.unspotted = planted.photo;
     planted.unspotted.img_Basic = copied(picture);
-    for (const std::vector<Planted>* kind : {&planted.spots, &planted.moles})
-        for (const Planted& spot : *kind)
-            plant(picture, spot);
+    for (const Planted& spot : planted.spots + planted.moles)
+        plant(picture, spot);
     planted.photo.img_Basic = picture;
     deriveRegions(planted.photo);
     deriveRegions(planted.unspotted);
@@ -118,18 +121,15 @@ double standsOut(const QImage& picture, const QImage& unspotted, const Planted& 
     const int reach = int(std::ceil(4 * spot.radius + 4));
     const cv::Rect box(int(spot.centre.x()) - reach, int(spot.centre.y()) - reach, 2 * reach + 1, 2 * reach + 1);
     const auto lumaAndRedness = [&](const QImage& image) {
-        const cv::Mat pixels(image.height(), image.width(), CV_8UC4, const_cast<uchar*>(image.constBits()),
-                             size_t(image.bytesPerLine()));
         cv::Mat rgba, c[4];
-        pixels(box).convertTo(rgba, CV_32FC4);
+        pixelsOf(image)(box).convertTo(rgba, CV_32FC4);
         cv::split(rgba, c);
         return std::pair<cv::Mat, cv::Mat>{0.2126f * c[0] + 0.7152f * c[1] + 0.0722f * c[2], c[0] - 0.5f * (c[1] + c[2])};
     };
     const auto [luma, redness] = lumaAndRedness(picture);
     const auto [skinLuma, skinRedness] = lumaAndRedness(unspotted);
-    cv::Mat middle = cv::Mat::zeros(box.size(), CV_8U), fine;
+    cv::Mat middle = cv::Mat::zeros(box.size(), CV_8U), fine, spotSized;
     cv::circle(middle, {reach, reach}, int(std::ceil(0.6 * spot.radius)), 255, cv::FILLED);
-    cv::Mat spotSized;
     cv::GaussianBlur(skinLuma, spotSized, {0, 0}, spot.radius / 2);
     cv::GaussianBlur(skinLuma, fine, {0, 0}, 2 * spot.radius);
     cv::Scalar ignored, variation;
@@ -139,35 +139,23 @@ double standsOut(const QImage& picture, const QImage& unspotted, const Planted& 
     return off / std::max(variation[0], 2.0);
 }
 
-EditingState healing()
-{
-    EditingState state;
-    state.b_Heal_Blemishes = true;
-    return state;
-}
-
 QImage composed(const OpenedPhoto& photo, const EditingState& state)
 {
     return Compositor().compose(photo, Reshaping::of(photo.regions), state);
 }
 
-// The features' outlines from the landmarks (brows as a band over them).
+// The features' outlines from the landmarks: eyes, lips, nostrils, and the
+// brows as a band over their points.
 QPainterPath features(const FaceLandmarks& p)
 {
     QPainterPath path;
-    for (const auto& [first, last] : {std::pair{36, 41}, {42, 47}, {48, 59}, {31, 35}}) {
-        QPolygonF outline;
-        for (int i = first; i <= last; ++i)
-            outline << p[i];
+    const QPointF lift(0, 0.02 * QLineF(p[0], p[16]).length());
+    for (const auto& [first, last, band] : {std::tuple{36, 41, false}, {42, 47, false}, {48, 59, false}, {31, 35, false},
+                                            {17, 21, true}, {22, 26, true}}) {
+        QPolygonF outline(p.mid(first, last - first + 1));
+        for (int i = last; band && i >= first; --i)
+            outline << p[i] + lift;
         path.addPolygon(outline);
-    }
-    for (int first : {17, 22}) {
-        QPolygonF band;
-        for (int i = first; i < first + 5; ++i)
-            band << p[i];
-        for (int i = first + 4; i >= first; --i)
-            band << p[i] + QPointF(0, 0.02 * QLineF(p[0], p[16]).length());
-        path.addPolygon(band);
     }
     return path.simplified();
 }
@@ -184,7 +172,9 @@ class HealBlemishesTest : public ::testing::TestWithParam<int> {};
 TEST_P(HealBlemishesTest, PlantedSpotsAreHealedAndMolesFeaturesAndSkinAroundStay)
 {
     const PlantedPortrait planted = plantedPortrait(GetParam());
-    const QImage before = composed(planted.photo, EditingState()), after = composed(planted.photo, healing());
+    EditingState healing;
+    healing.b_Heal_Blemishes = true;
+    const QImage before = composed(planted.photo, EditingState()), after = composed(planted.photo, healing);
     const QImage& skin = planted.unspotted.img_Basic;
     ASSERT_GE(planted.spots.size(), 30u);
     int healed = 0;
@@ -197,18 +187,14 @@ TEST_P(HealBlemishesTest, PlantedSpotsAreHealedAndMolesFeaturesAndSkinAroundStay
         EXPECT_GT(standsOut(after, skin, mole), 0.8 * standsOut(before, skin, mole)) << "mole at " << mole.centre.x();
 
     const QPainterPath kept = features(planted.photo.facePointsRelativeToImageSize);
-    cv::Mat far(before.height(), before.width(), CV_8U, cv::Scalar(255));
-    for (const Planted& spot : planted.spots)
-        cv::circle(far, cv::Point(int(spot.centre.x()), int(spot.centre.y())), int(6 * spot.radius), 0, cv::FILLED);
     const QRect box = kept.boundingRect().toAlignedRect();
     for (int y = box.top(); y <= box.bottom(); ++y)
         for (int x = box.left(); x <= box.right(); ++x)
-            if (kept.contains(QPointF(x, y))) {
-                ASSERT_EQ(before.pixel(x, y), after.pixel(x, y)) << "feature pixel " << x << ", " << y;
-            }
-    cv::Mat change;
-    cv::absdiff(cv::Mat(before.height(), before.width(), CV_8UC4, const_cast<uchar*>(before.constBits())),
-                cv::Mat(after.height(), after.width(), CV_8UC4, const_cast<uchar*>(after.constBits())), change);
+            ASSERT_TRUE(!kept.contains(QPointF(x, y)) || before.pixel(x, y) == after.pixel(x, y)) << "feature pixel " << x << ", " << y;
+    cv::Mat far(before.height(), before.width(), CV_8U, cv::Scalar(255)), change;
+    for (const Planted& spot : planted.spots)
+        cv::circle(far, cv::Point(int(spot.centre.x()), int(spot.centre.y())), int(6 * spot.radius), 0, cv::FILLED);
+    cv::absdiff(pixelsOf(before), pixelsOf(after), change);
     const cv::Scalar mean = cv::mean(change, far);
     EXPECT_LE((mean[0] + mean[1] + mean[2]) / 3, 0.5) << "skin away from the spots";
 }
