@@ -383,19 +383,15 @@ TEST_F(EditorHabitsTest, DockedPanelsCoverNeitherEachOtherNorThePreviewAtAnySize
         app->panels().closeAll();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         // Maximised on a laptop-sized screen; Qt's offscreen screen is smaller.
-        if (small)
-            app->window()->showNormal(), app->window()->resize(800, 600);
-        else if (app->window()->screen()->size().width() >= 1280)
-            app->window()->showMaximized();
-        else
-            app->window()->resize(1366, 768);
+        const bool maximise = !small && app->window()->screen()->size().width() >= 1280;
+        maximise ? app->window()->showMaximized() : (app->window()->showNormal(), app->window()->resize(small ? QSize(800, 600) : QSize(1366, 768)));
         ASSERT_TRUE(QTest::qWaitForWindowExposed(app->window()));
-        app->On_Face_Smooth_Skin();
-        app->On_Face_Cheek();
-        app->On_Mouth_Lips();
-        if (small)
-            app->On_Eye_Brush(), app->On_Eyes_Darken();
-        QTest::qWait(50);
+        const std::vector<void (AppDelegate::*)()> opens{&AppDelegate::On_Face_Smooth_Skin, &AppDelegate::On_Face_Cheek,
+                                                         &AppDelegate::On_Mouth_Lips, &AppDelegate::On_Eye_Brush, &AppDelegate::On_Eyes_Darken};
+        for (std::size_t k = 0; k < (small ? 5u : 3u); ++k)
+            (app.get()->*opens[k])();
+        QCoreApplication::processEvents(); // the column laid out, the closed docks gone
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         const QList<QDockWidget*> docks = app->window()->findChildren<QDockWidget*>();
         ASSERT_EQ(docks.size(), small ? 5 : 3);
         const QWidget* view = app->viewPreview();

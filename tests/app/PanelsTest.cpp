@@ -131,41 +131,6 @@ TEST_F(PanelsTest, UntickingCheekApplyEndsRepositioningAndGreysTheColours)
     EXPECT_EQ(cheek->ui().slider_Blur_Left->value(), 4);
 }
 
-// What a new effect must bring, checked against the lists: one catalogue
-// row and a compositor step for each switch, and every slider of its panel
-// spanning exactly a setting of that effect, as settings files are held to.
-TEST_F(PanelsTest, EveryEffectSwitchHasItsRowItsStepAndSlidersOfItsOwnSettings)
-{
-    withPhoto();
-    for (bool EditingState::*effectSwitch : switchesInCloseOrder()) {
-        const std::string name = nameOfSwitch(effectSwitch);
-        const EffectInfo* effect = effectWithSwitch(effectSwitch);
-        ASSERT_NE(effect, nullptr) << name << " has no catalogue row";
-        EXPECT_TRUE(std::any_of(compositorSteps().begin(), compositorSteps().end(),
-                                [&](const CompositorStep& step) { return step.draws(effectSwitch); }))
-            << name << " has no compositor step";
-
-        std::vector<std::pair<int, int>> settingSliders;
-        EditingState fields;
-        fields.forEachField([&](const char* field, auto&) {
-            const SettingRange* range = settingRange(field);
-            if (range && range->slider != SliderScale::None && range->effect == effectSwitch) {
-                const double perUnit = range->slider == SliderScale::Hundredths ? 100 : 1;
-                settingSliders.emplace_back(int(std::lround(range->min * perUnit)), int(std::lround(range->max * perUnit)));
-            }
-        });
-        app->openEffect(*effect);
-        const QWidget* panel = app->panels().panelOf(*effect);
-        ASSERT_NE(panel, nullptr) << name;
-        for (const QSlider* slider : panel->findChildren<QSlider*>()) {
-            const std::pair<int, int> ends(slider->minimum(), slider->maximum());
-            EXPECT_NE(std::find(settingSliders.begin(), settingSliders.end(), ends), settingSliders.end())
-                << name << ": " << slider->objectName().toStdString() << " spans " << ends.first << " to "
-                << ends.second << ", no setting of its effect does";
-        }
-    }
-}
-
 // Docked, the panel leaves the photo free; floating, it steps aside.
 TEST_F(PanelsTest, PickButtonsArmThePickAndAFloatingPanelStepsAside)
 {
