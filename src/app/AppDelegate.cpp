@@ -10,7 +10,6 @@
 #include "PresetsMenu.h"
 #include "PreviewKeys.h"
 #include "View_Picture.h"
-#include "Window_Cheek.h"
 #include "WorkingFolder.h"
 #include "ui_MainWindow.h"
 
@@ -110,7 +109,7 @@ void AppDelegate::connectView()
     View_Picture* view = ui.viewPreview;
     view->setDocument(document_.get(), session_.get());
     view->Change_Cursor_To_Regular = [this] { Change_Cursor_To_Regular(); };
-    view->onColourPicked = [this](int index) { colourPicked(index); };
+    view->onSettingChangedOnPhoto = [this](const char* field) { panels_->showChangedOnPhoto(field); };
     connect(ui.actionZoomFit, &QAction::triggered, view, &View_Picture::zoomToFit);
     connect(ui.actionZoomActualPixels, &QAction::triggered, view, &View_Picture::zoomToActualPixels);
     connect(ui.actionZoomIn, &QAction::triggered, view, [view] { view->zoomBy(1); });
@@ -129,6 +128,7 @@ void AppDelegate::connectView()
 void AppDelegate::connectDocument()
 {
     connect(document_.get(), &Document::edited, table_.get(), &CategoryTable::showEffectsOn);
+    connect(document_.get(), &Document::edited, this, &AppDelegate::showStatus);
     // A whole new edit (undo, redo, Defaults, a preset or settings file, a
     // new photo) moves the sliders that only write as well: only a panel
     // being opened leaves them where they were.
@@ -149,11 +149,15 @@ void AppDelegate::showStatus()
     const View_Picture* view = viewPreview();
     const double percent = view->zoom() * 100;
     const QString zoom = QString("%1 %").arg(QLocale().toString(percent, 'f', percent < 10 ? 1 : 0));
-    line->setText(QString("%1    %2 × %3 px    %4")
-                      .arg(QFileInfo(photo.path).fileName())
-                      .arg(photo.img_Basic.width())
-                      .arg(photo.img_Basic.height())
-                      .arg(view->framing().fitted ? tr("Fit (%1)").arg(zoom) : zoom));
+    QString status = QString("%1    %2 × %3 px    %4")
+                         .arg(QFileInfo(photo.path).fileName())
+                         .arg(photo.img_Basic.width())
+                         .arg(photo.img_Basic.height())
+                         .arg(view->framing().fitted ? tr("Fit (%1)").arg(zoom) : zoom);
+    // What the mouse does now, while a tool on the photo is on.
+    if (const PhotoTool* tool = view->activeTool())
+        status += "    " + tool->hint();
+    line->setText(status);
 }
 
 void AppDelegate::addEditMenu()
@@ -246,24 +250,6 @@ void AppDelegate::Reset_Variables()
     document_->state.Reset_Variables();
     panels_->showState();
     table_->showEffectsOn();
-}
-
-// The preview took a cheek colour from the photo: the panel shows it and
-// comes back to the front.
-void AppDelegate::colourPicked(int index)
-{
-    auto* cheek = qobject_cast<Window_Cheek*>(panels_->panelOf(&EditingState::b_Apply_Cheeks).data());
-    if (!cheek)
-        return;
-    using Update = void (Window_Cheek::*)();
-    const Update updates[] = {&Window_Cheek::Update_Color_1_From_Pick_Color, &Window_Cheek::Update_Color_2_From_Pick_Color,
-                              &Window_Cheek::Update_Color_1_Right_From_Pick_Color};
-    if (index >= 1 && index <= 3)
-        (cheek->*updates[index - 1])();
-    if (QWidget* floating = cheek->window(); floating != window_.get()) {
-        floating->show();
-        floating->raise();
-    }
 }
 
 void AppDelegate::Change_Cursor_To_Color_Picker()

@@ -144,7 +144,6 @@ private:
     bool createWorkingFolder();
     void restoreWindowPlace();
     void saveWindowPlace();
-    void colourPicked(int index);
     void showAbout();
 
     QString documentsFolder_;

@@ -100,6 +100,20 @@ QDockWidget* PanelDock::roomFor(QDockWidget* dock) const
     return last && used > column ? last : nullptr;
 }
 
+void PanelDock::showChangedOnPhoto(const char* field)
+{
+    const SettingRange* range = settingRange(field);
+    auto* panel = range && range->effect ? qobject_cast<EffectPanel*>(panelOf(range->effect).data()) : nullptr;
+    if (!panel)
+        return;
+    panel->showChangedOnPhoto(field);
+    // A panel floating away from the window was hidden while it waited.
+    if (QWidget* floating = panel->window(); floating != window_) {
+        floating->show();
+        floating->raise();
+    }
+}
+
 void PanelDock::showState(bool writingSlidersToo)
 {
     for (const QPointer<QWidget>& panel : panels_)

@@ -28,6 +28,10 @@ public:
     // keyboard to its first control.
     void open(const EffectInfo& effect);
 
+    // A tool on the photo changed `field`: the panel of its effect, if open,
+    // shows it and comes to the front.
+    void showChangedOnPhoto(const char* field);
+
     // Every open panel shows the state as it is now.
     void showState(bool writingSlidersToo = false);
 

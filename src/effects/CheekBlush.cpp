@@ -3,7 +3,10 @@
 #include "FilterPrimitives.h"
 #include "ImageSpace.h"
 #include "Picture.h"
+#include "SinglePrecision.h"
 
+#include <QColorTransform>
+#include <QCoreApplication>
 #include <QRadialGradient>
 
 #include <opencv2/core/utility.hpp>
@@ -152,4 +155,168 @@ void CheekBlush::handles(const Reshaping& reshaping, const Settings& s, QSizeF i
     };
     side(reshaping.rect_Cheek_Left_Area_To_Paint, h.pointPercenteLeft, h.rectPointLeft);
     side(reshaping.rect_Cheek_Right_Area_To_Paint, h.pointPercenteRight, h.rectPointRight);
+}
+
+namespace {
+
+// Which handles of one area a gesture holds: the four corners (left-bottom,
+// right-bottom, right-up, left-up) or the whole area.
+struct Held {
+    bool LB = false, RB = false, RU = false, LU = false, Crop = false;
+    bool any() const { return LB || RB || RU || LU || Crop; }
+};
+
+// The new area of a cheek while one of its handles is dragged to `m`
+// (photo pixels, y up), relative to the area `r` at mouse-down. The
+// right-up handle follows the right-bottom rule and the left-up handle
+// moves the top edge while the width changes as for the left edge: both
+// are the program's own rules. Nothing is limited; sizes may go negative.
+QRectF draggedArea(const Held& d, const QRectF& r, QPointF m)
+{
+    const double x0 = r.x(), y0 = r.y(), w0 = r.width(), h0 = r.height();
+    const double mx = m.x(), my = m.y();
+    if (d.LB)
+        return {mx, my, single(w0 + x0 - mx), single(h0 + y0 - my)};
+    if (d.RB || d.RU)
+        return {x0, my, single(mx - x0), single(h0 + y0 - my)};
+    if (d.LU)
+        return {x0, y0, single(w0 + x0 - mx), single(my - y0)};
+    return {single(mx - w0 * 0.5), single(my - h0 * 0.5), w0, h0};
+}
+
+// The first handle hit in the order left-bottom, right-bottom, left-top,
+// right-top (the order of `corners`); else the whole area when the pointer
+// is inside it.
+void hitCorners(QPointF percent, Held& held, const std::array<QPointF, 4>& corners)
+{
+    if (inHandleCell(percent, corners[0]))
+        held.LB = true;
+    else if (inHandleCell(percent, corners[1]))
+        held.RB = true;
+    else if (inHandleCell(percent, corners[2]))
+        held.LU = true;
+    else if (inHandleCell(percent, corners[3]))
+        held.RU = true;
+    else if (QRectF(corners[1], corners[2]).normalized().contains(percent))
+        held.Crop = true;
+}
+
+// Moves and resizes the two paint areas by their corners or whole. Both
+// areas are tested on every press, so one click takes both where their
+// handles share a cell. Hovering marks handles too, which a press then
+// drags; the next release lets go of them.
+class CheekAreasTool final : public PhotoTool {
+public:
+    explicit CheekAreasTool(CheekBlush::Settings& s)
+        : s_(s)
+    {
+    }
+
+    bool isOn() const override { return s_.b_Activated_Cheeks_Reposition; }
+
+    void press(const ToolPointer& at, ToolTarget& target) override
+    {
+        const Reshaping& r = target.reshaping();
+        leftAtPress_ = r.rect_Cheek_Left_Area_To_Paint;
+        rightAtPress_ = r.rect_Cheek_Right_Area_To_Paint;
+        const Handles h = handlesOn(target);
+        hitCorners(at.percent, left_, h.pointPercenteLeft);
+        hitCorners(at.percent, right_, h.pointPercenteRight);
+    }
+
+    void drag(const ToolPointer& at, ToolTarget& target) override
+    {
+        Reshaping& r = target.reshaping();
+        if (left_.any())
+            r.rect_Cheek_Left_Area_To_Paint = draggedArea(left_, leftAtPress_, at.pixel);
+        if (right_.any())
+            r.rect_Cheek_Right_Area_To_Paint = draggedArea(right_, rightAtPress_, at.pixel);
+        if (left_.any() || right_.any()) {
+            moved_ = true;
+            target.moved();
+        }
+    }
+
+    void release(const ToolPointer&, ToolTarget& target) override
+    {
+        if (moved_)
+            target.gestureEnded(QCoreApplication::translate("EditHistory", "Move Blush Area"));
+        left_ = right_ = {};
+        moved_ = false;
+    }
+
+    // Over the left area the open hand; the right area is only marked.
+    std::optional<QCursor> hover(const ToolPointer& at, const ToolTarget& target) override
+    {
+        const Handles h = handlesOn(target);
+        hitCorners(at.percent, left_, h.pointPercenteLeft);
+        if (QRectF(h.pointPercenteRight[0], h.pointPercenteRight[3]).normalized().contains(at.percent))
+            right_.Crop = true;
+        const bool overLeft = QRectF(h.pointPercenteLeft[0], h.pointPercenteLeft[3]).normalized().contains(at.percent);
+        return QCursor(overLeft ? Qt::OpenHandCursor : Qt::ArrowCursor);
+    }
+
+    QString hint() const override
+    {
+        return QCoreApplication::translate("Effects", "Drag a blush area's corner to resize it, its inside to move it");
+    }
+
+private:
+    Handles handlesOn(const ToolTarget& target) const
+    {
+        Handles h;
+        const OpenedPhoto& photo = target.openedPhoto();
+        CheekBlush::handles(target.reshaping(), s_, photo.imgSize, h);
+        return h;
+    }
+
+    CheekBlush::Settings& s_;
+    Held left_, right_;
+    QRectF leftAtPress_, rightAtPress_;
+    bool moved_ = false;
+};
+
+// A click takes the untouched photo's colour under the pointer, as the
+// person sees it on the screen, into the colour whose Pick button was
+// pressed; the pick ends.
+class ColourPickTool final : public PhotoTool {
+public:
+    explicit ColourPickTool(CheekBlush::Settings& s)
+        : s_(s)
+    {
+    }
+
+    bool isOn() const override { return s_.b_Cheeks_Picking_Color; }
+
+    void release(const ToolPointer& at, ToolTarget& target) override
+    {
+        const OpenedPhoto& photo = target.openedPhoto();
+        const QImage& untouched = photo.img_Basic;
+        const QSizeF size = photo.imgSize;
+        const QPoint pixel(int(std::floor(size.width() * at.percent.x() / 100)),
+                           int(std::floor(size.height() * (100 - at.percent.y()) / 100)));
+        QColor picked = untouched.valid(pixel) ? untouched.pixelColor(pixel) : QColor(Qt::black);
+        if (!isSrgb(photo.metadata))
+            picked = photo.metadata.colourSpace.transformationToColorSpace(QColorSpace::SRgb).map(picked);
+        const RgbaColor colour{float(picked.redF()), float(picked.greenF()), float(picked.blueF()),
+                               float(picked.alphaF())};
+        if (const char* field = CheekBlush::takePickedColour(s_, colour))
+            target.settingChanged(field);
+    }
+
+    QString hint() const override
+    {
+        return QCoreApplication::translate("Effects", "Click the photo to take its colour");
+    }
+
+private:
+    CheekBlush::Settings& s_;
+};
+
+} // namespace
+
+void CheekBlush::addTools(Settings& s, std::vector<std::unique_ptr<PhotoTool>>& tools)
+{
+    tools.push_back(std::make_unique<ColourPickTool>(s));
+    tools.push_back(std::make_unique<CheekAreasTool>(s));
 }

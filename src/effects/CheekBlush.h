@@ -2,6 +2,10 @@
 
 #include "EffectPass.h"
 #include "PanelDescription.h"
+#include "PhotoTool.h"
+
+#include <memory>
+#include <vector>
 
 // Cheek blush: on each cheek's paint area a blurred radial gradient from an
 // outer colour to the make-up colour at a centre the person sets; the
@@ -54,4 +58,8 @@ struct CheekBlush {
 
     // Where the areas' corner handles are while the mode is on.
     static void handles(const Reshaping& reshaping, const Settings& s, QSizeF imgSize, Handles& h);
+
+    // Its tools on the photo: picking a colour (while a Pick button waits
+    // for a click), then moving and resizing the areas.
+    static void addTools(Settings& s, std::vector<std::unique_ptr<PhotoTool>>& tools);
 };

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 const PanelDescription& HealBlemishes::panel()
 {
@@ -395,4 +396,47 @@ void HealBlemishes::heal(EffectPass& pass, const Settings& s, Memos& memos)
     const Key key{pass.photoKey(), s.f_Heal_Blemishes_Size, s.u_Heal_Blemishes_Strength, s.array_Healed_Spots,
                   s.array_Kept_Spots};
     pass.photo = &memos.healed.get(key, [&](OpenedPhoto& healed) { healed = healedPhoto(photo, s); });
+}
+
+namespace {
+
+class SpotTool final : public PhotoTool {
+public:
+    explicit SpotTool(HealBlemishes::Settings& s)
+        : s_(s)
+    {
+    }
+
+    bool isOn() const override { return s_.b_Activated_Heal_Spots; }
+
+    void press(const ToolPointer& at, ToolTarget&) override { pressedAt_ = at.view; }
+
+    void release(const ToolPointer& at, ToolTarget& target) override
+    {
+        const std::optional<QPointF> pressed = std::exchange(pressedAt_, std::nullopt);
+        const QPointF p = at.percent;
+        if (!pressed || QLineF(*pressed, at.view).length() >= 5 || p.x() < 0 || p.x() > 100 || p.y() < 0 || p.y() > 100)
+            return;
+        const HealBlemishes::Clicked clicked = HealBlemishes::click(target.openedPhoto(), s_, {p.x(), 100 - p.y()});
+        if (clicked.field)
+            target.settingChanged(clicked.field, QCoreApplication::translate("EditHistory", clicked.step));
+    }
+
+    std::optional<QCursor> hover(const ToolPointer&, const ToolTarget&) override { return QCursor(Qt::CrossCursor); }
+
+    QString hint() const override
+    {
+        return QCoreApplication::translate("Effects", "Click a spot to heal it, a healed spot to keep it");
+    }
+
+private:
+    HealBlemishes::Settings& s_;
+    std::optional<QPointF> pressedAt_; // view pixels, y down
+};
+
+} // namespace
+
+void HealBlemishes::addTools(Settings& s, std::vector<std::unique_ptr<PhotoTool>>& tools)
+{
+    tools.push_back(std::make_unique<SpotTool>(s));
 }

@@ -2,9 +2,11 @@
 
 #include "EffectPass.h"
 #include "PanelDescription.h"
+#include "PhotoTool.h"
 
 #include <QCoreApplication>
 
+#include <memory>
 #include <vector>
 
 // Heal blemishes: small spots on the face's skin (darker, redder or lighter
@@ -65,4 +67,8 @@ struct HealBlemishes {
         const char* step = nullptr;
     };
     static Clicked click(const OpenedPhoto& photo, Settings& s, QPointF percent);
+
+    // Its tool on the photo while Edit spots is on: a click heals or keeps
+    // the spot under the pointer; a press that moved is no click.
+    static void addTools(Settings& s, std::vector<std::unique_ptr<PhotoTool>>& tools);
 };

@@ -3,6 +3,7 @@
 #include "SinglePrecision.h"
 
 #include <algorithm>
+#include <cmath>
 
 Reshaping Reshaping::of(const FaceRegions& r)
 {
@@ -21,6 +22,11 @@ void Reshaping::resetUnderEyeRings(const FaceRegions& regions, double imageHeigh
 QPointF percentOf(QPointF imagePoint, QSizeF imgSize)
 {
     return singlePoint(imagePoint.x() * 100 / imgSize.width(), imagePoint.y() * 100 / imgSize.height());
+}
+
+bool inHandleCell(QPointF percent, QPointF handle)
+{
+    return std::floor(percent.x()) == std::floor(handle.x()) && std::floor(percent.y()) == std::floor(handle.y());
 }
 
 QRectF handleSquare(QPointF centre, QSizeF imgSize)

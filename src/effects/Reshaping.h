@@ -50,6 +50,10 @@ struct Handles {
 // An image-space point in percent of the photo, in single precision.
 QPointF percentOf(QPointF imagePoint, QSizeF imgSize);
 
+// Whether the pointer at `percent` of the photo aims at a handle: both
+// are in the same one-percent cell of the photo.
+bool inHandleCell(QPointF percent, QPointF handle);
+
 // A handle: the small square centred on an image-space point, with half a
 // side of a three-hundredth of the photo's larger side.
 QRectF handleSquare(QPointF centre, QSizeF imgSize);

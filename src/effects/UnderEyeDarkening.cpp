@@ -2,6 +2,8 @@
 
 #include "ImageSpace.h"
 
+#include <QCoreApplication>
+
 #include <cmath>
 
 const PanelDescription& UnderEyeDarkening::panel()
@@ -90,4 +92,82 @@ void UnderEyeDarkening::handles(const Reshaping& reshaping, const Settings& s, Q
     };
     side(reshaping.array_Eye_Darken_Left_Points, h.pointPercenteEyeLeft, h.rectPointEyeLeft);
     side(reshaping.array_Eye_Darken_Right_Points, h.pointPercenteEyeRight, h.rectPointEyeRight);
+}
+
+namespace {
+
+// Moves one point of each ring: the first point of the left side in the
+// order 1 to 6 whose one-percent cell the press falls in, and the same on
+// the right; the point follows the pointer.
+class UnderEyeRingsTool final : public PhotoTool {
+public:
+    explicit UnderEyeRingsTool(UnderEyeDarkening::Settings& s)
+        : s_(s)
+    {
+    }
+
+    bool isOn() const override { return s_.b_Activated_Darken_Eyes_Reposition; }
+
+    void press(const ToolPointer& at, ToolTarget& target) override
+    {
+        Handles h;
+        UnderEyeDarkening::handles(target.reshaping(), s_, target.openedPhoto().imgSize, h);
+        left_ = hit(at.percent, h.pointPercenteEyeLeft);
+        right_ = hit(at.percent, h.pointPercenteEyeRight);
+    }
+
+    void drag(const ToolPointer& at, ToolTarget& target) override
+    {
+        // The points are kept with y from the top of the photo.
+        const QPointF point = flipped(at.pixel, target.openedPhoto().imgSize.height());
+        Reshaping& r = target.reshaping();
+        const bool left = replace(left_, r.array_Eye_Darken_Left_Points, point);
+        const bool right = replace(right_, r.array_Eye_Darken_Right_Points, point);
+        if (left || right) {
+            moved_ = true;
+            target.moved();
+        }
+    }
+
+    void release(const ToolPointer&, ToolTarget& target) override
+    {
+        if (moved_)
+            target.gestureEnded(QCoreApplication::translate("EditHistory", "Move Under-Eye Ring"));
+        left_ = right_ = -1;
+        moved_ = false;
+    }
+
+    std::optional<QCursor> hover(const ToolPointer&, const ToolTarget&) override { return QCursor(Qt::ArrowCursor); }
+
+    QString hint() const override
+    {
+        return QCoreApplication::translate("Effects", "Drag a green point to reshape an under-eye ring");
+    }
+
+private:
+    static int hit(QPointF percent, const std::array<QPointF, 6>& points)
+    {
+        for (int i = 0; i < 6; ++i)
+            if (inHandleCell(percent, points[size_t(i)]))
+                return i;
+        return -1;
+    }
+    static bool replace(int index, PointList& points, QPointF point)
+    {
+        if (index < 0 || index >= points.size())
+            return false;
+        points[index] = point;
+        return true;
+    }
+
+    UnderEyeDarkening::Settings& s_;
+    int left_ = -1, right_ = -1;
+    bool moved_ = false;
+};
+
+} // namespace
+
+void UnderEyeDarkening::addTools(Settings& s, std::vector<std::unique_ptr<PhotoTool>>& tools)
+{
+    tools.push_back(std::make_unique<UnderEyeRingsTool>(s));
 }

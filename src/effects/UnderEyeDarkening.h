@@ -2,6 +2,10 @@
 
 #include "EffectPass.h"
 #include "PanelDescription.h"
+#include "PhotoTool.h"
+
+#include <memory>
+#include <vector>
 
 // Under-eye darkening: a ring under each eye through six points the mouse
 // can move, stroked black and blurred.
@@ -29,6 +33,9 @@ struct UnderEyeDarkening {
 
     // Where the rings' handles are while their mode is on.
     static void handles(const Reshaping& reshaping, const Settings& s, QSizeF imgSize, Handles& h);
+
+    // Its tool on the photo: the rings' points moved one at a time.
+    static void addTools(Settings& s, std::vector<std::unique_ptr<PhotoTool>>& tools);
 
     // The ring of one side through its six points (photo pixels, y from
     // the top), as a closed image-space outline of cubic segments.

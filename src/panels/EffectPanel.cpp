@@ -258,6 +258,11 @@ void EffectPanel::bindColour(const PanelControl& c)
     });
 }
 
+void EffectPanel::showChangedOnPhoto(const char*)
+{
+    showState();
+}
+
 void EffectPanel::offerDefaults()
 {
     auto* button = new QPushButton(tr("Defaults"), this);

@@ -36,6 +36,10 @@ public:
     // keeps its position unless `writingSlidersToo`.
     void showState(bool writingSlidersToo = false);
 
+    // A tool on the photo changed `field` of this effect (a colour picked,
+    // a spot clicked): the panel shows it.
+    virtual void showChangedOnPhoto(const char* field);
+
     // Adds the "Defaults" button below the controls: it puts this effect's
     // settings back to their starting values as one step of the Edit menu.
     void offerDefaults();

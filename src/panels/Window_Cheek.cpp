@@ -15,6 +15,19 @@ Window_Cheek::Window_Cheek(PanelContext& context)
     connect(ui_->btn_Pick_Color_1_Right, &QPushButton::clicked, this, &Window_Cheek::OnPickColor_1_Right);
 }
 
+// A colour picked from the photo: the well it went to shows it.
+void Window_Cheek::showChangedOnPhoto(const char* field)
+{
+    using Update = void (Window_Cheek::*)();
+    const std::pair<const char*, Update> updates[] = {
+        {"color_Color_Cheeks_1", &Window_Cheek::Update_Color_1_From_Pick_Color},
+        {"color_Color_Cheeks_2", &Window_Cheek::Update_Color_2_From_Pick_Color},
+        {"color_Color_Cheeks_1_Right", &Window_Cheek::Update_Color_1_Right_From_Pick_Color}};
+    for (const auto& [name, update] : updates)
+        if (qstrcmp(name, field) == 0)
+            (this->*update)();
+}
+
 void Window_Cheek::Enable_Color_Controls(bool enabled)
 {
     enableResting(enabled);

@@ -22,6 +22,7 @@ public:
     void Update_Color_1_From_Pick_Color();
     void Update_Color_2_From_Pick_Color();
     void Update_Color_1_Right_From_Pick_Color();
+    void showChangedOnPhoto(const char* field) override;
     // The controls the repositioning mode rests, in their stated order.
     void Enable_Color_Controls(bool enabled);
 

@@ -32,14 +32,6 @@ EditingState inPhotoSpace(const EditingState& state, const PhotoMetadata& metada
 
 } // namespace
 
-Handles handlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF imgSize)
-{
-    Handles h;
-    CheekBlush::handles(reshaping, state, imgSize, h);
-    UnderEyeDarkening::handles(reshaping, state, imgSize, h);
-    return h;
-}
-
 const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
                                   double photoPixelsPerPixel)
 {

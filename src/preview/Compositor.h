@@ -27,10 +27,6 @@ struct CompositorPass {
     EffectMemos& memos;
 };
 
-// Where the handles of the shown modes are for this reshaping: what the
-// compositor draws and what the mouse aims at. Empty for a mode that is off.
-Handles handlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF imgSize);
-
 // Rebuilds the retouched picture at the photo's full size from the untouched
 // photo, what the user reshaped and the editing state, applying every
 // enabled effect's steps in the order table's order (EffectOrder.cpp). It

@@ -69,6 +69,27 @@ std::array<EffectInfo, sizeof...(Effect)> infoOf(EffectList<Effect...>)
 
 const auto kEffects = infoOf(Effects{});
 
+template <typename... Effect>
+void addToolsOf(EditingState& state, std::vector<std::unique_ptr<PhotoTool>>& tools, EffectList<Effect...>)
+{
+    const auto add = [&]<typename E>(E*) {
+        if constexpr (requires { &E::addTools; })
+            E::addTools(static_cast<typename E::Settings&>(state), tools);
+    };
+    (add(static_cast<Effect*>(nullptr)), ...);
+}
+
+template <typename... Effect>
+void addHandlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF imgSize, Handles& h,
+                  EffectList<Effect...>)
+{
+    const auto add = [&]<typename E>(E*) {
+        if constexpr (requires { &E::handles; })
+            E::handles(reshaping, static_cast<const typename E::Settings&>(state), imgSize, h);
+    };
+    (add(static_cast<Effect*>(nullptr)), ...);
+}
+
 } // namespace
 
 std::span<const EffectInfo> effects()
@@ -105,6 +126,20 @@ bool anotherModeIsOn(const EditingState& state, const char* modeField)
                         on = on || (value && qstrcmp(name, c.field) == 0);
                 });
     return on;
+}
+
+std::vector<std::unique_ptr<PhotoTool>> photoTools(EditingState& state)
+{
+    std::vector<std::unique_ptr<PhotoTool>> tools;
+    addToolsOf(state, tools, Effects{});
+    return tools;
+}
+
+Handles handlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF imgSize)
+{
+    Handles h;
+    addHandlesOf(reshaping, state, imgSize, h, Effects{});
+    return h;
 }
 
 std::span<const CompositorStep> compositorSteps()

@@ -12,6 +12,7 @@
 #include "WrinkleRemoval.h"
 
 #include <array>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -49,6 +50,14 @@ std::vector<const EffectInfo*> effectsOf(Category category);
 // Whether the mouse mode of an effect other than the one of `modeField`
 // is on.
 bool anotherModeIsOn(const EditingState& state, const char* modeField);
+
+// The tools on the photo of every effect that has one, working on this
+// state's settings, in the order the preview asks them which is on.
+std::vector<std::unique_ptr<PhotoTool>> photoTools(EditingState& state);
+
+// Where the handles of the shown modes are for this reshaping: what the
+// compositor draws and what the mouse aims at. Empty for a mode that is off.
+Handles handlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF imgSize);
 
 // One step of the compositor: the switches that must all be on for it to
 // run (none: it always runs), what it paints, and why it sits where it does

@@ -3,8 +3,6 @@
 #include "Document.h"
 #include "ImageSpace.h"
 
-#include <QCoreApplication>
-#include <QLineF>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
@@ -19,11 +17,38 @@ View_Picture::View_Picture(QWidget* parent)
     setMouseTracking(true);
 }
 
+// What the tools change: the document, which records each step. A setting
+// changed by a click is noted, so the window can show it in its panel.
+class View_Picture::Target final : public ToolTarget {
+public:
+    explicit Target(Document& document)
+        : document_(document)
+    {
+    }
+    const OpenedPhoto& openedPhoto() const override { return *document_.photo(); }
+    const Reshaping& reshaping() const override { return document_.reshaping; }
+    Reshaping& reshaping() override { return document_.reshaping; }
+    void moved() override { document_.moved(); }
+    void gestureEnded(const QString& step) override { document_.gestureEnded(step); }
+    void settingChanged(const char* field, const QString& step) override
+    {
+        document_.changed(step.isEmpty() ? Change::of(field) : Change::act(field, step));
+        changedField = field;
+    }
+    const char* changedField = nullptr;
+
+private:
+    Document& document_;
+};
+
 View_Picture::~View_Picture() = default;
+
 void View_Picture::setDocument(Document* document, RenderSession* session)
 {
     document_ = document;
     session_ = session;
+    target_ = std::make_unique<Target>(*document);
+    tools_ = photoTools(document->state);
     connect(document, &Document::edited, this, [this] { update(); });
     connect(document, &Document::photoReplaced, this, &View_Picture::photoReplaced);
     connect(session, &RenderSession::fullPictureReady, this, [this] { update(); });
@@ -56,6 +81,11 @@ void View_Picture::paintEvent(QPaintEvent*)
     if (working.picture || failure.isEmpty())
         showFramed(working);
     painter.drawImage(QPointF(0, 0), shown_);
+    if (const PhotoTool* tool = toolOn()) {
+        const QRectF onScreen = flipped(rectDrawCamera(), height());
+        const double k = onScreen.width() / photoSize().width();
+        tool->paintOverlay(painter, QTransform::fromTranslate(onScreen.x(), onScreen.y()).scale(k, k), *target_);
+    }
 }
 
 // The part of the photo in view, at the size it is shown.
@@ -216,15 +246,25 @@ bool View_Picture::panning(const QMouseEvent* e) const
 
 bool View_Picture::hasPhoto() const { return document_ && document_->isOpen(); }
 
-bool View_Picture::repositioning() const
-{
-    const EditingState& s = document_->state;
-    return s.b_Activated_Cheeks_Reposition || s.b_Activated_Darken_Eyes_Reposition;
-}
-
 QPointF View_Picture::viewPoint(const QMouseEvent* event) const { return flipped(event->position(), height()); }
 
-QPointF View_Picture::percentOfPhoto(QPointF view) const { return percentInFrame(view, rectDrawCamera()); }
+ToolPointer View_Picture::pointerAt(const QMouseEvent* event) const
+{
+    const QPointF percent = percentInFrame(viewPoint(event), rectDrawCamera());
+    return {event->position(), percent, pixelAtPercent(percent, photoSize())};
+}
+
+PhotoTool* View_Picture::toolOn() const
+{
+    if (!hasPhoto())
+        return nullptr;
+    for (const std::unique_ptr<PhotoTool>& tool : tools_)
+        if (tool->isOn())
+            return tool.get();
+    return nullptr;
+}
+
+const PhotoTool* View_Picture::activeTool() const { return toolOn(); }
 
 void View_Picture::mousePressEvent(QMouseEvent* event)
 {
@@ -233,15 +273,8 @@ void View_Picture::mousePressEvent(QMouseEvent* event)
         setCursor(Qt::ClosedHandCursor);
         return;
     }
-    if (event->button() != Qt::LeftButton)
-        return; // gestures, handles and picking are the left button's
-    gesture_.b_Mouse_Down = true;
-    if (hasPhoto() && document_->state.b_Activated_Heal_Spots)
-        spotPress_ = event->position();
-    if (!hasPhoto() || !repositioning())
-        return;
-    gesture_.mouseDownPos = gesture_.mouseDownPos_Mouse_Down = viewPoint(event);
-    gesture_.press(percentOfPhoto(gesture_.mouseDownPos), document_->state, document_->reshaping, photoSize());
+    if (event->button() == Qt::LeftButton) // gestures, handles and picking are the left button's
+        mouseDown(event);
 }
 
 void View_Picture::mouseMoveEvent(QMouseEvent* event)
@@ -251,48 +284,10 @@ void View_Picture::mouseMoveEvent(QMouseEvent* event)
         panFrom_ = event->position();
         return;
     }
-    gesture_.mouseDownPos = viewPoint(event);
-    if (!hasPhoto())
-        return;
-    const QPointF percent = percentOfPhoto(gesture_.mouseDownPos);
-    if (!gesture_.b_Mouse_Down) {
-        if (document_->state.b_Activated_Heal_Spots)
-            setCursor(Qt::CrossCursor);
-        else if (repositioning()) // the left area shows the open hand
-            setCursor(gesture_.hover(percent, document_->state, document_->reshaping, photoSize()) ? Qt::OpenHandCursor
-                                                                                                  : Qt::ArrowCursor);
-        return;
-    }
-    // Only a drag that moved something rebuilds the picture.
-    if (gesture_.drag(pixelAtPercent(percent, photoSize()), document_->state, document_->reshaping, photoSize()))
-        document_->moved();
-}
-
-void View_Picture::pickColour(QPointF percent)
-{
-    const QImage& photo = document_->photo()->img_Basic;
-    const QPoint pixel(int(std::floor(photoSize().width() * percent.x() / 100)),
-                       int(std::floor(photoSize().height() * (100 - percent.y()) / 100)));
-    // The colour as the person sees it on the screen.
-    const QColor picked = toScreen_.map(photo.valid(pixel) ? photo.pixelColor(pixel) : QColor(Qt::black));
-    const RgbaColor colour{float(picked.redF()), float(picked.greenF()), float(picked.blueF()), float(picked.alphaF())};
-    const int index = document_->state.i_Picking_Color_Index;
-    if (const char* field = CheekBlush::takePickedColour(document_->state, colour))
-        document_->changed(Change::of(field));
-    if (onColourPicked)
-        onColourPicked(index);
-}
-
-// A click on the photo while editing spots heals the spot there, or keeps
-// a healed one as it was: one undo step each.
-void View_Picture::clickSpot(QPointF percent)
-{
-    if (percent.x() < 0 || percent.x() > 100 || percent.y() < 0 || percent.y() > 100)
-        return;
-    const HealBlemishes::Clicked clicked =
-        HealBlemishes::click(*document_->photo(), document_->state, {percent.x(), 100 - percent.y()});
-    if (clicked.field)
-        document_->changed(Change::act(clicked.field, QCoreApplication::translate("EditHistory", clicked.step)));
+    if (b_Mouse_Down)
+        mouseDragged(event);
+    else
+        mouseMoved(event);
 }
 
 void View_Picture::mouseReleaseEvent(QMouseEvent* event)
@@ -302,19 +297,44 @@ void View_Picture::mouseReleaseEvent(QMouseEvent* event)
         setCursor(panKeyHeld_ ? Qt::OpenHandCursor : Qt::ArrowCursor);
         return;
     }
-    if (event->button() != Qt::LeftButton)
+    if (event->button() == Qt::LeftButton)
+        mouseUp(event);
+}
+
+void View_Picture::mouseDown(QMouseEvent* event)
+{
+    b_Mouse_Down = true;
+    pressed_ = toolOn();
+    if (!pressed_)
         return;
-    const QString step = gesture_.release();
-    gesture_.mouseDownPos = viewPoint(event);
-    if (hasPhoto() && !step.isEmpty())
-        document_->gestureEnded(step);
-    if (hasPhoto() && document_->state.b_Cheeks_Picking_Color)
-        pickColour(percentOfPhoto(gesture_.mouseDownPos));
-    // A press that moved is not a click.
-    const std::optional<QPointF> pressed = std::exchange(spotPress_, std::nullopt);
-    if (hasPhoto() && pressed && document_->state.b_Activated_Heal_Spots
-        && QLineF(*pressed, event->position()).length() < 5)
-        clickSpot(percentOfPhoto(gesture_.mouseDownPos));
+    mouseDownPos = mouseDownPos_Mouse_Down = viewPoint(event);
+    pressed_->press(pointerAt(event), *target_);
+}
+
+void View_Picture::mouseDragged(QMouseEvent* event)
+{
+    mouseDownPos = viewPoint(event);
+    if (pressed_)
+        pressed_->drag(pointerAt(event), *target_);
+}
+
+void View_Picture::mouseMoved(QMouseEvent* event)
+{
+    mouseDownPos = viewPoint(event);
+    if (PhotoTool* tool = toolOn())
+        if (const std::optional<QCursor> cursor = tool->hover(pointerAt(event), *target_))
+            setCursor(*cursor);
+}
+
+void View_Picture::mouseUp(QMouseEvent* event)
+{
+    b_Mouse_Down = false;
+    mouseDownPos = viewPoint(event);
+    target_->changedField = nullptr;
+    if (PhotoTool* tool = std::exchange(pressed_, nullptr); tool && hasPhoto())
+        tool->release(pointerAt(event), *target_);
+    if (target_->changedField && onSettingChangedOnPhoto)
+        onSettingChangedOnPhoto(target_->changedField);
     if (Change_Cursor_To_Regular)
         Change_Cursor_To_Regular();
     update();

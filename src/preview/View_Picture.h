@@ -1,7 +1,7 @@
 #pragma once
 
+#include "PhotoTool.h"
 #include "PreviewGeometry.h"
-#include "ReshapeGesture.h"
 #include "RenderSession.h"
 
 #include <QColorTransform>
@@ -11,14 +11,17 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class Document;
 
 // The preview of the main window: the retouched picture of a document, as
 // its render session composes it, shown fitted into the view or zoomed;
 // black without a photo. The untouched photo can be shown instead of it, or
-// beside it in a split view, without composing anything. The mouse moves
-// the make-up while a mode is on and picks cheek colours from the photo.
+// beside it in a split view, without composing anything. The left button
+// is the tool's of the mouse mode that is on (moving the make-up, picking a
+// colour, clicking spots): the view maps the pointer to the photo and hands
+// the events on, knowing nothing of the effect the tool belongs to.
 class View_Picture : public QWidget {
     Q_OBJECT
 
@@ -29,14 +32,23 @@ public:
     // The document shown and changed by the mouse, and its pictures.
     void setDocument(Document* document, RenderSession* session);
 
-    // Called after a cheek colour was picked from the photo, with its index
-    // (1 left outer, 2 make-up, 3 right outer), and when the pointer should
-    // look regular again.
-    std::function<void(int index)> onColourPicked;
+    // Called after a tool changed a setting with a click (a colour picked,
+    // a spot), with the field's name, and when the pointer should look
+    // regular again.
+    std::function<void(const char* field)> onSettingChangedOnPhoto;
     std::function<void()> Change_Cursor_To_Regular;
 
-    // The left button's gestures on the photo.
-    const ReshapeGesture& gesture() const { return gesture_; }
+    // The tool of the mouse mode that is on, if any.
+    const PhotoTool* activeTool() const;
+
+    // The left button on the photo, handed to the active tool; the fields
+    // are the gesture's (view space, y up).
+    void mouseDown(QMouseEvent* event);
+    void mouseDragged(QMouseEvent* event);
+    void mouseUp(QMouseEvent* event);
+    void mouseMoved(QMouseEvent* event);
+    bool b_Mouse_Down = false;
+    QPointF mouseDownPos, mouseDownPos_Mouse_Down;
 
     // Where the photo is drawn, in view coordinates with the origin at the
     // bottom-left: the best-fit frame unless zoomed. Every pointer position
@@ -86,19 +98,19 @@ private:
     QSizeF photoSize() const;
     bool panning(const QMouseEvent* event) const;
     QPointF viewPoint(const QMouseEvent* event) const;
-    QPointF percentOfPhoto(QPointF view) const;
-    void pickColour(QPointF percent);
-    void clickSpot(QPointF percent);
+    ToolPointer pointerAt(const QMouseEvent* event) const;
+    PhotoTool* toolOn() const;
     bool hasPhoto() const;
-    bool repositioning() const;
 
+    class Target;
     Document* document_ = nullptr;
     RenderSession* session_ = nullptr;
-    ReshapeGesture gesture_;
+    std::unique_ptr<Target> target_;
+    std::vector<std::unique_ptr<PhotoTool>> tools_;
+    PhotoTool* pressed_ = nullptr; // the tool a left press went to, until its release
     Framing framing_;
     bool showingUntouched_ = false, splitView_ = false, panKeyHeld_ = false;
     std::optional<QPointF> panFrom_; // view pixels, y down, while a pan drags
-    std::optional<QPointF> spotPress_; // view pixels, y down, of a press while editing spots
     QImage shown_; // the last picture drawn, framed in the view
     // From the photo's colour space to the screen's (sRGB: Qt 6.4 names no
     // other); the identity for sRGB photos.

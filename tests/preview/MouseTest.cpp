@@ -22,7 +22,7 @@ protected:
     void SetUp() override
     {
         view.resize(700, 600);
-        view.onColourPicked = [this](int index) { picked.push_back(index); };
+        view.onSettingChangedOnPhoto = [this](const char* field) { picked.push_back(field); };
         if (GetParam()) {
             view.zoomToActualPixels();
             view.panBy({-60, 25});
@@ -74,7 +74,7 @@ protected:
     View_Picture& view = shows.view;
     EditingState& state = shows.state;
     Reshaping& reshaping = shows.reshaping;
-    std::vector<int> picked;
+    std::vector<std::string> picked;
 };
 
 } // namespace
@@ -182,7 +182,7 @@ TEST_P(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColou
     EXPECT_EQ(state.color_Color_Cheeks_1, EditingState{}.color_Color_Cheeks_1);
     EXPECT_EQ(state.color_Color_Cheeks_2, EditingState{}.color_Color_Cheeks_2);
     EXPECT_FALSE(state.b_Cheeks_Picking_Color);
-    EXPECT_EQ(picked, std::vector<int>{3});
+    EXPECT_EQ(picked, std::vector<std::string>{"color_Color_Cheeks_1_Right"});
 }
 
 TEST_P(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
@@ -204,7 +204,7 @@ TEST_P(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
 
     click(at({200, 200}));
     EXPECT_FALSE(state.b_Cheeks_Picking_Color);
-    EXPECT_EQ(picked, std::vector<int>{2});
+    EXPECT_EQ(picked, std::vector<std::string>{"color_Color_Cheeks_2"});
 }
 
 // While editing spots a left click heals the spot under the pointer, where

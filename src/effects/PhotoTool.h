@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QCursor>
+#include <QPointF>
+#include <QString>
+
+#include <optional>
+
+class QPainter;
+class QTransform;
+struct OpenedPhoto;
+struct Reshaping;
+
+// Where the pointer is, in the forms the tools' rules use. The preview maps
+// it; a tool never sees zoom or pan.
+struct ToolPointer {
+    QPointF view;    // view pixels, y down: how far a press has moved
+    QPointF percent; // percent of the photo, image space (y up), single precision
+    QPointF pixel;   // photo pixels, image space (y up), single precision
+};
+
+// What a tool works on and where it says what it changed: the open
+// document. A drag says moved() while it goes and names its one undo step
+// when it ends; a setting changed by a click is a step of its own.
+class ToolTarget {
+public:
+    virtual const OpenedPhoto& openedPhoto() const = 0;
+    virtual const Reshaping& reshaping() const = 0;
+    virtual Reshaping& reshaping() = 0;
+    virtual void moved() = 0;
+    virtual void gestureEnded(const QString& step) = 0;
+    // `step` empty: the step is named after the field and quick changes of
+    // it merge, as a slider's do.
+    virtual void settingChanged(const char* field, const QString& step = {}) = 0;
+
+protected:
+    ~ToolTarget() = default;
+};
+
+// What the left button does on the photo while an effect's mouse mode is
+// on. Each effect with such a mode implements one in its own files; the
+// preview hands the events to the tool that is on without knowing whose it
+// is, keeps zoom and pan, and draws the tool's overlay over the picture
+// (never into it).
+class PhotoTool {
+public:
+    virtual ~PhotoTool() = default;
+
+    // Whether the mode that makes this the tool of the left button is on.
+    virtual bool isOn() const = 0;
+
+    virtual void press(const ToolPointer&, ToolTarget&) {}
+    virtual void drag(const ToolPointer&, ToolTarget&) {}
+    virtual void release(const ToolPointer&, ToolTarget&) {}
+    // The pointer moved with no button down: the cursor to show, or none to
+    // leave the cursor as it is.
+    virtual std::optional<QCursor> hover(const ToolPointer&, const ToolTarget&) { return std::nullopt; }
+    // Drawn over the preview only; `photoToView` maps photo pixels (y down)
+    // to the view.
+    virtual void paintOverlay(QPainter&, const QTransform& /*photoToView*/, const ToolTarget&) const {}
+    // What the status line says while the tool is on.
+    virtual QString hint() const { return {}; }
+};
