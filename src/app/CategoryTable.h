@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EditingState.h"
+#include "EffectCatalogue.h"
 #include "LocalisedLabels.h"
 
 #include <QObject>

@@ -1,20 +1,15 @@
 #pragma once
 
 #include "EffectPass.h"
+#include "EffectSettings.h"
 #include "PanelDescription.h"
 #include "RegionImages.h"
 
 // Eye colour: the iris grey, the colour over it, and the bright parts (the
 // white of the eye, reflections) given back their own colour.
 struct EyeColour {
-#define BELLAVENOR_EYE_COLOUR_FIELDS(SWITCH, SETTING, MODE)                     \
-    SWITCH(b_Color_Eyes)                                                        \
-    SETTING(RgbaColor, color_Color_Eyes, kBlue, 0, 1, None, "Eye Colour")       \
-    SETTING(float, f_Color_Eyes_Transparency, 0.2f, 0, 1, Hundredths, "Eye Colour Transparency")
-    struct Settings {
-        BELLAVENOR_SETTINGS_BLOCK(Settings, BELLAVENOR_EYE_COLOUR_FIELDS)
-    };
-    static constexpr auto effectSwitch = &Settings::b_Color_Eyes;
+    using Settings = EyeColourSettings;
+    static constexpr auto effectSwitch = Settings::effectSwitch;
     static constexpr CatalogueRow row{Category::Eye, 0, "IDD_COLOR_EYES", true};
     static const PanelDescription& panel();
 

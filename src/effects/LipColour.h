@@ -1,18 +1,13 @@
 #pragma once
 
 #include "EffectPass.h"
+#include "EffectSettings.h"
 #include "PanelDescription.h"
 
 // Lip colour: a grey, brighter copy of the lips under a colour fill.
 struct LipColour {
-#define BELLAVENOR_LIP_COLOUR_FIELDS(SWITCH, SETTING, MODE)                            \
-    SWITCH(b_Color_Lips)                                                               \
-    SETTING(RgbaColor, color_Color_Lips, kBlue, 0, 1, None, "Lip Colour")              \
-    SETTING(float, f_Color_Lips_Transparency, 0.2f, 0, 1, Hundredths, "Lip Colour Transparency")
-    struct Settings {
-        BELLAVENOR_SETTINGS_BLOCK(Settings, BELLAVENOR_LIP_COLOUR_FIELDS)
-    };
-    static constexpr auto effectSwitch = &Settings::b_Color_Lips;
+    using Settings = LipColourSettings;
+    static constexpr auto effectSwitch = Settings::effectSwitch;
     static constexpr CatalogueRow row{Category::Mouth, 0, "IDD_LIPS", true};
     static const PanelDescription& panel();
 

@@ -5,8 +5,29 @@
 #include "FilterPrimitives.h"
 #include "PatchedPicture.h"
 #include "PixelKernels.h"
+#include "RegionImages.h"
+#include "TRCIHighPassSkinSmoothing.h"
 
 #include <cstring>
+
+struct SkinSmoothing::Kept {
+    struct BaseKey {
+        qint64 photo;
+        std::uint64_t level, radius;
+        bool operator==(const BaseKey&) const = default;
+    };
+    struct MaskKey {
+        qint64 photo;
+        std::uint64_t radius;
+        bool operator==(const MaskKey&) const = default;
+    };
+    Memo<qint64> photoOverBlack; // null when the photo is opaque
+    Memo<qint64, MaskedArea> holes; // image_Face_Full_Picture
+    Memo<qint64, SkinSmoothingPlanes> planes;
+    Memo<MaskKey, cv::Mat> mask;
+    SkinSmoothingScratch scratch;
+    Memo<BaseKey> smoothedBase;
+};
 
 const PanelDescription& SkinSmoothing::panel()
 {
@@ -21,7 +42,7 @@ const PanelDescription& SkinSmoothing::panel()
 
 namespace {
 
-using Memos = SkinSmoothing::Memos;
+using Memos = SkinSmoothing::Kept;
 
 // The photo over opaque black: the photo itself when it is opaque.
 QImage opaquePhoto(EffectPass& pass, Memos& memos)
@@ -49,7 +70,7 @@ void makeSmoothedBase(EffectPass& pass, const SkinSmoothing::Settings& s, Memos&
         made = RegionImages::faceFullPicture(photo.img_Basic, photo.imgSize, photo.regions);
     });
     const PatchedPicture face(toPicture(photo.img_Basic), holes.picture, holes.area.topLeft());
-    SkinSmoothingSettings settings = SkinSmoothingSettings::of(s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius);
+    SkinSmoothingAmounts settings = skinSmoothingAmounts(s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius);
     settings.radius = pass.scaled(settings.radius);
     const SkinSmoothingPlanes& planes =
         memos.planes.get(faceKey, [&](SkinSmoothingPlanes& p) { p = SkinSmoothingPlanes::of(face); });
@@ -86,7 +107,14 @@ void copyBase(const QImage& base, EffectPass& pass)
 
 // Without smoothing the photo itself is the base; the smoothed one is kept
 // only while smoothing is on, as it takes a photo's worth of memory.
-void SkinSmoothing::startFromPhoto(EffectPass& pass, const Settings& s, Memos& memos)
+void SkinSmoothing::startFromPhoto(EffectPass& pass, const Settings& s, SkinSmoothing::Memos& memos)
+{
+    if (!memos.kept)
+        memos.kept = std::make_shared<Kept>();
+    startFromKept(pass, s, *memos.kept);
+}
+
+void SkinSmoothing::startFromKept(EffectPass& pass, const Settings& s, Kept& memos)
 {
     const QImage under = opaquePhoto(pass, memos);
     if (s.b_Face_Skin_Smooth && !pass.keeps) { // straight into the working picture: no base kept
@@ -100,7 +128,7 @@ void SkinSmoothing::startFromPhoto(EffectPass& pass, const Settings& s, Memos& m
         pass.record = {under.cacheKey(), QRect()};
         return;
     }
-    const BaseKey key{under.cacheKey(), s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius};
+    const Kept::BaseKey key{under.cacheKey(), s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius};
     // A base made now is written into the working picture in the same pass.
     bool made = false;
     const QImage& base = memos.smoothedBase.get(key, [&](QImage& picture) {

@@ -1,16 +1,14 @@
 #pragma once
 
 #include "EffectPass.h"
+#include "EffectSettings.h"
 #include "PanelDescription.h"
 
 // Teeth whitening: the inside of the mouth, untouched or whitened, laid
 // back over whatever the lips' colour painted into an open mouth.
 struct TeethWhitening {
-#define BELLAVENOR_TEETH_WHITENING_FIELDS(SWITCH, SETTING, MODE) SWITCH(b_Whiten_Teeth)
-    struct Settings {
-        BELLAVENOR_SETTINGS_BLOCK(Settings, BELLAVENOR_TEETH_WHITENING_FIELDS)
-    };
-    static constexpr auto effectSwitch = &Settings::b_Whiten_Teeth;
+    using Settings = TeethWhiteningSettings;
+    static constexpr auto effectSwitch = Settings::effectSwitch;
     static constexpr CatalogueRow row{Category::Mouth, 1, "IDD_WHITE_TEETH", true};
     static const PanelDescription& panel();
 

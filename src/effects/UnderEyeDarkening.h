@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EffectPass.h"
+#include "EffectSettings.h"
 #include "PanelDescription.h"
 #include "PhotoTool.h"
 
@@ -10,18 +11,8 @@
 // Under-eye darkening: a ring under each eye through six points the mouse
 // can move, stroked black and blurred.
 struct UnderEyeDarkening {
-    // The ring is drawn with alpha 1 - transparency: at the starting 0 it is
-    // opaque black (before its blur), at 1 invisible.
-#define BELLAVENOR_UNDER_EYE_FIELDS(SWITCH, SETTING, MODE)                                             \
-    SWITCH(b_Eyes_Darken)                                                                              \
-    SETTING(float, f_Darken_Eyes_Transparency, 0.0f, 0, 1, Hundredths, "Under-Eye Transparency")       \
-    SETTING(float, f_Darken_Eyes_Line_Width, 1.0f, 1, 10, AsIs, "Under-Eye Line Width")                \
-    SETTING(float, f_Darken_Eyes_Blur_Level, 1.0f, 0, 5, Hundredths, "Under-Eye Blur")                 \
-    MODE(bool, b_Activated_Darken_Eyes_Reposition, false, 0, 1, true)
-    struct Settings {
-        BELLAVENOR_SETTINGS_BLOCK(Settings, BELLAVENOR_UNDER_EYE_FIELDS)
-    };
-    static constexpr auto effectSwitch = &Settings::b_Eyes_Darken;
+    using Settings = UnderEyeDarkeningSettings;
+    static constexpr auto effectSwitch = Settings::effectSwitch;
     static constexpr CatalogueRow row{Category::Eye, 3, "IDD_DARKEN_EYES", false};
     static const PanelDescription& panel();
     struct Memos {};

@@ -1,17 +1,13 @@
 #pragma once
 
 #include "EffectPass.h"
+#include "EffectSettings.h"
 #include "PanelDescription.h"
 
 // Wrinkle removal: the face's skin blurred and laid over the face.
 struct WrinkleRemoval {
-#define BELLAVENOR_WRINKLE_REMOVAL_FIELDS(SWITCH, SETTING, MODE) \
-    SWITCH(b_Remove_Wrinkles)                                    \
-    SETTING(std::uint64_t, u_Remove_Wrinkles_Level, 4, 0, 20, AsIs, "Remove Wrinkles Level")
-    struct Settings {
-        BELLAVENOR_SETTINGS_BLOCK(Settings, BELLAVENOR_WRINKLE_REMOVAL_FIELDS)
-    };
-    static constexpr auto effectSwitch = &Settings::b_Remove_Wrinkles;
+    using Settings = WrinkleRemovalSettings;
+    static constexpr auto effectSwitch = Settings::effectSwitch;
     static constexpr CatalogueRow row{Category::Face, 1, "IDD_WRINKLE_REMOVER", true};
     static const PanelDescription& panel();
 

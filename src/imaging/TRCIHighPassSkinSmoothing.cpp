@@ -395,18 +395,15 @@ const ToneCurveTexture& defaultSkinToneTexture()
     return texture;
 }
 
-SkinSmoothingSettings SkinSmoothingSettings::of(std::uint64_t level, std::uint64_t radius)
+SkinSmoothingAmounts skinSmoothingAmounts(std::uint64_t level, std::uint64_t radius)
 {
-    TRCIHighPassSkinSmoothing filter;
-    filter.setInputAmount(float(double(level) / 10.0));
-    filter.setInputRadius(float(radius));
-    return {float(filter.inputAmount()), float(filter.inputSharpnessFactor() * filter.inputAmount()),
-            float(filter.inputRadius())};
+    const double amount = float(double(level) / 10.0);
+    return {float(amount), float(TRCIHighPassSkinSmoothing::kDefaultSharpnessFactor * amount), float(radius)};
 }
 
 QImage trc_Face_Smooth(const QImage& face, std::uint64_t level, std::uint64_t radius)
 {
-    const SkinSmoothingSettings settings = SkinSmoothingSettings::of(level, radius);
+    const SkinSmoothingAmounts settings = skinSmoothingAmounts(level, radius);
     TRCIHighPassSkinSmoothing filter;
     filter.inputImage = face;
     filter.setInputAmount(settings.amount);

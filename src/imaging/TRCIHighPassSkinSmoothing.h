@@ -47,7 +47,8 @@ public:
 
     double inputAmount() { return lazyDefault(inputAmount_, 0.75); }
     double inputRadius() { return lazyDefault(inputRadius_, 8.0); }
-    double inputSharpnessFactor() { return lazyDefault(inputSharpnessFactor_, 0.6); }
+    static constexpr double kDefaultSharpnessFactor = 0.6;
+    double inputSharpnessFactor() { return lazyDefault(inputSharpnessFactor_, kDefaultSharpnessFactor); }
     void setInputAmount(double amount) { inputAmount_ = amount; }
     void setInputRadius(double radius) { inputRadius_ = radius; }
     void setInputSharpnessFactor(double factor) { inputSharpnessFactor_ = factor; }
@@ -65,13 +66,12 @@ private:
 };
 
 // What the two settings of skin smoothing make of the filter's inputs.
-struct SkinSmoothingSettings {
+struct SkinSmoothingAmounts {
     float amount;    // level / 10, in single precision
-    float sharpness; // the default factor 0.6 times the amount
+    float sharpness; // the default sharpness factor times the amount
     float radius;
-
-    static SkinSmoothingSettings of(std::uint64_t level, std::uint64_t radius);
 };
+SkinSmoothingAmounts skinSmoothingAmounts(std::uint64_t level, std::uint64_t radius);
 
 // The parts of skin smoothing that depend on the picture alone, made once
 // per picture: where it is not opaque (the bounding box of its pixels with

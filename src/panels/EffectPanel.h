@@ -1,6 +1,7 @@
 #pragma once
 
-#include "EffectOrder.h"
+#include "EffectCatalogue.h"
+#include "PanelDescription.h"
 #include "PanelContext.h"
 
 #include <QWidget>

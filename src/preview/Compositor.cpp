@@ -1,5 +1,7 @@
 #include "Compositor.h"
 
+#include "AllEffects.h"
+#include "EffectCatalogue.h"
 
 #include <QColorTransform>
 
@@ -32,6 +34,16 @@ EditingState inPhotoSpace(const EditingState& state, const PhotoMetadata& metada
 
 } // namespace
 
+Compositor::Compositor(Use use)
+    : keeps_(use == Again)
+    , memos_(std::make_unique<EffectMemos>())
+{
+}
+
+Compositor::~Compositor() = default;
+Compositor::Compositor(Compositor&&) noexcept = default;
+Compositor& Compositor::operator=(Compositor&&) noexcept = default;
+
 const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
                                   double photoPixelsPerPixel)
 {
@@ -49,7 +61,7 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
     ++passes_;
     handles_ = handlesOf(reshaping, state, photo.imgSize);
     const EditingState painted = inPhotoSpace(state, photo.metadata);
-    CompositorPass pass{{working_, record_, &photo, reshaping, handles_, photoPixelsPerPixel, keeps_}, painted, memos_};
+    CompositorPass pass{{working_, record_, &photo, reshaping, handles_, photoPixelsPerPixel, keeps_}, painted, *memos_};
     for (const CompositorStep& step : steps)
         if (step.runs(painted))
             step.paint(pass);

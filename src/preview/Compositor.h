@@ -1,22 +1,16 @@
 #pragma once
 
 #include "EditingState.h"
+#include "EffectOrder.h"
 #include "EffectPass.h"
 
 #include <QImage>
 
 #include <cstdint>
+#include <memory>
 #include <span>
-#include <tuple>
 
-// What every effect keeps between pictures, side by side.
-template <typename List>
-struct MemosOf;
-template <typename... Effect>
-struct MemosOf<EffectList<Effect...>> {
-    using type = std::tuple<typename Effect::Memos...>;
-};
-using EffectMemos = MemosOf<Effects>::type;
+struct EffectMemos; // what every effect keeps between pictures (AllEffects.h)
 
 // What one pass of the compositor works on: what each effect's step works
 // on, the whole editing state (each step reads its own effect's part) and
@@ -38,10 +32,10 @@ public:
     // A compositor of one picture (a file) keeps no whole-picture copies
     // for a next one.
     enum Use { Again, Once };
-    explicit Compositor(Use use = Again)
-        : keeps_(use == Again)
-    {
-    }
+    explicit Compositor(Use use = Again);
+    ~Compositor();
+    Compositor(Compositor&&) noexcept;
+    Compositor& operator=(Compositor&&) noexcept;
 
     // The working picture; valid until the next call. Null without a photo.
     // Throws std::bad_alloc or cv::Exception when the memory runs out.
@@ -72,6 +66,6 @@ private:
     QImage working_;
     std::uint64_t passes_ = 0;
     WorkingRecord record_;
-    EffectMemos memos_;
+    std::unique_ptr<EffectMemos> memos_;
     Handles handles_;
 };

@@ -1,6 +1,7 @@
 #include "View_Picture.h"
 
 #include "Document.h"
+#include "EffectCatalogue.h"
 #include "ImageSpace.h"
 
 #include <QMouseEvent>

@@ -3,7 +3,7 @@
 #include "StartedDelegate.h"
 #include "FileActions.h"
 #include "EditHistory.h"
-#include "EffectOrder.h"
+#include "EffectCatalogue.h"
 #include "RandomSettings.h"
 #include "MainWindow.h"
 #include "Presets.h"

@@ -1,4 +1,4 @@
-#include "EffectOrder.h"
+#include "EffectCatalogue.h"
 #include "TestPortrait.h"
 #include "RandomSettings.h"
 #include "StartedDelegate.h"

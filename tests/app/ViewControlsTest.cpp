@@ -1,7 +1,7 @@
 #include "StartedDelegate.h"
 #include "FileActions.h"
 #include "EditingStateJson.h"
-#include "EffectOrder.h"
+#include "EffectCatalogue.h"
 #include "EffectPanel.h"
 #include "MainWindow.h"
 #include "RandomSettings.h"

@@ -1,6 +1,7 @@
 #include "Compositor.h"
 #include "TestPortrait.h"
 #include "EffectOrder.h"
+#include "EffectCatalogue.h"
 #include "FastPaths.h"
 #include "ImageSpace.h"
 #include "OpenedPhoto.h"

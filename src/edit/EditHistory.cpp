@@ -1,5 +1,7 @@
 #include "EditHistory.h"
 
+#include "EffectCatalogue.h"
+
 
 #include <QCoreApplication>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "EffectOrder.h"
+#include "EffectSettings.h"
 
 #include <span>
 #include <string_view>
@@ -8,18 +8,18 @@
 // The settings of every effect, side by side, each field under its own name.
 template <typename List>
 struct SettingsOf;
-template <typename... Effect>
-struct SettingsOf<EffectList<Effect...>> : Effect::Settings... {
+template <typename... Settings>
+struct SettingsOf<SettingsList<Settings...>> : Settings... {
     // Calls visit(name, field) for every field, effect by effect.
     template <typename Visitor>
     void forEachField(Visitor&& visit)
     {
-        (Effect::Settings::forEachField(visit), ...);
+        (Settings::forEachField(visit), ...);
     }
     template <typename Visitor>
     void forEachField(Visitor&& visit) const
     {
-        (Effect::Settings::forEachField(visit), ...);
+        (Settings::forEachField(visit), ...);
     }
     bool operator==(const SettingsOf&) const = default;
 };
@@ -28,7 +28,7 @@ struct SettingsOf<EffectList<Effect...>> : Effect::Settings... {
 // settings and its mouse modes, as the effects declare them. The panels
 // write it, the compositor reads it on every redraw; nothing here redraws
 // or validates.
-struct EditingState : SettingsOf<Effects> {
+struct EditingState : SettingsOf<EffectSettingsList> {
     // Switches every effect off, in the effects' close order. Settings and
     // interaction modes stay.
     void Reset_Variables();

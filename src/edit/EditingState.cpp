@@ -5,16 +5,16 @@
 
 namespace {
 
-template <typename... Effect>
-constexpr std::array<bool EditingState::*, sizeof...(Effect)> switchesOf(EffectList<Effect...>)
+template <typename... Settings>
+constexpr std::array<bool EditingState::*, sizeof...(Settings)> switchesOf(SettingsList<Settings...>)
 {
-    return {static_cast<bool EditingState::*>(Effect::effectSwitch)...};
+    return {static_cast<bool EditingState::*>(Settings::effectSwitch)...};
 }
 
-constexpr auto kCloseOrder = switchesOf(Effects{});
+constexpr auto kCloseOrder = switchesOf(EffectSettingsList{});
 
-template <typename... Effect>
-std::vector<SettingRange> rangesOf(EffectList<Effect...>)
+template <typename... Settings>
+std::vector<SettingRange> rangesOf(SettingsList<Settings...>)
 {
     std::vector<SettingRange> ranges;
     const auto add = [&](const auto& fields, bool EditingState::*effect) {
@@ -22,30 +22,29 @@ std::vector<SettingRange> rangesOf(EffectList<Effect...>)
             if (info.kind != FieldKind::Switch)
                 ranges.push_back({info, info.kind == FieldKind::Setting ? effect : nullptr});
     };
-    (add(Effect::Settings::kFields, static_cast<bool EditingState::*>(Effect::effectSwitch)), ...);
+    (add(Settings::kFields, static_cast<bool EditingState::*>(Settings::effectSwitch)), ...);
     return ranges;
 }
 
 const std::vector<SettingRange>& ranges()
 {
-    static const std::vector<SettingRange> all = rangesOf(Effects{});
+    static const std::vector<SettingRange> all = rangesOf(EffectSettingsList{});
     return all;
 }
 
-template <typename... Effect>
-void restoreSettingsOf(EditingState& state, bool EditingState::*effectSwitch, EffectList<Effect...>)
+template <typename... Settings>
+void restoreSettingsOf(EditingState& state, bool EditingState::*effectSwitch, SettingsList<Settings...>)
 {
-    ((static_cast<bool EditingState::*>(Effect::effectSwitch) == effectSwitch
-          ? static_cast<typename Effect::Settings&>(state).restoreSettings()
+    ((static_cast<bool EditingState::*>(Settings::effectSwitch) == effectSwitch
+          ? static_cast<Settings&>(state).restoreSettings()
           : void()),
      ...);
 }
 
-template <typename... Effect>
-void keepModesOfEach(EditingState& state, const EditingState& other, EffectList<Effect...>)
+template <typename... Settings>
+void keepModesOfEach(EditingState& state, const EditingState& other, SettingsList<Settings...>)
 {
-    (static_cast<typename Effect::Settings&>(state).takeModesOf(
-         other, state.*static_cast<bool EditingState::*>(Effect::effectSwitch)),
+    (static_cast<Settings&>(state).takeModesOf(other, state.*static_cast<bool EditingState::*>(Settings::effectSwitch)),
      ...);
 }
 
@@ -84,7 +83,7 @@ void EditingState::forgetPhotoPoints()
 
 void EditingState::restoreDefaultsOf(bool EditingState::*effectSwitch)
 {
-    restoreSettingsOf(*this, effectSwitch, Effects{});
+    restoreSettingsOf(*this, effectSwitch, EffectSettingsList{});
 }
 
 const SettingRange* settingRange(std::string_view field)
@@ -97,5 +96,5 @@ const SettingRange* settingRange(std::string_view field)
 
 void EditingState::keepModesOf(const EditingState& other)
 {
-    keepModesOfEach(*this, other, Effects{});
+    keepModesOfEach(*this, other, EffectSettingsList{});
 }
