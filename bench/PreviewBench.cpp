@@ -20,7 +20,7 @@ namespace {
 
 struct Photo {
     OpenedPhoto photo;
-    Reshaping reshaping;
+    PhotoEdits photoEdits;
 };
 
 const Photo& photoOf(QSize size)
@@ -32,8 +32,8 @@ const Photo& photoOf(QSize size)
         OpenResult opened = analysePhoto("portrait", DecodedPhoto{picture, QSizeF(picture.size()), {}, {}, {}});
         if (opened.outcome != OpenResult::Opened)
             qFatal("the benchmark photo was refused: %s", qPrintable(opened.message));
-        Reshaping reshaping = Reshaping::of(opened.photo.regions);
-        found = photos.emplace(size.width(), Photo{std::move(opened.photo), std::move(reshaping)}).first;
+        PhotoEdits photoEdits = PhotoEdits::of(opened.photo.regions);
+        found = photos.emplace(size.width(), Photo{std::move(opened.photo), std::move(photoEdits)}).first;
     }
     return found->second;
 }
@@ -65,7 +65,7 @@ void fullRedraw(benchmark::State& state, QSize size)
     const EditingState settings = everyEffectOn();
     for (auto _ : state) {
         Compositor compositor;
-        benchmark::DoNotOptimize(compositor.compose(p.photo, p.reshaping, settings));
+        benchmark::DoNotOptimize(compositor.compose(p.photo, p.photoEdits, settings));
     }
 }
 
@@ -84,7 +84,7 @@ struct Changed {
 // One compose after one field changed, all nine effects on and the field's
 // own effect: the redraw a slider step, a colour or an Apply box asks for.
 // The field goes back and forth between two values.
-void composeAfterChanges(benchmark::State& state, const OpenedPhoto& photo, const Reshaping& reshaping,
+void composeAfterChanges(benchmark::State& state, const OpenedPhoto& photo, const PhotoEdits& photoEdits,
                          const char* field, double photoPixelsPerPixel = 1)
 {
     EditingState before = everyEffectOn();
@@ -96,18 +96,18 @@ void composeAfterChanges(benchmark::State& state, const OpenedPhoto& photo, cons
             Changed()(name, value);
     });
     Compositor compositor;
-    compositor.compose(photo, reshaping, before, photoPixelsPerPixel);
+    compositor.compose(photo, photoEdits, before, photoPixelsPerPixel);
     bool flip = false;
     for (auto _ : state) {
         flip = !flip;
-        benchmark::DoNotOptimize(compositor.compose(photo, reshaping, flip ? after : before, photoPixelsPerPixel));
+        benchmark::DoNotOptimize(compositor.compose(photo, photoEdits, flip ? after : before, photoPixelsPerPixel));
     }
 }
 
 void redrawAfter(benchmark::State& state, QSize size, const char* field)
 {
     const Photo& p = photoOf(size);
-    composeAfterChanges(state, p.photo, p.reshaping, field);
+    composeAfterChanges(state, p.photo, p.photoEdits, field);
 }
 
 // The preview's view while a control moves: 1400 × 900 device pixels, the
@@ -129,8 +129,8 @@ void interactiveStep(benchmark::State& state, QSize size, const char* field)
     const Photo& p = photoOf(size);
     const ProxyFrame frame = fittedFrame(size);
     const OpenedPhoto proxy = proxyPhoto(p.photo, frame);
-    const Reshaping reshaping = proxyReshaping(p.reshaping, p.photo.imgSize, frame);
-    composeAfterChanges(state, proxy, reshaping, field, frame.photoPixelsPerPixel());
+    const PhotoEdits photoEdits = proxyPhotoEdits(p.photoEdits, p.photo.imgSize, frame);
+    composeAfterChanges(state, proxy, photoEdits, field, frame.photoPixelsPerPixel());
     state.counters["frameMP"] = double(frame.size.width()) * frame.size.height() / 1e6;
 }
 
@@ -149,7 +149,7 @@ void save(benchmark::State& state, QSize size, const char* name)
 {
     const Photo& p = photoOf(size);
     Compositor compositor;
-    const QImage picture = compositor.compose(p.photo, p.reshaping, everyEffectOn());
+    const QImage picture = compositor.compose(p.photo, p.photoEdits, everyEffectOn());
     QTemporaryDir folder;
     const QString path = folder.filePath(name);
     for (auto _ : state)

@@ -148,7 +148,11 @@ void FileActions::exportSettings()
     const QString path = dialogs_.chooseSettingsPath(QDir(folder).filePath("bellavenor-settings.json"));
     if (path.isEmpty())
         return;
-    if (QString error; !writeSettingsFile(path, document_.state, error)) {
+    // What was done on the photo goes with it, and is said to be the photo's.
+    const OpenedPhoto& photo = *document_.photo();
+    const PhotoEditsOf done{QFileInfo(photo.path).fileName(), photo.imgSize.toSize(), document_.photoEdits};
+    const bool keepsDone = document_.isOpen() && done.edits != PhotoEdits::of(photo.regions);
+    if (QString error; !writeSettingsFile(path, document_.state, error, keepsDone ? &done : nullptr)) {
         refuse(error);
         return;
     }
@@ -165,9 +169,14 @@ void FileActions::openSettings()
 void FileActions::applySettingsFile(const QString& path, const QString& step)
 {
     EditingState read;
-    if (QString error; !readSettingsFile(path, read, error)) {
+    std::optional<PhotoEditsOf> photo;
+    if (QString error; !readSettingsFile(path, read, error, &photo)) {
         refuse(error);
         return;
     }
-    document_.replaceSettings(read, step);
+    const OpenedPhoto& open = *document_.photo();
+    const QString leftOut = leftOutFor(photo, open.path, open.imgSize.toSize());
+    document_.replaceSettings(read, step, photo && leftOut.isEmpty() ? &photo->edits : nullptr);
+    if (!leftOut.isEmpty())
+        window_.statusBar()->showMessage(leftOut, 10000);
 }

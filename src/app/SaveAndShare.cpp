@@ -74,7 +74,7 @@ QString SaveAndShare::moveToChosen(const QString& chosen)
         written = session_.writeFull(chosen, {*format});
     } else {
         Compositor compositor(Compositor::Once);
-        written = writeRetouched(compositor, *renderedPhoto_, rendered_.reshaping, rendered_.state, chosen, {*format});
+        written = writeRetouched(compositor, *renderedPhoto_, rendered_.photoEdits, rendered_.state, chosen, {*format});
     }
     if (written.any())
         return written.composing.isEmpty() ? written.writing : written.composing;

@@ -105,7 +105,9 @@ struct StageClock {
 
 int runSettings()
 {
-    std::fputs(QJsonDocument(toJson(EditingState{})).toJson(QJsonDocument::Indented).constData(), stdout);
+    QJsonObject settings = toJson(EditingState{});
+    settings.insert("version", kSettingsVersion);
+    std::fputs(QJsonDocument(settings).toJson(QJsonDocument::Indented).constData(), stdout);
     return kCliOk;
 }
 
@@ -128,12 +130,16 @@ int runRender(const QStringList& given)
                                    .arg(args.batch() ? args.format : args.output, writtenExtensions()));
     args.encoding.format = *format;
     EditingState state;
+    std::optional<PhotoEditsOf> done;
     QString error;
     const QString settings = settingsFileOf(args, error);
-    if (!error.isEmpty() || (!settings.isEmpty() && !readSettingsFile(settings, state, error)))
+    if (!error.isEmpty() || (!settings.isEmpty() && !readSettingsFile(settings, state, error, &done)))
         return fail(kCliUnreadable, error);
     if (args.batch() && !args.face.isDefault())
         return fail(kCliUsage, "--face and --face-box take one photo; a batch takes --largest-face.");
+    // A batch never carries what was done on one photo to the others.
+    if (args.batch() && done)
+        tellWarnings({leftOutFor(done, {}, {})});
     if (args.batch())
         return runBatch({args.photos, args.output, args.encoding, state, args.recursive, args.overwrite, args.quiet,
                          args.oneAtATime, args.report, args.largestFace});
@@ -141,7 +147,7 @@ int runRender(const QStringList& given)
     StageClock clock{args.timings, {}};
     clock.timer.start();
     const RenderOutcome outcome = renderPhotoFile(args.photos.first(), state, args.output, args.encoding,
-                                                  [&](const char* stage) { clock.lap(stage); }, args.face);
+                                                  [&](const char* stage) { clock.lap(stage); }, args.face, done);
     tellWarnings(outcome.warnings);
     switch (outcome.result) {
     case RenderOutcome::Written: return kCliOk;

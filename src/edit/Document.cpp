@@ -10,9 +10,8 @@ Document::Document(const LocalisedLabels& labels, QObject* parent)
 void Document::accept(OpenedPhoto opened)
 {
     state.Reset_Variables();
-    state.forgetPhotoPoints();
     photo_ = std::make_shared<const OpenedPhoto>(std::move(opened));
-    reshaping = Reshaping::of(photo_->regions);
+    photoEdits = PhotoEdits::of(photo_->regions);
     history_.startAt(edit()); // the old photo's steps belong to its face
     ++revision_;
     emit photoReplaced();
@@ -31,18 +30,20 @@ void Document::changed(const Change& change)
 void Document::moved()
 {
     ++revision_;
-    emit edited(Change::reshaped({}));
+    emit edited(Change::onPhoto({}));
 }
 
 void Document::gestureEnded(const QString& step)
 {
-    history_.record(edit(), Change::reshaped(step));
+    history_.record(edit(), Change::onPhoto(step));
 }
 
-void Document::replaceSettings(EditingState read, const QString& step)
+void Document::replaceSettings(EditingState read, const QString& step, const PhotoEdits* edits)
 {
     read.keepModesOf(state);
     state = read;
+    if (edits)
+        photoEdits = *edits;
     wholeChange(step);
 }
 
@@ -54,8 +55,8 @@ void Document::restoreDefaultsOf(bool EditingState::*effectSwitch, const QString
 
 void Document::resetUnderEyeRings(const QString& step)
 {
-    reshaping.resetUnderEyeRings(photo_->regions, photo_->imgSize.height());
-    changed(Change::reshaped(step));
+    photoEdits.resetUnderEyeRings(photo_->regions, photo_->imgSize.height());
+    changed(Change::onPhoto(step));
 }
 
 // A change of the whole edit that changed nothing needs no new picture.
@@ -75,7 +76,7 @@ void Document::restore(const Edit& edit)
     EditingState restored = edit.state;
     restored.keepModesOf(state);
     state = restored;
-    reshaping = edit.reshaping;
+    photoEdits = edit.photoEdits;
     ++revision_;
     emit settingsReplaced();
     emit edited(Change::whole({}));

@@ -4,7 +4,7 @@
 #include "EditHistory.h"
 #include "EditingState.h"
 #include "OpenedPhoto.h"
-#include "Reshaping.h"
+#include "PhotoEdits.h"
 
 #include <QObject>
 
@@ -27,25 +27,25 @@ public:
 
     // Written by the panels and the mouse, who then say changed().
     EditingState state;
-    Reshaping reshaping;
+    PhotoEdits photoEdits;
 
     EditHistory& history() { return history_; }
-    Edit edit() const { return {state, reshaping}; }
+    Edit edit() const { return {state, photoEdits}; }
 
     // Counts every change of what a picture is made of: a picture composed
     // at one revision is the picture of the edit while the count stays.
     quint64 revision() const { return revision_; }
 
     // A photo that has passed the open: every effect off (the settings
-    // stay), the photo swapped in whole, the reshaping started from its
+    // stay), the photo swapped in whole, the photoEdits started from its
     // regions, the history new.
     void accept(OpenedPhoto opened);
 
-    // After a change made to the state or the reshaping: the picture
+    // After a change made to the state or the photoEdits: the picture
     // follows and the Edit menu records it.
     void changed(const Change& change);
 
-    // The reshaping moves under the mouse: the picture follows; the step is
+    // The photoEdits moves under the mouse: the picture follows; the step is
     // recorded when the gesture ends, under `step`.
     void moved();
     void gestureEnded(const QString& step);
@@ -58,8 +58,9 @@ public:
     void resetUnderEyeRings(const QString& step);
 
     // The settings read from a file or preset in place of the current ones,
-    // the mouse modes kept, as one step.
-    void replaceSettings(EditingState read, const QString& step);
+    // the mouse modes kept, and what was done on this photo when the file
+    // kept it, as one step.
+    void replaceSettings(EditingState read, const QString& step, const PhotoEdits* edits = nullptr);
 
 signals:
     // A new photo is open.

@@ -13,7 +13,7 @@ using Clock = std::chrono::steady_clock;
 bool sameEdit(const Edit& a, Edit b)
 {
     b.state.keepModesOf(a.state);
-    return a.reshaping == b.reshaping && a.state == b.state;
+    return a.photoEdits == b.photoEdits && a.state == b.state;
 }
 
 // Whether one field is the same in both.

@@ -3,7 +3,7 @@
 #include "Change.h"
 #include "EditingState.h"
 #include "LocalisedLabels.h"
-#include "Reshaping.h"
+#include "PhotoEdits.h"
 
 #include <QUndoStack>
 
@@ -14,7 +14,7 @@
 // modes stay the window's (EditingState::keepModesOf).
 struct Edit {
     EditingState state;
-    Reshaping reshaping;
+    PhotoEdits photoEdits;
 };
 
 // The Edit menu's history of one photo. Each change of the settings or the
@@ -26,7 +26,7 @@ class EditHistory {
 public:
     static constexpr std::chrono::milliseconds kMergeWindow{1000};
 
-    // `restore` puts an edit back (state, reshaping, panels, one redraw)
+    // `restore` puts an edit back (state, photoEdits, panels, one redraw)
     // when a step is undone or redone.
     EditHistory(const LocalisedLabels& labels, std::function<void(const Edit&)> restore);
 

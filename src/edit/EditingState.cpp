@@ -73,14 +73,6 @@ void EditingState::Reset_Variables()
         this->*effectSwitch = false;
 }
 
-void EditingState::forgetPhotoPoints()
-{
-    forEachField([](const char*, auto& value) {
-        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, PointList>)
-            value.clear();
-    });
-}
-
 void EditingState::restoreDefaultsOf(bool EditingState::*effectSwitch)
 {
     restoreSettingsOf(*this, effectSwitch, EffectSettingsList{});

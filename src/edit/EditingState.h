@@ -33,10 +33,6 @@ struct EditingState : SettingsOf<EffectSettingsList> {
     // interaction modes stay.
     void Reset_Variables();
 
-    // Empties every list of points clicked on a photo (spots healed or
-    // kept): they belong to the photo they were clicked on.
-    void forgetPhotoPoints();
-
     // Puts the settings of the effect with this switch back to their
     // starting values; its switch, the other effects and the modes stay.
     void restoreDefaultsOf(bool EditingState::*effectSwitch);

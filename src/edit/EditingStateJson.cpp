@@ -32,6 +32,7 @@ QJsonValue toJsonValue(float v)
     return std::strtod(std::string(text, written.ptr).c_str(), nullptr);
 }
 QJsonValue toJsonValue(QPointF v) { return QJsonArray{v.x(), v.y()}; }
+QJsonValue toJsonValue(const QRectF& r) { return QJsonArray{r.x(), r.y(), r.width(), r.height()}; }
 QJsonValue toJsonValue(const PointList& points)
 {
     QJsonArray array;
@@ -137,6 +138,24 @@ Reading fromJsonValue(const QJsonValue& v, PointList& out, const SettingRange* r
     return Reading::Ok;
 }
 
+// Four numbers: x, y, width and height; sizes may be negative, as a drag
+// past the opposite side leaves them.
+Reading fromJsonValue(const QJsonValue& v, QRectF& out, const SettingRange* range)
+{
+    const QJsonArray a = v.toArray();
+    if (!v.isArray() || a.size() != 4)
+        return Reading::WrongType;
+    double n[4];
+    for (int i = 0; i < 4; ++i) {
+        if (!a.at(i).isDouble())
+            return Reading::WrongType;
+        if (n[i] = a.at(i).toDouble(); inRange(n[i], range) != Reading::Ok)
+            return Reading::OutOfRange;
+    }
+    out = QRectF(n[0], n[1], n[2], n[3]);
+    return Reading::Ok;
+}
+
 Reading colourComponents(const QJsonArray& a, RgbaColor& out)
 {
     float c[4];
@@ -167,18 +186,127 @@ Reading fromJsonValue(const QJsonValue& v, RgbaColor& out, const SettingRange*)
     return Reading::Ok;
 }
 
-QString problemWith(const char* name, Reading reading)
+// `what` names the field: a setting, or a part of what was done on a photo.
+QString problemWith(const QString& what, Reading reading, const SettingRange* range)
 {
     if (reading == Reading::WrongType)
-        return QString("The setting \"%1\" has a value of the wrong type.").arg(name);
+        return QString("%1 has a value of the wrong type.").arg(what);
     if (reading == Reading::TooLong)
-        return QString("The setting \"%1\" holds more than %2 points.").arg(name).arg(kLongestPointList);
-    const SettingRange* range = settingRange(name);
+        return QString("%1 holds more than %2 points.").arg(what).arg(kLongestPointList);
     const double min = range ? range->min : 0, max = range ? range->max : 1; // colour components
-    return QString("The setting \"%1\" must lie between %2 and %3.").arg(name).arg(min).arg(max);
+    return QString("%1 must lie between %2 and %3.").arg(what).arg(min).arg(max);
+}
+
+QString problemWith(const char* name, Reading reading)
+{
+    return problemWith(QString("The setting \"%1\"").arg(name), reading, settingRange(name));
+}
+
+// A photo's fields: spots in percent of the photo; areas and ring points in
+// its pixels, anywhere a drag can leave them.
+const SettingRange kPercent{{"percent of the photo", FieldKind::Setting, 0, 100}};
+const SettingRange kPixels{{"pixels", FieldKind::Setting, -1e7, 1e7}};
+
+template <typename Visit>
+void forEachPhotoField(PhotoEdits& e, Visit&& visit)
+{
+    visit("array_Healed_Spots", e.array_Healed_Spots, kPercent);
+    visit("array_Kept_Spots", e.array_Kept_Spots, kPercent);
+    visit("rect_Cheek_Left_Area_To_Paint", e.rect_Cheek_Left_Area_To_Paint, kPixels);
+    visit("rect_Cheek_Right_Area_To_Paint", e.rect_Cheek_Right_Area_To_Paint, kPixels);
+    visit("array_Eye_Darken_Left_Points", e.array_Eye_Darken_Left_Points, kPixels);
+    visit("array_Eye_Darken_Right_Points", e.array_Eye_Darken_Right_Points, kPixels);
+}
+
+bool readPhoto(const QJsonValue& value, PhotoEditsOf& photo, QString& error)
+{
+    const QJsonObject json = value.toObject();
+    const int width = json.value("width").toInt(-1), height = json.value("height").toInt(-1);
+    if (!value.isObject() || !json.value("name").isString() || width < 1 || height < 1) {
+        error = "The \"photo\" part must name the photo and give its width and height.";
+        return false;
+    }
+    photo.name = json.value("name").toString();
+    photo.size = QSize(width, height);
+    QSet<QString> known{"name", "width", "height", "about"};
+    forEachPhotoField(photo.edits, [&](const char* name, auto& field, const SettingRange& range) {
+        known.insert(name);
+        if (!error.isEmpty() || !json.contains(name))
+            return;
+        if (const Reading reading = fromJsonValue(json.value(name), field, &range); reading != Reading::Ok)
+            error = problemWith(QString("The photo's \"%1\"").arg(name), reading, &range);
+    });
+    for (auto it = json.begin(); error.isEmpty() && it != json.end(); ++it)
+        if (!known.contains(it.key()))
+            error = QString("The photo has no \"%1\".").arg(it.key());
+    for (PointList* ring : {&photo.edits.array_Eye_Darken_Left_Points, &photo.edits.array_Eye_Darken_Right_Points})
+        if (error.isEmpty() && !ring->isEmpty() && ring->size() != 6)
+            error = "An under-eye ring has six points.";
+    const double h = height;
+    photo.edits.path_Eye_Darken_Left = outlineThrough(photo.edits.array_Eye_Darken_Left_Points, h);
+    photo.edits.path_Eye_Darken_Right = outlineThrough(photo.edits.array_Eye_Darken_Right_Points, h);
+    return error.isEmpty();
+}
+
+QJsonObject toJson(const PhotoEditsOf& photo)
+{
+    QJsonObject json{{"about", "What was done on this photo (spots clicked, areas and rings moved): applied only "
+                               "to a photo of this name and size."},
+                     {"name", photo.name},
+                     {"width", photo.size.width()},
+                     {"height", photo.size.height()}};
+    PhotoEdits edits = photo.edits;
+    forEachPhotoField(edits, [&](const char* name, const auto& field, const SettingRange&) {
+        json.insert(name, toJsonValue(field));
+    });
+    return json;
+}
+
+// The version a file says it is of; 1 when it says none.
+bool versionOf(const QJsonObject& json, int& version, QString& error)
+{
+    const QJsonValue v = json.value("version");
+    version = v.isUndefined() ? 1 : v.toInt(0);
+    if (version < 1 || (!v.isUndefined() && v.toDouble() != version))
+        error = "The settings file's \"version\" must be a whole number from 1 up.";
+    return error.isEmpty();
+}
+
+// A version-1 file held the spots clicked as settings; they belong to a
+// photo it does not name.
+bool readVersionOneSpots(const QJsonObject& json, std::optional<PhotoEditsOf>* photo, QString& error)
+{
+    PhotoEditsOf spots;
+    for (auto [name, list] : {std::pair{"array_Healed_Spots", &spots.edits.array_Healed_Spots},
+                              std::pair{"array_Kept_Spots", &spots.edits.array_Kept_Spots}})
+        if (json.contains(name))
+            if (const Reading reading = fromJsonValue(json.value(name), *list, &kPercent); reading != Reading::Ok) {
+                error = problemWith(QString("The setting \"%1\"").arg(name), reading, &kPercent);
+                return false;
+            }
+    if (photo && !(spots.edits.array_Healed_Spots.isEmpty() && spots.edits.array_Kept_Spots.isEmpty()))
+        *photo = spots;
+    return true;
 }
 
 } // namespace
+
+bool PhotoEditsOf::belongsTo(const QString& photoPath, QSize photoSize) const
+{
+    return !name.isEmpty() && name == QFileInfo(photoPath).fileName() && size == photoSize;
+}
+
+QString leftOutFor(const std::optional<PhotoEditsOf>& photo, const QString& photoPath, QSize photoSize)
+{
+    if (!photo || photo->belongsTo(photoPath, photoSize))
+        return {};
+    if (photo->name.isEmpty())
+        return "The spots clicked in the settings file belong to the photo they were clicked on: left out.";
+    return QString("What was done on %1 (%2 × %3), its spots and areas, was left out: it belongs to that photo.")
+        .arg(photo->name)
+        .arg(photo->size.width())
+        .arg(photo->size.height());
+}
 
 QJsonObject toJson(EditingState state)
 {
@@ -187,9 +315,24 @@ QJsonObject toJson(EditingState state)
     return json;
 }
 
-bool readJson(const QJsonObject& json, EditingState& state, QString& error)
+bool readJson(const QJsonObject& json, EditingState& state, QString& error, std::optional<PhotoEditsOf>* photo)
 {
-    QSet<QString> known;
+    int version = 1;
+    if (!versionOf(json, version, error))
+        return false;
+    QSet<QString> known{"version"};
+    if (version == 1) {
+        known << "array_Healed_Spots" << "array_Kept_Spots";
+        if (!readVersionOneSpots(json, photo, error))
+            return false;
+    } else if (json.contains("photo")) {
+        known << "photo";
+        PhotoEditsOf read;
+        if (!readPhoto(json.value("photo"), read, error))
+            return false;
+        if (photo)
+            *photo = read;
+    }
     state.forEachField([&](const char* name, auto& field) {
         known.insert(name);
         if (!error.isEmpty() || !json.contains(name))
@@ -199,11 +342,17 @@ bool readJson(const QJsonObject& json, EditingState& state, QString& error)
     });
     for (auto it = json.begin(); error.isEmpty() && it != json.end(); ++it)
         if (!known.contains(it.key()))
-            error = QString("There is no setting \"%1\".").arg(it.key());
+            error = version <= kSettingsVersion
+                        ? QString("There is no setting \"%1\".").arg(it.key())
+                        : QString("There is no setting \"%1\" in this version of Bellavenor: the file is of settings "
+                                  "version %2, this version reads versions 1 to %3.")
+                              .arg(it.key())
+                              .arg(version)
+                              .arg(kSettingsVersion);
     return error.isEmpty();
 }
 
-bool readSettingsFile(const QString& path, EditingState& state, QString& error)
+bool readSettingsFile(const QString& path, EditingState& state, QString& error, std::optional<PhotoEditsOf>* photo)
 {
     QByteArray bytes;
     if (error = readRegularFile(path, kMaxSettingsBytes, bytes, "settings file"); !error.isEmpty())
@@ -217,17 +366,23 @@ bool readSettingsFile(const QString& path, EditingState& state, QString& error)
     }
     // Read into a copy: a refused file changes nothing.
     EditingState read = state;
-    if (!readJson(document.object(), read, error)) {
+    std::optional<PhotoEditsOf> readPhoto;
+    if (!readJson(document.object(), read, error, &readPhoto)) {
         error = QString("In the settings file \"%1\": %2").arg(QFileInfo(path).fileName(), error);
         return false;
     }
     state = read;
+    if (photo)
+        *photo = readPhoto;
     return true;
 }
 
-QJsonObject exportedSettings(const EditingState& state)
+QJsonObject exportedSettings(const EditingState& state, const PhotoEditsOf* photo)
 {
     QJsonObject json = toJson(state);
+    json.insert("version", kSettingsVersion);
+    if (photo)
+        json.insert("photo", toJson(*photo));
     state.forEachField([&](const char* name, const auto&) {
         if (const SettingRange* range = settingRange(name); range && range->kind == FieldKind::Mode)
             json.remove(name); // the window's, not a setting
@@ -235,10 +390,10 @@ QJsonObject exportedSettings(const EditingState& state)
     return json;
 }
 
-bool writeSettingsFile(const QString& path, const EditingState& state, QString& error)
+bool writeSettingsFile(const QString& path, const EditingState& state, QString& error, const PhotoEditsOf* photo)
 {
     QSaveFile file(path);
-    const QByteArray bytes = QJsonDocument(exportedSettings(state)).toJson(QJsonDocument::Indented);
+    const QByteArray bytes = QJsonDocument(exportedSettings(state, photo)).toJson(QJsonDocument::Indented);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
         error = QString("The settings could not be saved to \"%1\": %2.")
                     .arg(QDir::toNativeSeparators(path), file.errorString());

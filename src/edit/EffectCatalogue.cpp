@@ -26,12 +26,12 @@ void addToolsOf(EditingState& state, std::vector<std::unique_ptr<PhotoTool>>& to
 }
 
 template <typename... Effect>
-void addHandlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF imgSize, Handles& h,
+void addHandlesOf(const PhotoEdits& photoEdits, const EditingState& state, QSizeF imgSize, Handles& h,
                   EffectList<Effect...>)
 {
     const auto add = [&]<typename E>(E*) {
         if constexpr (requires { &E::handles; })
-            E::handles(reshaping, static_cast<const typename E::Settings&>(state), imgSize, h);
+            E::handles(photoEdits, static_cast<const typename E::Settings&>(state), imgSize, h);
     };
     (add(static_cast<Effect*>(nullptr)), ...);
 }
@@ -81,9 +81,9 @@ std::vector<std::unique_ptr<PhotoTool>> photoTools(EditingState& state)
     return tools;
 }
 
-Handles handlesOf(const Reshaping& reshaping, const EditingState& state, QSizeF imgSize)
+Handles handlesOf(const PhotoEdits& photoEdits, const EditingState& state, QSizeF imgSize)
 {
     Handles h;
-    addHandlesOf(reshaping, state, imgSize, h, Effects{});
+    addHandlesOf(photoEdits, state, imgSize, h, Effects{});
     return h;
 }

@@ -126,8 +126,8 @@ void CheekBlush::paint(EffectPass& pass, const Settings& s, Memos& memos)
             paintAreaHandles(p, area, squares);
     };
     const Handles& h = pass.handles;
-    finishSide(*layers[0], pass.reshaping.rect_Cheek_Left_Area_To_Paint, h.rectPointLeft);
-    finishSide(*layers[1], pass.reshaping.rect_Cheek_Right_Area_To_Paint, h.rectPointRight);
+    finishSide(*layers[0], pass.photoEdits.rect_Cheek_Left_Area_To_Paint, h.rectPointLeft);
+    finishSide(*layers[1], pass.photoEdits.rect_Cheek_Right_Area_To_Paint, h.rectPointRight);
 }
 
 const char* CheekBlush::takePickedColour(Settings& s, const RgbaColor& colour)
@@ -142,7 +142,7 @@ const char* CheekBlush::takePickedColour(Settings& s, const RgbaColor& colour)
     return fields[s.i_Picking_Color_Index - 1].second;
 }
 
-void CheekBlush::handles(const Reshaping& reshaping, const Settings& s, QSizeF imgSize, Handles& h)
+void CheekBlush::handles(const PhotoEdits& photoEdits, const Settings& s, QSizeF imgSize, Handles& h)
 {
     if (!s.b_Apply_Cheeks || !s.b_Activated_Cheeks_Reposition)
         return;
@@ -153,8 +153,8 @@ void CheekBlush::handles(const Reshaping& reshaping, const Settings& s, QSizeF i
             squares[i] = handleSquare(corners[i], imgSize);
         }
     };
-    side(reshaping.rect_Cheek_Left_Area_To_Paint, h.pointPercenteLeft, h.rectPointLeft);
-    side(reshaping.rect_Cheek_Right_Area_To_Paint, h.pointPercenteRight, h.rectPointRight);
+    side(photoEdits.rect_Cheek_Left_Area_To_Paint, h.pointPercenteLeft, h.rectPointLeft);
+    side(photoEdits.rect_Cheek_Right_Area_To_Paint, h.pointPercenteRight, h.rectPointRight);
 }
 
 namespace {
@@ -216,7 +216,7 @@ public:
 
     void press(const ToolPointer& at, ToolTarget& target) override
     {
-        const Reshaping& r = target.reshaping();
+        const PhotoEdits& r = target.photoEdits();
         leftAtPress_ = r.rect_Cheek_Left_Area_To_Paint;
         rightAtPress_ = r.rect_Cheek_Right_Area_To_Paint;
         const Handles h = handlesOn(target);
@@ -226,7 +226,7 @@ public:
 
     void drag(const ToolPointer& at, ToolTarget& target) override
     {
-        Reshaping& r = target.reshaping();
+        PhotoEdits& r = target.photoEdits();
         if (left_.any())
             r.rect_Cheek_Left_Area_To_Paint = draggedArea(left_, leftAtPress_, at.pixel);
         if (right_.any())
@@ -266,7 +266,7 @@ private:
     {
         Handles h;
         const OpenedPhoto& photo = target.openedPhoto();
-        CheekBlush::handles(target.reshaping(), s_, photo.imgSize, h);
+        CheekBlush::handles(target.photoEdits(), s_, photo.imgSize, h);
         return h;
     }
 

@@ -39,7 +39,7 @@ struct CheekBlush {
     static const char* takePickedColour(Settings& s, const RgbaColor& colour);
 
     // Where the areas' corner handles are while the mode is on.
-    static void handles(const Reshaping& reshaping, const Settings& s, QSizeF imgSize, Handles& h);
+    static void handles(const PhotoEdits& photoEdits, const Settings& s, QSizeF imgSize, Handles& h);
 
     // Its tools on the photo: picking a colour (while a Pick button waits
     // for a click), then moving and resizing the areas.

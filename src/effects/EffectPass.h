@@ -2,7 +2,7 @@
 
 #include "OpenedPhoto.h"
 #include "Picture.h"
-#include "Reshaping.h"
+#include "PhotoEdits.h"
 #include "Settings.h"
 
 #include <QColor>
@@ -56,7 +56,7 @@ struct EffectPass {
     // The photo the steps read: the opened one, or a step's version of it
     // that the steps after it read instead (healed blemishes).
     const OpenedPhoto* photo;
-    const Reshaping& reshaping;
+    const PhotoEdits& photoEdits;
     const Handles& handles;
     // Photo pixels per pixel of `working`: above 1 when a shrunk copy of the
     // photo is composed, whose blurs and lines shrink with it.

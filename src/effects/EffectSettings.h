@@ -118,14 +118,11 @@ struct HealBlemishesSettings {
     // Size: the largest spot healed, in percent of the face's width, so one
     // setting suits any photo; Strength: how little a spot need stand out
     // from the skin around it (0 only strong spots, 100 faint ones too).
-    // The spots clicked, to heal and to keep, in percent of the photo with y
-    // from its top.
+    // The spots clicked belong to the photo (PhotoEdits.h).
 #define BELLAVENOR_HEAL_BLEMISHES_FIELDS(SWITCH, SETTING, MODE)                                           \
     SWITCH(b_Heal_Blemishes)                                                                              \
     SETTING(float, f_Heal_Blemishes_Size, 3.0f, 0.5, 8, Hundredths, "Heal Blemishes Size")                \
     SETTING(std::uint64_t, u_Heal_Blemishes_Strength, 50, 0, 100, AsIs, "Heal Blemishes Strength")        \
-    SETTING(PointList, array_Healed_Spots, {}, 0, 100, None, "Heal Spot")                                  \
-    SETTING(PointList, array_Kept_Spots, {}, 0, 100, None, "Keep Spot")                                    \
     MODE(bool, b_Activated_Heal_Spots, false, 0, 1, false)
     BELLAVENOR_SETTINGS_BLOCK(HealBlemishesSettings, BELLAVENOR_HEAL_BLEMISHES_FIELDS)
     static constexpr auto effectSwitch = &HealBlemishesSettings::b_Heal_Blemishes;

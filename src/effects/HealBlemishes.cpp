@@ -249,7 +249,8 @@ struct Search {
     double clickedRadius() const { return widest / face.scale / 2; }
 
     // The spots found, but those kept, in photo pixels.
-    std::vector<HealBlemishes::Spot> found(const OpenedPhoto& photo, const HealBlemishes::Settings& s) const
+    std::vector<HealBlemishes::Spot> found(const OpenedPhoto& photo, const HealBlemishes::Settings& s,
+                                           const PointList& keptSpots) const
     {
         const double threshold = 7 - 4 * double(std::min<std::uint64_t>(s.u_Heal_Blemishes_Strength, 100)) / 100;
         std::vector<HealBlemishes::Spot> spots;
@@ -257,22 +258,23 @@ struct Search {
             const HealBlemishes::Spot spot{QPointF(face.area.x + (w[0] + 0.5) / face.scale - 0.5,
                                                    face.area.y + (w[1] + 0.5) / face.scale - 0.5),
                                            w[2] / 2 / face.scale};
-            const auto kept = std::find_if(s.array_Kept_Spots.begin(), s.array_Kept_Spots.end(), [&](QPointF p) {
+            const auto kept = std::find_if(keptSpots.begin(), keptSpots.end(), [&](QPointF p) {
                 return QLineF(photo.pixelAtOpenedPercent(p), spot.centre).length() <= clickedRadius() + spot.radius;
             });
-            if (kept == s.array_Kept_Spots.end() && clearOfFeatures(face, spot.centre, spot.radius))
+            if (kept == keptSpots.end() && clearOfFeatures(face, spot.centre, spot.radius))
                 spots.push_back(spot);
         }
         return spots;
     }
 
     // And the spots clicked to heal.
-    std::vector<HealBlemishes::Spot> healed(const OpenedPhoto& photo, const HealBlemishes::Settings& s) const
+    std::vector<HealBlemishes::Spot> healed(const OpenedPhoto& photo, const HealBlemishes::Settings& s,
+                                            const PhotoEdits& edits) const
     {
         if (face.isEmpty())
             return {};
-        std::vector<HealBlemishes::Spot> spots = found(photo, s);
-        for (QPointF percent : s.array_Healed_Spots)
+        std::vector<HealBlemishes::Spot> spots = found(photo, s, edits.array_Kept_Spots);
+        for (QPointF percent : edits.array_Healed_Spots)
             spots.push_back({photo.pixelAtOpenedPercent(percent), clickedRadius()});
         return spots;
     }
@@ -348,11 +350,11 @@ void healSpot(QImage& picture, const Face& face, const HealBlemishes::Spot& spot
         }
 }
 
-OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Settings& s)
+OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Settings& s, const PhotoEdits& edits)
 {
     OpenedPhoto healed = photo;
     const Search search(photo, s);
-    const std::vector<HealBlemishes::Spot> spots = search.healed(photo, s);
+    const std::vector<HealBlemishes::Spot> spots = search.healed(photo, s, edits);
     if (spots.empty())
         return healed;
     healed.img_Basic = copied(toPicture(photo.img_Basic));
@@ -364,38 +366,41 @@ OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Settings&
 
 } // namespace
 
-std::vector<HealBlemishes::Spot> HealBlemishes::spotsOf(const OpenedPhoto& photo, const Settings& s)
+std::vector<HealBlemishes::Spot> HealBlemishes::spotsOf(const OpenedPhoto& photo, const Settings& s,
+                                                        const PhotoEdits& edits)
 {
-    return Search(photo, s).healed(photo, s);
+    return Search(photo, s).healed(photo, s, edits);
 }
 
-HealBlemishes::Clicked HealBlemishes::click(const OpenedPhoto& photo, Settings& s, QPointF percent)
+const char* HealBlemishes::click(const OpenedPhoto& photo, const Settings& s, PhotoEdits& edits, QPointF percent)
 {
     const Search search(photo, s);
     if (search.face.isEmpty())
-        return {};
+        return nullptr;
     const QPointF at = photo.pixelAtOpenedPercent(percent);
     const double size = search.clickedRadius();
-    for (qsizetype i = 0; i < s.array_Healed_Spots.size(); ++i)
-        if (QLineF(photo.pixelAtOpenedPercent(s.array_Healed_Spots[i]), at).length() <= size) {
-            s.array_Healed_Spots.removeAt(i);
-            return {"array_Healed_Spots", kKeepSpot};
+    PointList& healed = edits.array_Healed_Spots;
+    for (qsizetype i = 0; i < healed.size(); ++i)
+        if (QLineF(photo.pixelAtOpenedPercent(healed[i]), at).length() <= size) {
+            healed.removeAt(i);
+            return kKeepSpot;
         }
-    for (const Spot& spot : search.found(photo, s))
+    for (const Spot& spot : search.found(photo, s, edits.array_Kept_Spots))
         if (QLineF(spot.centre, at).length() <= std::max(spot.radius, size)) {
-            s.array_Kept_Spots.append(percent);
-            return {"array_Kept_Spots", kKeepSpot};
+            edits.array_Kept_Spots.append(percent);
+            return kKeepSpot;
         }
-    s.array_Healed_Spots.append(percent);
-    return {"array_Healed_Spots", kHealSpot};
+    healed.append(percent);
+    return kHealSpot;
 }
 
 void HealBlemishes::heal(EffectPass& pass, const Settings& s, Memos& memos)
 {
     const OpenedPhoto& photo = *pass.photo;
-    const Key key{pass.photoKey(), s.f_Heal_Blemishes_Size, s.u_Heal_Blemishes_Strength, s.array_Healed_Spots,
-                  s.array_Kept_Spots};
-    pass.photo = &memos.healed.get(key, [&](OpenedPhoto& healed) { healed = healedPhoto(photo, s); });
+    const PhotoEdits& edits = pass.photoEdits;
+    const Key key{pass.photoKey(), s.f_Heal_Blemishes_Size, s.u_Heal_Blemishes_Strength, edits.array_Healed_Spots,
+                  edits.array_Kept_Spots};
+    pass.photo = &memos.healed.get(key, [&](OpenedPhoto& healed) { healed = healedPhoto(photo, s, edits); });
 }
 
 namespace {
@@ -417,9 +422,8 @@ public:
         const QPointF p = at.percent;
         if (!pressed || QLineF(*pressed, at.view).length() >= 5 || p.x() < 0 || p.x() > 100 || p.y() < 0 || p.y() > 100)
             return;
-        const HealBlemishes::Clicked clicked = HealBlemishes::click(target.openedPhoto(), s_, {p.x(), 100 - p.y()});
-        if (clicked.field)
-            target.settingChanged(clicked.field, QCoreApplication::translate("EditHistory", clicked.step));
+        if (const char* step = HealBlemishes::click(target.openedPhoto(), s_, target.photoEdits(), {p.x(), 100 - p.y()}))
+            target.photoEdited(QCoreApplication::translate("EditHistory", step));
     }
 
     std::optional<QCursor> hover(const ToolPointer&, const ToolTarget&) override { return QCursor(Qt::CrossCursor); }

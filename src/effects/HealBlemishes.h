@@ -40,20 +40,17 @@ struct HealBlemishes {
         QPointF centre;
         double radius;
     };
-    // The spots healed on this photo with these settings.
-    static std::vector<Spot> spotsOf(const OpenedPhoto& photo, const Settings& s);
+    // The spots healed on this photo with these settings and the spots
+    // clicked on it.
+    static std::vector<Spot> spotsOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits);
 
     // A click at `percent` of the photo (y from the top) while editing
     // spots: a healed spot there is kept as it was, else a spot of the
-    // current size is healed there. Says which list changed and the step's
-    // name; nothing changed without a face.
+    // current size is healed there. Says the step's name; nothing changed
+    // (null) without a face.
     static constexpr const char* kHealSpot = QT_TRANSLATE_NOOP("EditHistory", "Heal Spot");
     static constexpr const char* kKeepSpot = QT_TRANSLATE_NOOP("EditHistory", "Keep Spot");
-    struct Clicked {
-        const char* field = nullptr;
-        const char* step = nullptr;
-    };
-    static Clicked click(const OpenedPhoto& photo, Settings& s, QPointF percent);
+    static const char* click(const OpenedPhoto& photo, const Settings& s, PhotoEdits& edits, QPointF percent);
 
     // Its tool on the photo while Edit spots is on: a click heals or keeps
     // the spot under the pointer; a press that moved is no click.

@@ -9,7 +9,7 @@
 class QPainter;
 class QTransform;
 struct OpenedPhoto;
-struct Reshaping;
+struct PhotoEdits;
 
 // Where the pointer is, in the forms the tools' rules use. The preview maps
 // it; a tool never sees zoom or pan.
@@ -25,10 +25,13 @@ struct ToolPointer {
 class ToolTarget {
 public:
     virtual const OpenedPhoto& openedPhoto() const = 0;
-    virtual const Reshaping& reshaping() const = 0;
-    virtual Reshaping& reshaping() = 0;
+    virtual const PhotoEdits& photoEdits() const = 0;
+    virtual PhotoEdits& photoEdits() = 0;
     virtual void moved() = 0;
     virtual void gestureEnded(const QString& step) = 0;
+    // What was done on the photo changed by one act (a click): a step of
+    // its own.
+    virtual void photoEdited(const QString& step) = 0;
     // `step` empty: the step is named after the field and quick changes of
     // it merge, as a slider's do.
     virtual void settingChanged(const char* field, const QString& step = {}) = 0;

@@ -58,8 +58,8 @@ QPainterPath UnderEyeDarkening::curve(const PointList& points, double imageHeigh
 void UnderEyeDarkening::darken(EffectPass& pass, const Settings& s)
 {
     const double height = pass.height();
-    const QPainterPath left = flipped(curve(pass.reshaping.array_Eye_Darken_Left_Points, height, true), height);
-    const QPainterPath right = flipped(curve(pass.reshaping.array_Eye_Darken_Right_Points, height, false), height);
+    const QPainterPath left = flipped(curve(pass.photoEdits.array_Eye_Darken_Left_Points, height, true), height);
+    const QPainterPath right = flipped(curve(pass.photoEdits.array_Eye_Darken_Right_Points, height, false), height);
     const QColor ink = QColor::fromRgbF(0, 0, 0, std::clamp(1.0f - s.f_Darken_Eyes_Transparency, 0.0f, 1.0f));
     const float lineWidth = pass.scaled(s.f_Darken_Eyes_Line_Width);
     blurredLayerOver(pass, left.boundingRect() | right.boundingRect(), pass.scaled(s.f_Darken_Eyes_Blur_Level),
@@ -79,7 +79,7 @@ void UnderEyeDarkening::paintHandles(EffectPass& pass, const Settings&)
                 p.fillHandle(square);
 }
 
-void UnderEyeDarkening::handles(const Reshaping& reshaping, const Settings& s, QSizeF imgSize, Handles& h)
+void UnderEyeDarkening::handles(const PhotoEdits& photoEdits, const Settings& s, QSizeF imgSize, Handles& h)
 {
     if (!s.b_Eyes_Darken || !s.b_Activated_Darken_Eyes_Reposition)
         return;
@@ -90,8 +90,8 @@ void UnderEyeDarkening::handles(const Reshaping& reshaping, const Settings& s, Q
             squares[i] = handleSquare(point, imgSize);
         }
     };
-    side(reshaping.array_Eye_Darken_Left_Points, h.pointPercenteEyeLeft, h.rectPointEyeLeft);
-    side(reshaping.array_Eye_Darken_Right_Points, h.pointPercenteEyeRight, h.rectPointEyeRight);
+    side(photoEdits.array_Eye_Darken_Left_Points, h.pointPercenteEyeLeft, h.rectPointEyeLeft);
+    side(photoEdits.array_Eye_Darken_Right_Points, h.pointPercenteEyeRight, h.rectPointEyeRight);
 }
 
 namespace {
@@ -111,7 +111,7 @@ public:
     void press(const ToolPointer& at, ToolTarget& target) override
     {
         Handles h;
-        UnderEyeDarkening::handles(target.reshaping(), s_, target.openedPhoto().imgSize, h);
+        UnderEyeDarkening::handles(target.photoEdits(), s_, target.openedPhoto().imgSize, h);
         left_ = hit(at.percent, h.pointPercenteEyeLeft);
         right_ = hit(at.percent, h.pointPercenteEyeRight);
     }
@@ -120,7 +120,7 @@ public:
     {
         // The points are kept with y from the top of the photo.
         const QPointF point = flipped(at.pixel, target.openedPhoto().imgSize.height());
-        Reshaping& r = target.reshaping();
+        PhotoEdits& r = target.photoEdits();
         const bool left = replace(left_, r.array_Eye_Darken_Left_Points, point);
         const bool right = replace(right_, r.array_Eye_Darken_Right_Points, point);
         if (left || right) {

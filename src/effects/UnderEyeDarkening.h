@@ -23,7 +23,7 @@ struct UnderEyeDarkening {
     static void paintHandles(EffectPass& pass, const Settings& s);
 
     // Where the rings' handles are while their mode is on.
-    static void handles(const Reshaping& reshaping, const Settings& s, QSizeF imgSize, Handles& h);
+    static void handles(const PhotoEdits& photoEdits, const Settings& s, QSizeF imgSize, Handles& h);
 
     // Its tool on the photo: the rings' points moved one at a time.
     static void addTools(Settings& s, std::vector<std::unique_ptr<PhotoTool>>& tools);

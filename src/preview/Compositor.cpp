@@ -44,13 +44,13 @@ Compositor::~Compositor() = default;
 Compositor::Compositor(Compositor&&) noexcept = default;
 Compositor& Compositor::operator=(Compositor&&) noexcept = default;
 
-const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+const QImage& Compositor::compose(const OpenedPhoto& photo, const PhotoEdits& photoEdits, const EditingState& state,
                                   double photoPixelsPerPixel)
 {
-    return compose(photo, reshaping, state, compositorSteps(), photoPixelsPerPixel);
+    return compose(photo, photoEdits, state, compositorSteps(), photoPixelsPerPixel);
 }
 
-const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+const QImage& Compositor::compose(const OpenedPhoto& photo, const PhotoEdits& photoEdits, const EditingState& state,
                                   std::span<const CompositorStep> steps, double photoPixelsPerPixel)
 {
     handles_ = {};
@@ -59,20 +59,20 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const Reshaping& res
         return working_;
     }
     ++passes_;
-    handles_ = handlesOf(reshaping, state, photo.imgSize);
+    handles_ = handlesOf(photoEdits, state, photo.imgSize);
     const EditingState painted = inPhotoSpace(state, photo.metadata);
-    CompositorPass pass{{working_, record_, &photo, reshaping, handles_, photoPixelsPerPixel, keeps_}, painted, *memos_};
+    CompositorPass pass{{working_, record_, &photo, photoEdits, handles_, photoPixelsPerPixel, keeps_}, painted, *memos_};
     for (const CompositorStep& step : steps)
         if (step.runs(painted))
             step.paint(pass);
     return working_;
 }
 
-const QImage* Compositor::tryCompose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+const QImage* Compositor::tryCompose(const OpenedPhoto& photo, const PhotoEdits& photoEdits, const EditingState& state,
                                      QString& failure, double photoPixelsPerPixel)
 {
     try {
-        return &compose(photo, reshaping, state, photoPixelsPerPixel);
+        return &compose(photo, photoEdits, state, photoPixelsPerPixel);
     } catch (const std::bad_alloc&) {
         failure = "there is not enough memory for a picture of this size";
     } catch (const std::exception& error) {

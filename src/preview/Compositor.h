@@ -42,17 +42,17 @@ public:
     // `photoPixelsPerPixel` above 1 composes a shrunk copy of the photo
     // (see ViewProxy.h): every size the settings give in photo pixels
     // shrinks with it, so the picture looks like the full one shrunk.
-    const QImage& compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+    const QImage& compose(const OpenedPhoto& photo, const PhotoEdits& photoEdits, const EditingState& state,
                           double photoPixelsPerPixel = 1);
     // The same through the given steps in their order instead of the
     // program's (tests check that the order matters where it says so).
-    const QImage& compose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+    const QImage& compose(const OpenedPhoto& photo, const PhotoEdits& photoEdits, const EditingState& state,
                           std::span<const CompositorStep> steps, double photoPixelsPerPixel = 1);
 
     // The same, never throwing: null when the picture could not be made,
     // with the reason in `failure`. What was kept is dropped then, so the
     // next call starts afresh.
-    const QImage* tryCompose(const OpenedPhoto& photo, const Reshaping& reshaping, const EditingState& state,
+    const QImage* tryCompose(const OpenedPhoto& photo, const PhotoEdits& photoEdits, const EditingState& state,
                              QString& failure, double photoPixelsPerPixel = 1);
 
     const Handles& handles() const { return handles_; }

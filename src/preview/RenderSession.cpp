@@ -50,7 +50,7 @@ const QImage* RenderSession::fullPicture(QString& failure)
     if (composed_ == document_.revision() && !compositor_.working().isNull())
         return &compositor_.working();
     composed_.reset();
-    const QImage* working = compositor_.tryCompose(*document_.photo(), document_.reshaping, document_.state, failure);
+    const QImage* working = compositor_.tryCompose(*document_.photo(), document_.photoEdits, document_.state, failure);
     if (working)
         composed_ = document_.revision();
     return working;
@@ -60,7 +60,7 @@ WriteFailure RenderSession::writeFull(const QString& path, const PictureEncoding
 {
     fullJob_.finish();
     composed_.reset();
-    const WriteFailure failure = writeRetouched(compositor_, *document_.photo(), document_.reshaping, document_.state,
+    const WriteFailure failure = writeRetouched(compositor_, *document_.photo(), document_.photoEdits, document_.state,
                                                 path, encoding);
     if (failure.composing.isEmpty())
         composed_ = document_.revision();
@@ -86,7 +86,7 @@ const QImage* RenderSession::upToDateFrame(const ProxyFrame& frame, QString& fai
         return &frameCompositor_.working();
     framed_.reset();
     settleTimer_.start();
-    const Reshaping reshaped = proxyReshaping(document_.reshaping, photo.imgSize, frame);
+    const PhotoEdits reshaped = proxyPhotoEdits(document_.photoEdits, photo.imgSize, frame);
     const QImage* picture = frameCompositor_.tryCompose(proxy_->photo, reshaped, document_.state, failure,
                                                         frame.photoPixelsPerPixel());
     if (picture)
@@ -104,7 +104,7 @@ void RenderSession::startFullComposition()
     composing_ = document_.revision();
     fullJob_.start([this, photo = document_.photo(), edit = document_.edit()] {
         QString failure;
-        compositor_.tryCompose(*photo, edit.reshaping, edit.state, failure);
+        compositor_.tryCompose(*photo, edit.photoEdits, edit.state, failure);
         return failure;
     });
 }

@@ -14,12 +14,12 @@ void lapAt(const StageLap& lap, const char* stage)
 
 } // namespace
 
-WriteFailure writeRetouched(Compositor& compositor, const OpenedPhoto& photo, const Reshaping& reshaping,
+WriteFailure writeRetouched(Compositor& compositor, const OpenedPhoto& photo, const PhotoEdits& photoEdits,
                             const EditingState& state, const QString& path, const PictureEncoding& encoding,
                             QStringList* warnings, const StageLap& lap)
 {
     WriteFailure failure;
-    const QImage* picture = compositor.tryCompose(photo, reshaping, state, failure.composing);
+    const QImage* picture = compositor.tryCompose(photo, photoEdits, state, failure.composing);
     lapAt(lap, "compose");
     if (picture)
         failure.writing = writePicture(*picture, path, encoding, photo.metadata, warnings);
@@ -28,7 +28,8 @@ WriteFailure writeRetouched(Compositor& compositor, const OpenedPhoto& photo, co
 }
 
 RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, const QString& output,
-                              const PictureEncoding& encoding, const StageLap& lap, const FacePick& pick)
+                              const PictureEncoding& encoding, const StageLap& lap, const FacePick& pick,
+                              const std::optional<PhotoEditsOf>& done)
 {
     const auto stage = [&](const char* name) { lapAt(lap, name); };
     RenderOutcome outcome;
@@ -54,9 +55,13 @@ RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, c
         outcome.message = opened.message;
         return outcome;
     }
+    const QString leftOut = leftOutFor(done, photo, opened.photo.imgSize.toSize());
+    if (!leftOut.isEmpty())
+        outcome.warnings << leftOut;
+    const PhotoEdits edits = done && leftOut.isEmpty() ? done->edits : PhotoEdits::of(opened.photo.regions);
     Compositor compositor(Compositor::Once);
-    const WriteFailure failure = writeRetouched(compositor, opened.photo, Reshaping::of(opened.photo.regions), state,
-                                                output, encoding, &outcome.warnings, lap);
+    const WriteFailure failure =
+        writeRetouched(compositor, opened.photo, edits, state, output, encoding, &outcome.warnings, lap);
     if (!failure.composing.isEmpty()) {
         outcome.result = RenderOutcome::NotRendered;
         outcome.message = QString("The picture could not be rendered: %1.").arg(failure.composing);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Compositor.h"
+#include "EditingStateJson.h"
 #include "PictureSaver.h"
 
 #include <QString>
@@ -28,7 +29,7 @@ using StageLap = std::function<void(const char* stage)>;
 // Writes the retouched picture of an open photo with the compositor given
 // (which keeps what it computed for the next picture). Metadata that could
 // not be written is left out and said in `warnings` when given.
-WriteFailure writeRetouched(Compositor& compositor, const OpenedPhoto& photo, const Reshaping& reshaping,
+WriteFailure writeRetouched(Compositor& compositor, const OpenedPhoto& photo, const PhotoEdits& photoEdits,
                             const EditingState& state, const QString& path, const PictureEncoding& encoding,
                             QStringList* warnings = nullptr, const StageLap& lap = {});
 
@@ -44,5 +45,8 @@ struct RenderOutcome {
     bool tooLarge = false; // refused for its size before it was decoded
 };
 
+// What a settings file kept of one photo (`done`) is used when it belongs
+// to this photo, and said to be left out otherwise.
 RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, const QString& output,
-                              const PictureEncoding& encoding, const StageLap& lap = {}, const FacePick& pick = {});
+                              const PictureEncoding& encoding, const StageLap& lap = {}, const FacePick& pick = {},
+                              const std::optional<PhotoEditsOf>& done = {});

@@ -81,7 +81,7 @@ OpenedPhoto proxyPhoto(const OpenedPhoto& photo, const ProxyFrame& frame)
     return proxy;
 }
 
-Reshaping proxyReshaping(const Reshaping& reshaping, QSizeF photoSize, const ProxyFrame& frame)
+PhotoEdits proxyPhotoEdits(const PhotoEdits& photoEdits, QSizeF photoSize, const ProxyFrame& frame)
 {
     const QTransform picture = pictureToFrame(frame), image = imageSpaceToFrame(frame, photoSize.height());
     const auto points = [&](const PointList& list) {
@@ -94,7 +94,14 @@ Reshaping proxyReshaping(const Reshaping& reshaping, QSizeF photoSize, const Pro
     // inside out stays inside out.
     const auto rect = [&](const QRectF& r) { return QRectF(image.map(r.topLeft()), image.map(r.bottomRight())); };
     // The rings' outlines are not carried over: the rings are drawn from
-    // their points.
-    return {rect(reshaping.rect_Cheek_Left_Area_To_Paint), rect(reshaping.rect_Cheek_Right_Area_To_Paint),
-            points(reshaping.array_Eye_Darken_Left_Points), points(reshaping.array_Eye_Darken_Right_Points), {}, {}};
+    // their points. Spots stay in percent of the opened photo, which the
+    // frame's photo maps (OpenedPhoto::pixelAtOpenedPercent).
+    PhotoEdits onFrame;
+    onFrame.rect_Cheek_Left_Area_To_Paint = rect(photoEdits.rect_Cheek_Left_Area_To_Paint);
+    onFrame.rect_Cheek_Right_Area_To_Paint = rect(photoEdits.rect_Cheek_Right_Area_To_Paint);
+    onFrame.array_Eye_Darken_Left_Points = points(photoEdits.array_Eye_Darken_Left_Points);
+    onFrame.array_Eye_Darken_Right_Points = points(photoEdits.array_Eye_Darken_Right_Points);
+    onFrame.array_Healed_Spots = photoEdits.array_Healed_Spots;
+    onFrame.array_Kept_Spots = photoEdits.array_Kept_Spots;
+    return onFrame;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "OpenedPhoto.h"
-#include "Reshaping.h"
+#include "PhotoEdits.h"
 
 #include <QRect>
 #include <QRectF>
@@ -34,4 +34,4 @@ bool worthAProxy(QSize photo, const ProxyFrame& frame);
 OpenedPhoto proxyPhoto(const OpenedPhoto& photo, const ProxyFrame& frame);
 
 // What the user reshaped, moved onto a frame of a photo of `photoSize`.
-Reshaping proxyReshaping(const Reshaping& reshaping, QSizeF photoSize, const ProxyFrame& frame);
+PhotoEdits proxyPhotoEdits(const PhotoEdits& photoEdits, QSizeF photoSize, const ProxyFrame& frame);

@@ -27,10 +27,11 @@ public:
     {
     }
     const OpenedPhoto& openedPhoto() const override { return *document_.photo(); }
-    const Reshaping& reshaping() const override { return document_.reshaping; }
-    Reshaping& reshaping() override { return document_.reshaping; }
+    const PhotoEdits& photoEdits() const override { return document_.photoEdits; }
+    PhotoEdits& photoEdits() override { return document_.photoEdits; }
     void moved() override { document_.moved(); }
     void gestureEnded(const QString& step) override { document_.gestureEnded(step); }
+    void photoEdited(const QString& step) override { document_.changed(Change::onPhoto(step)); }
     void settingChanged(const char* field, const QString& step) override
     {
         document_.changed(step.isEmpty() ? Change::of(field) : Change::act(field, step));

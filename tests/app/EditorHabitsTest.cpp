@@ -93,10 +93,10 @@ const Change kChanges[] = {
          qobject_cast<Window_Cheek*>(app.panels().panelOf(&EditingState::b_Apply_Cheeks).data())->ui().btn_Pick_Color_1_Right->click();
          QTest::mouseClick(app.viewPreview(), Qt::LeftButton, {}, inView(*app.viewPreview(), {300, 300}));
      }},
-    {"reshaping drag", "Move Blush Area", [](AppDelegate& app) { app.document().state.b_Apply_Cheeks = app.document().state.b_Activated_Cheeks_Reposition = true; },
+    {"photoEdits drag", "Move Blush Area", [](AppDelegate& app) { app.document().state.b_Apply_Cheeks = app.document().state.b_Activated_Cheeks_Reposition = true; },
      [](AppDelegate& app, const QString&) {
          View_Picture& view = *app.viewPreview();
-         const QPoint from = inView(view, app.document().reshaping.rect_Cheek_Left_Area_To_Paint.center());
+         const QPoint from = inView(view, app.document().photoEdits.rect_Cheek_Left_Area_To_Paint.center());
          QTest::mousePress(&view, Qt::LeftButton, {}, from);
          QMouseEvent move(QEvent::MouseMove, from + QPoint(25, 15), view.mapToGlobal(from + QPoint(25, 15)),
                           Qt::NoButton, Qt::LeftButton, {});
@@ -117,7 +117,7 @@ const Change kChanges[] = {
 
 struct Seen {
     EditingState state;
-    Reshaping reshaping;
+    PhotoEdits photoEdits;
     QImage picture;
 };
 
@@ -126,7 +126,7 @@ protected:
     Seen seen()
     {
         app->viewPreview()->grab();
-        return {app->document().state, app->document().reshaping, app->session().compositor().working().copy()};
+        return {app->document().state, app->document().photoEdits, app->session().compositor().working().copy()};
     }
     void expectSeen(const Seen& expected, const char* when)
     {
@@ -134,7 +134,7 @@ protected:
         EditingState settings = expected.state;
         settings.keepModesOf(now.state); // what the mouse means stays the window's
         EXPECT_TRUE(now.state == settings) << when;
-        EXPECT_TRUE(now.reshaping == expected.reshaping) << when;
+        EXPECT_TRUE(now.photoEdits == expected.photoEdits) << when;
         EXPECT_TRUE(now.picture == expected.picture) << when << ": the picture, bit for bit";
         if (auto* lips = qobject_cast<Window_Lips_Color*>(app->panels().panelOf(&EditingState::b_Color_Lips).data())) { // the panel shows it
             EXPECT_EQ(lips->ui().checkApply->isChecked(), settings.b_Color_Lips) << when;
@@ -150,13 +150,13 @@ TEST_P(UndoTest, EachKindOfChangeIsOneNamedStepUndoneAndRedoneBitForBit)
     open(portraitPath());
     app->window()->resize(1000, 700);
     GetParam().setUp(*app);
-    app->document().history().startAt({app->document().state, app->document().reshaping}); // where the set-up left it, switches set directly too
+    app->document().history().startAt({app->document().state, app->document().photoEdits}); // where the set-up left it, switches set directly too
     const Seen before = seen();
     QUndoStack& stack = app->document().history().stack();
     const int steps = stack.count();
     GetParam().make(*app, documents.path());
     const Seen after = seen();
-    ASSERT_FALSE(after.state == before.state && after.reshaping == before.reshaping) << "the change shows";
+    ASSERT_FALSE(after.state == before.state && after.photoEdits == before.photoEdits) << "the change shows";
     EXPECT_EQ(stack.count(), steps + 1) << "one step";
     EXPECT_EQ(stack.undoText().toStdString(), GetParam().step);
 
@@ -237,7 +237,7 @@ TEST_F(EditorHabitsTest, QuickChangesMergeOnlyWithinOneSetting)
     QUndoStack& stack = app->document().history().stack();
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        app->document().history().startAt({app->document().state, app->document().reshaping});
+        app->document().history().startAt({app->document().state, app->document().photoEdits});
         const EditingState start = app->document().state;
         c.first();
         const EditingState middle = app->document().state;

@@ -90,7 +90,7 @@ TEST_F(PanelsTest, ABurstOfSliderStepsIsOneRedrawOfTheLastValue)
     EXPECT_EQ(compositor.passes() - shown, 1u) << "one redraw of the last value";
     EXPECT_EQ(app->document().state.u_Face_Skin_Smooth_Level, 17u);
     Compositor fresh;
-    EXPECT_EQ(compositor.working(), fresh.compose(*app->document().photo(), app->document().reshaping, app->document().state));
+    EXPECT_EQ(compositor.working(), fresh.compose(*app->document().photo(), app->document().photoEdits, app->document().state));
 }
 
 TEST_F(PanelsTest, RepositionModesExcludeEachOther)
@@ -157,12 +157,12 @@ TEST_F(PanelsTest, UnderEyeResetMakesTheRingsTheEyeOutlinesAgain)
 {
     withPhoto();
     app->document().state.b_Eyes_Darken = true;
-    app->document().reshaping.array_Eye_Darken_Left_Points[2] = QPointF(1, 1);
+    app->document().photoEdits.array_Eye_Darken_Left_Points[2] = QPointF(1, 1);
     app->On_Eyes_Darken();
     panel<Window_Eyes_Darken>(app->panels().panelOf(&EditingState::b_Eyes_Darken))->ui().btnReset->click();
 
     const FaceRegions& r = app->document().photo()->regions;
-    const Reshaping& rings = app->document().reshaping;
+    const PhotoEdits& rings = app->document().photoEdits;
     EXPECT_EQ(rings.array_Eye_Darken_Left_Points, r.array_Eye_Left_Points);
     EXPECT_EQ(rings.array_Eye_Darken_Right_Points, r.array_Eye_Right_Points);
     const QPainterPath& path = rings.path_Eye_Darken_Left;
@@ -238,7 +238,7 @@ TEST_F(PanelsTest, ControlsRestWhileAMouseModeIsOnWhenOpenedAfterDefaultsAndAfte
                                                     << ", moment " << int(moment));
                     app->document().state.*p.effect = effect;
                     app->document().state.*p.mode = mode;
-                    app->document().history().startAt({app->document().state, app->document().reshaping});
+                    app->document().history().startAt({app->document().state, app->document().photoEdits});
                     (app.get()->*p.open)();
                     QWidget* panel = qobject_cast<QWidget*>(app->panels().panelOf(&EditingState::b_Apply_Cheeks) ? app->panels().panelOf(&EditingState::b_Apply_Cheeks).data()
                                                                                  : app->panels().panelOf(&EditingState::b_Eyes_Darken).data());
@@ -268,7 +268,7 @@ TEST_F(PanelsTest, ControlsRestWhileAMouseModeIsOnWhenOpenedAfterDefaultsAndAfte
         SCOPED_TRACE(p.name);
         app->document().state.b_Activated_Cheeks_Reposition = app->document().state.b_Activated_Darken_Eyes_Reposition = false;
         app->document().state.*p.effect = false;
-        app->document().history().startAt({app->document().state, app->document().reshaping}); // the state set here is where undo stops
+        app->document().history().startAt({app->document().state, app->document().photoEdits}); // the state set here is where undo stops
         (app.get()->*p.open)();
         QWidget* panel = app->panels().panelOf(&EditingState::b_Apply_Cheeks) ? app->panels().panelOf(&EditingState::b_Apply_Cheeks).data() : app->panels().panelOf(&EditingState::b_Eyes_Darken).data();
         panel->findChild<QCheckBox*>("checkApply")->click();

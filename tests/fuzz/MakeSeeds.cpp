@@ -54,8 +54,13 @@ int main(int argc, char* argv[])
     everything.pt_MakeUp_Center_Left = {30, 70};
     everything.color_Color_Lips = {0.75f, 0.2f, 0.3f, 0.5f};
     everything.b_Heal_Blemishes = true;
-    everything.array_Healed_Spots = {{41.5, 52}, {60, 48.25}};
-    everything.array_Kept_Spots = {{33, 61}};
-    write(settings.filePath("changed.json"), QJsonDocument(toJson(everything)).toJson(QJsonDocument::Compact));
+    write(settings.filePath("version-1-spots.json"),
+          R"({"b_Heal_Blemishes": true, "array_Healed_Spots": [[41.5, 52], [60, 48.25]], "array_Kept_Spots": [[33, 61]]})");
+    PhotoEditsOf done{"portrait.png", {512, 512}, {}};
+    done.edits.array_Healed_Spots = {{41.5, 52}, {60, 48.25}};
+    done.edits.array_Kept_Spots = {{33, 61}};
+    done.edits.rect_Cheek_Left_Area_To_Paint = {120, 200, 60, -40};
+    write(settings.filePath("changed.json"),
+          QJsonDocument(exportedSettings(everything, &done)).toJson(QJsonDocument::Compact));
     return 0;
 }

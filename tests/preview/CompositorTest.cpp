@@ -32,10 +32,10 @@ struct PlainPathsOnly {
 };
 
 
-const Reshaping& asOpened()
+const PhotoEdits& asOpened()
 {
-    static const Reshaping reshaping = Reshaping::of(portrait().regions);
-    return reshaping;
+    static const PhotoEdits photoEdits = PhotoEdits::of(portrait().regions);
+    return photoEdits;
 }
 
 // The portrait three times enlarged: its handles are several pixels wide.
@@ -49,10 +49,10 @@ const OpenedPhoto& enlargedPortrait()
     return opened.photo;
 }
 
-QImage composed(const EditingState& state, const OpenedPhoto& photo = portrait(), const Reshaping& reshaping = asOpened())
+QImage composed(const EditingState& state, const OpenedPhoto& photo = portrait(), const PhotoEdits& photoEdits = asOpened())
 {
     Compositor compositor;
-    return compositor.compose(photo, reshaping, state);
+    return compositor.compose(photo, photoEdits, state);
 }
 
 // The smallest rectangle holding every pixel that differs; empty when none.
@@ -123,26 +123,26 @@ TEST(Compositor, EverySwitchTurnedAndEveryAreaMovedGivesWhatAFreshCompositorGive
     });
     // On the enlarged photo, with a cheek area of one pixel: its handles and
     // outline reach well beyond it.
-    Reshaping tiny = Reshaping::of(enlargedPortrait().regions);
+    PhotoEdits tiny = PhotoEdits::of(enlargedPortrait().regions);
     tiny.rect_Cheek_Right_Area_To_Paint = QRectF(tiny.rect_Cheek_Right_Area_To_Paint.topLeft(), QSizeF(1, 1));
     Compositor kept;
-    const std::tuple<const EditingState*, const OpenedPhoto*, const Reshaping*> starts[] = {
+    const std::tuple<const EditingState*, const OpenedPhoto*, const PhotoEdits*> starts[] = {
         {&none, &portrait(), &asOpened()}, {&all, &portrait(), &asOpened()}, {&none, &enlargedPortrait(), &tiny}};
-    for (const auto& [start, photo, reshaping] : starts) {
+    for (const auto& [start, photo, photoEdits] : starts) {
         EditingState state = *start;
         state.forEachField([&](const char* name, auto& value) {
             if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>) {
                 value = !value;
-                kept.compose(*photo, *reshaping, withEffectOf(state, name));
+                kept.compose(*photo, *photoEdits, withEffectOf(state, name));
                 value = !value;
                 const EditingState back = withEffectOf(state, name);
-                const QImage after = kept.compose(*photo, *reshaping, back).copy();
-                EXPECT_TRUE(changedArea(after, composed(back, *photo, *reshaping)).isEmpty())
+                const QImage after = kept.compose(*photo, *photoEdits, back).copy();
+                EXPECT_TRUE(changedArea(after, composed(back, *photo, *photoEdits)).isEmpty())
                     << name << (start->b_Apply_Cheeks ? " off" : " on") << " at " << photo->imgSize.width();
             }
         });
     }
-    Reshaping moved = asOpened();
+    PhotoEdits moved = asOpened();
     moved.rect_Cheek_Left_Area_To_Paint.translate(-40, 25);
     moved.rect_Cheek_Right_Area_To_Paint.translate(30, -20);
     moved.array_Eye_Darken_Left_Points[2] += QPointF(6, 9);
@@ -169,14 +169,14 @@ TEST(Compositor, FastPathsGiveThePlainPathsPictureAtEverySizeAndSetting)
         const QImage picture = portrait().img_Basic.copy(crop).scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         const OpenResult opened = analysePhoto("camera", DecodedPhoto{picture, QSizeF(picture.size()), {}, {}, {}});
         ASSERT_EQ(opened.outcome, OpenResult::Opened) << size.width() << "x" << size.height();
-        const Reshaping reshaping = Reshaping::of(opened.photo.regions);
+        const PhotoEdits photoEdits = PhotoEdits::of(opened.photo.regions);
         const EditingState earlier = randomSettings(seed++), settings = randomSettings(seed++);
         Compositor kept;
-        kept.compose(opened.photo, reshaping, earlier);
-        const QImage fast = kept.compose(opened.photo, reshaping, settings).copy();
+        kept.compose(opened.photo, photoEdits, earlier);
+        const QImage fast = kept.compose(opened.photo, photoEdits, settings).copy();
         const QImage plain = [&] {
             const PlainPathsOnly plainPaths;
-            return composed(settings, opened.photo, reshaping);
+            return composed(settings, opened.photo, photoEdits);
         }();
         const QRect differs = changedArea(fast, plain);
         EXPECT_TRUE(differs.isEmpty()) << size.width() << "x" << size.height() << " differs in " << differs.x() << ","
@@ -225,8 +225,8 @@ TEST(Compositor, SwappingAnyTwoNeighbouringStepsChangesThePicture)
     all.u_Widen_Eyes_Level = 20;
     all.f_Color_Lips_Transparency = all.f_Color_Eyes_Transparency = 0.9f;
     all.f_Darken_Eyes_Transparency = 0.3f;
-    all.array_Healed_Spots = {cheekPercent()};
-    Reshaping moved = asOpened();
+    PhotoEdits moved = asOpened();
+    moved.array_Healed_Spots = {cheekPercent()};
     moved.array_Eye_Darken_Left_Points = portrait().regions.array_Mouth_Points.mid(0, 6); // a ring over the lips
     moved.rect_Cheek_Right_Area_To_Paint = portrait().regions.rect_Full_Eye_Right.adjusted(-20, -20, 20, 20);
     moved.array_Eye_Darken_Right_Points = portrait().regions.array_Eye_Right_Points; // its handles under the blush

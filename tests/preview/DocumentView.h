@@ -5,7 +5,7 @@
 #include "View_Picture.h"
 
 // A preview of a document of its own, as the window has one. Tests that set
-// the state or the reshaping directly say so with changed(), as the panels
+// the state or the photoEdits directly say so with changed(), as the panels
 // and the mouse do.
 struct DocumentView {
     explicit DocumentView(const OpenedPhoto& photo)
@@ -22,5 +22,5 @@ struct DocumentView {
     RenderSession session{document};
     View_Picture view;
     EditingState& state = document.state;
-    Reshaping& reshaping = document.reshaping;
+    PhotoEdits& photoEdits = document.photoEdits;
 };

@@ -5,7 +5,7 @@
 #include "HealBlemishes.h"
 #include "Picture.h"
 #include "RandomSettings.h"
-#include "Reshaping.h"
+#include "PhotoEdits.h"
 #include "TestPortrait.h"
 
 #include <opencv2/imgproc.hpp>
@@ -139,9 +139,13 @@ double standsOut(const QImage& picture, const QImage& unspotted, const Planted& 
     return off / std::max(variation[0], 2.0);
 }
 
-QImage composed(const OpenedPhoto& photo, const EditingState& state)
+QImage composed(const OpenedPhoto& photo, const EditingState& state, const PointList& healed = {},
+                const PointList& kept = {})
 {
-    return Compositor().compose(photo, Reshaping::of(photo.regions), state);
+    PhotoEdits edits = PhotoEdits::of(photo.regions);
+    edits.array_Healed_Spots = healed;
+    edits.array_Kept_Spots = kept;
+    return Compositor().compose(photo, edits, state);
 }
 
 // The features' outlines from the landmarks: eyes, lips, nostrils, and the
@@ -211,23 +215,20 @@ TEST(HealBlemishes, AClickedMoleStaysHealedUnderTheOtherEffectsAndTheSwitchOffCh
     for (bool EditingState::*effect : switchesInCloseOrder())
         all.*effect = true;
     all.b_Heal_Blemishes = false;
-    all.array_Healed_Spots = {100 * mole.centre / 2048};
-    const QImage nine = composed(planted.photo, all);
+    const PointList clicked{100 * mole.centre / 2048};
+    const QImage nine = composed(planted.photo, all, clicked);
     all.b_Heal_Blemishes = true;
-    const QImage ten = composed(planted.photo, all), skin = composed(planted.unspotted, all);
+    const QImage ten = composed(planted.photo, all, clicked), skin = composed(planted.unspotted, all);
     EXPECT_GT(standsOut(nine, skin, mole), 1) << "the default smoothing softens the mole, no more";
     EXPECT_LT(standsOut(ten, skin, mole), 0.2);
 
-    EditingState off;
-    off.array_Healed_Spots = all.array_Healed_Spots;
-    off.array_Kept_Spots = {{40, 40}};
-    EXPECT_EQ(composed(planted.photo, off), composed(planted.photo, EditingState()));
+    EXPECT_EQ(composed(planted.photo, EditingState(), clicked, {{40, 40}}), composed(planted.photo, EditingState()));
 
     HealBlemishes::Settings smaller;
     smaller.f_Heal_Blemishes_Size = 1;
     const Planted& spot = planted.spots[2];
     const auto near = [&](const HealBlemishes::Settings& s) {
-        return std::ranges::count_if(HealBlemishes::spotsOf(planted.photo, s),
+        return std::ranges::count_if(HealBlemishes::spotsOf(planted.photo, s, {}),
                                      [&](const auto& found) { return QLineF(found.centre, spot.centre).length() < spot.radius; });
     };
     EXPECT_EQ(near(HealBlemishes::Settings{}), 1);

@@ -67,7 +67,6 @@ EditingState only(bool EditingState::*effect)
     EditingState state = randomSettings(3);
     state.Reset_Variables();
     state.*effect = true;
-    state.array_Healed_Spots = {cheekPercent()};
     return state;
 }
 
@@ -82,8 +81,9 @@ EditingState only(bool EditingState::*effect)
 TEST(LiveFrames, AFrameLooksLikeTheFullPictureInView)
 {
     const OpenedPhoto& photo = *largePortrait();
-    const Reshaping reshaping = Reshaping::of(photo.regions);
-    const QImage untouchedPhoto = Compositor().compose(photo, reshaping, EditingState());
+    PhotoEdits photoEdits = PhotoEdits::of(photo.regions);
+    photoEdits.array_Healed_Spots = {cheekPercent()};
+    const QImage untouchedPhoto = Compositor().compose(photo, photoEdits, EditingState());
     for (const auto& [visible, zoom] : {std::pair{QRectF(0, 0, 2048, 2048), 0.5}, {QRectF(600, 300, 500, 1100), 1.0}}) {
         const ProxyFrame frame = proxyFrameFor(QSize(2048, 2048), visible, zoom);
         const OpenedPhoto proxy = proxyPhoto(photo, frame);
@@ -95,8 +95,8 @@ TEST(LiveFrames, AFrameLooksLikeTheFullPictureInView)
         const QImage untouched = inFrame(untouchedPhoto);
         for (bool EditingState::*effect : switchesInCloseOrder()) {
             const EditingState state = only(effect);
-            const QImage full = inFrame(Compositor().compose(photo, reshaping, state));
-            const QImage framed = Compositor().compose(proxy, proxyReshaping(reshaping, photo.imgSize, frame), state,
+            const QImage full = inFrame(Compositor().compose(photo, photoEdits, state));
+            const QImage framed = Compositor().compose(proxy, proxyPhotoEdits(photoEdits, photo.imgSize, frame), state,
                                                        frame.photoPixelsPerPixel());
             const cv::Mat itsChange = difference(full, untouched);
             cv::Mat changed; // by more than three levels over the channels
@@ -132,10 +132,10 @@ protected:
     }
 
     // What the view shows after the test changed the state or the
-    // reshaping.
+    // photoEdits.
     QImage shown()
     {
-        if (!(shows.document.edit().state == told.state && shows.document.edit().reshaping == told.reshaping)) {
+        if (!(shows.document.edit().state == told.state && shows.document.edit().photoEdits == told.photoEdits)) {
             shows.changed();
             told = shows.document.edit();
         }
@@ -156,7 +156,7 @@ protected:
         screen.fill(Qt::black);
         QPainter painter(&screen);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        painter.drawImage(flipped(view.rectDrawCamera(), view.height()), Compositor().compose(*photo, reshaping, state));
+        painter.drawImage(flipped(view.rectDrawCamera(), view.height()), Compositor().compose(*photo, photoEdits, state));
         return screen.convertToFormat(QImage::Format_RGB32);
     }
 
@@ -165,7 +165,7 @@ protected:
     View_Picture& view = shows.view;
     RenderSession& session = shows.session;
     EditingState& state = shows.state;
-    Reshaping& reshaping = shows.reshaping;
+    PhotoEdits& photoEdits = shows.photoEdits;
     Edit told;
 };
 
@@ -178,18 +178,18 @@ TEST_F(LiveView, AfterAChangeRestsTheFullPictureIsShownExactly)
     const struct {
         const char* change;
         std::function<void(View_Picture&)> zoom;
-        std::function<void(EditingState&, Reshaping&)> make;
+        std::function<void(EditingState&, PhotoEdits&)> make;
     } cases[] = {
         {"slider, fitted", [](View_Picture& v) { v.zoomToFit(); },
-         [](EditingState& s, Reshaping&) { s.u_Remove_Wrinkles_Level += 3; }},
+         [](EditingState& s, PhotoEdits&) { s.u_Remove_Wrinkles_Level += 3; }},
         {"colour, zoomed out", [](View_Picture& v) { v.zoomBy(-1); },
-         [](EditingState& s, Reshaping&) { s.color_Color_Lips = {0.9f, 0.1f, 0.3f, 1}; }},
+         [](EditingState& s, PhotoEdits&) { s.color_Color_Lips = {0.9f, 0.1f, 0.3f, 1}; }},
         {"switch, 100 %", [](View_Picture& v) { v.zoomToActualPixels(); },
-         [](EditingState& s, Reshaping&) { s.b_Eye_Eyeshadow = !s.b_Eye_Eyeshadow; }},
+         [](EditingState& s, PhotoEdits&) { s.b_Eye_Eyeshadow = !s.b_Eye_Eyeshadow; }},
         {"blush area, 200 % panned", [](View_Picture& v) { v.zoomBy(3), v.panBy({90, -40}); },
-         [](EditingState&, Reshaping& r) { r.rect_Cheek_Left_Area_To_Paint.translate(-30, 20); }},
+         [](EditingState&, PhotoEdits& r) { r.rect_Cheek_Left_Area_To_Paint.translate(-30, 20); }},
         {"under-eye point, fitted", [](View_Picture& v) { v.zoomToFit(); },
-         [](EditingState&, Reshaping& r) { r.array_Eye_Darken_Right_Points[2] += QPointF(6, 9); }},
+         [](EditingState&, PhotoEdits& r) { r.array_Eye_Darken_Right_Points[2] += QPointF(6, 9); }},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.change);
@@ -197,7 +197,7 @@ TEST_F(LiveView, AfterAChangeRestsTheFullPictureIsShownExactly)
         ASSERT_TRUE(settle());
         const QImage before = shown();
         const auto frames = session.frameCompositor().passes(), full = session.compositor().passes();
-        c.make(state, reshaping);
+        c.make(state, photoEdits);
         const QImage frame = shown();
         EXPECT_FALSE(session.settled());
         EXPECT_EQ(session.frameCompositor().passes(), frames + 1) << "a frame at once";
@@ -228,7 +228,7 @@ TEST_F(LiveView, AChangeDuringAFullCompositionIsNotLost)
     shown();
     ASSERT_TRUE(session.composingFull()) << "the first change is still being composed";
     ASSERT_TRUE(settle());
-    EXPECT_TRUE(session.compositor().working() == Compositor().compose(*photo, reshaping, state));
+    EXPECT_TRUE(session.compositor().working() == Compositor().compose(*photo, photoEdits, state));
     EXPECT_TRUE(shown() == fullPictureFramed());
 }
 

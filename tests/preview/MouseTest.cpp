@@ -1,6 +1,6 @@
 #include "OpenedPhoto.h"
 #include "TestPortrait.h"
-#include "Reshaping.h"
+#include "PhotoEdits.h"
 #include "DocumentView.h"
 
 #include <QTest>
@@ -73,7 +73,7 @@ protected:
     DocumentView shows{photo};
     View_Picture& view = shows.view;
     EditingState& state = shows.state;
-    Reshaping& reshaping = shows.reshaping;
+    PhotoEdits& photoEdits = shows.photoEdits;
     std::vector<std::string> picked;
 };
 
@@ -124,23 +124,23 @@ TEST_P(MouseTest, EachCornerOfEachCheekAreaFollowsItsOwnRule)
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
     for (const HandleDrag& d : kHandleDrags) {
         SCOPED_TRACE(d.name);
-        reshaping.rect_Cheek_Left_Area_To_Paint = kLeftArea;
-        reshaping.rect_Cheek_Right_Area_To_Paint = kRightArea;
+        photoEdits.rect_Cheek_Left_Area_To_Paint = kLeftArea;
+        photoEdits.rect_Cheek_Right_Area_To_Paint = kRightArea;
         redraw();
         press(at(d.grab));
         drag(at(d.to));
         release(at(d.to));
-        expectNear(d.leftArea ? reshaping.rect_Cheek_Left_Area_To_Paint : reshaping.rect_Cheek_Right_Area_To_Paint,
+        expectNear(d.leftArea ? photoEdits.rect_Cheek_Left_Area_To_Paint : photoEdits.rect_Cheek_Right_Area_To_Paint,
                    d.expected);
-        EXPECT_EQ(d.leftArea ? reshaping.rect_Cheek_Right_Area_To_Paint : reshaping.rect_Cheek_Left_Area_To_Paint,
+        EXPECT_EQ(d.leftArea ? photoEdits.rect_Cheek_Right_Area_To_Paint : photoEdits.rect_Cheek_Left_Area_To_Paint,
                   d.leftArea ? kRightArea : kLeftArea);
     }
     // One percent beside a handle is no handle, and outside the area no move.
-    reshaping.rect_Cheek_Left_Area_To_Paint = kLeftArea;
+    photoEdits.rect_Cheek_Left_Area_To_Paint = kLeftArea;
     press(at({100 - 5.2, 100.5}));
     drag(at({60, 60}));
     release(at({60, 60}));
-    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, kLeftArea);
+    EXPECT_EQ(photoEdits.rect_Cheek_Left_Area_To_Paint, kLeftArea);
 }
 
 // A real pointer sits on whole view pixels: the point lands where the
@@ -151,7 +151,7 @@ TEST_P(MouseTest, AWholePixelPointerMovesAPointToItsSinglePrecisionPosition)
 {
     state.b_Eyes_Darken = state.b_Activated_Darken_Eyes_Reposition = true;
     redraw();
-    const QPointF third = reshaping.array_Eye_Darken_Left_Points[2];
+    const QPointF third = photoEdits.array_Eye_Darken_Left_Points[2];
     press(atTopDown(third));
     const QPoint pointer = (atTopDown(third) + QPointF(13, 7)).toPoint();
     drag(pointer);
@@ -161,9 +161,9 @@ TEST_P(MouseTest, AWholePixelPointerMovesAPointToItsSinglePrecisionPosition)
     const float percentX = float((pointer.x() - frame.x()) * 100 / frame.width());
     const float percentY = float((view.height() - pointer.y() - frame.y()) * 100 / frame.height());
     const float pixelX = float(512 * double(percentX) / 100), pixelY = float(512 * double(percentY) / 100);
-    EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points[2], QPointF(pixelX, 512 - double(pixelY)));
-    EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points[2].x(), double(pixelX)) << "exactly, not fuzzily";
-    EXPECT_EQ(reshaping.array_Eye_Darken_Left_Points[2].y(), 512 - double(pixelY));
+    EXPECT_EQ(photoEdits.array_Eye_Darken_Left_Points[2], QPointF(pixelX, 512 - double(pixelY)));
+    EXPECT_EQ(photoEdits.array_Eye_Darken_Left_Points[2].x(), double(pixelX)) << "exactly, not fuzzily";
+    EXPECT_EQ(photoEdits.array_Eye_Darken_Left_Points[2].y(), 512 - double(pixelY));
 }
 
 TEST_P(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColourOnly)
@@ -188,12 +188,12 @@ TEST_P(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColou
 TEST_P(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
 {
     state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    reshaping.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
+    photoEdits.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
     redraw();
     press(at({100.5, 100.5}), Qt::RightButton); // on the left-bottom handle
     drag(at({60, 60}), Qt::RightButton);
     release(at({60, 60}), Qt::RightButton);
-    EXPECT_EQ(reshaping.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50));
+    EXPECT_EQ(photoEdits.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50));
 
     state.b_Cheeks_Picking_Color = true;
     state.i_Picking_Color_Index = 2;
@@ -220,18 +220,18 @@ TEST_P(MouseTest, EditSpotsHealsAndKeepsTheSpotClickedEachClickOneStep)
     QUndoStack& steps = shows.document.history().stack();
     const int before = steps.count();
     click(spot);
-    ASSERT_EQ(state.array_Healed_Spots.size(), 1);
-    EXPECT_NEAR(state.array_Healed_Spots[0].x(), cheek.x(), 0.2);
-    EXPECT_NEAR(state.array_Healed_Spots[0].y(), cheek.y(), 0.2) << "y from the top of the photo";
+    ASSERT_EQ(photoEdits.array_Healed_Spots.size(), 1);
+    EXPECT_NEAR(photoEdits.array_Healed_Spots[0].x(), cheek.x(), 0.2);
+    EXPECT_NEAR(photoEdits.array_Healed_Spots[0].y(), cheek.y(), 0.2) << "y from the top of the photo";
     EXPECT_EQ(steps.undoText(), "Heal Spot");
     click(spot);
-    EXPECT_TRUE(state.array_Healed_Spots.isEmpty());
+    EXPECT_TRUE(photoEdits.array_Healed_Spots.isEmpty());
     EXPECT_EQ(steps.undoText(), "Keep Spot");
     EXPECT_EQ(steps.count(), before + 2);
     steps.undo();
-    EXPECT_EQ(state.array_Healed_Spots.size(), 1);
+    EXPECT_EQ(photoEdits.array_Healed_Spots.size(), 1);
     steps.undo();
-    EXPECT_TRUE(state.array_Healed_Spots.isEmpty());
+    EXPECT_TRUE(photoEdits.array_Healed_Spots.isEmpty());
 
     press(spot);
     drag(spot + QPointF(30, 0));
@@ -239,7 +239,7 @@ TEST_P(MouseTest, EditSpotsHealsAndKeepsTheSpotClickedEachClickOneStep)
     state.b_Activated_Heal_Spots = false;
     redraw();
     click(spot);
-    EXPECT_TRUE(state.array_Healed_Spots.isEmpty() && state.array_Kept_Spots.isEmpty());
+    EXPECT_TRUE(photoEdits.array_Healed_Spots.isEmpty() && photoEdits.array_Kept_Spots.isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(FittedAndAtActualPixels, MouseTest, ::testing::Values(false, true),

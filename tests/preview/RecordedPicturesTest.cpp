@@ -92,7 +92,7 @@ TEST_P(RecordedPictures, PortraitComposedAsRecorded)
     const QString path = QString(BELLAVENOR_TEST_DATA) + "/recorded/" + GetParam().name + ".png";
     Compositor compositor;
     const QImage changes
-        = changesOf(compositor.compose(portrait(), Reshaping::of(portrait().regions), settingsOf(GetParam())), portrait().img_Basic);
+        = changesOf(compositor.compose(portrait(), PhotoEdits::of(portrait().regions), settingsOf(GetParam())), portrait().img_Basic);
     if (qEnvironmentVariableIsSet("BELLAVENOR_RECORD")) {
         ASSERT_TRUE(changes.save(path));
     }

@@ -3,7 +3,7 @@
 #include "OpenedPhoto.h"
 #include "Picture.h"
 #include "PreviewGeometry.h"
-#include "Reshaping.h"
+#include "PhotoEdits.h"
 #include "DocumentView.h"
 
 #include <QColorSpace>
@@ -49,7 +49,7 @@ protected:
     DocumentView shows{photo};
     View_Picture& view = shows.view;
     EditingState& state = shows.state;
-    Reshaping& reshaping = shows.reshaping;
+    PhotoEdits& photoEdits = shows.photoEdits;
 };
 
 } // namespace
@@ -60,7 +60,7 @@ TEST_F(ViewTest, MiddleDragAndLeftDragWithThePanKeyPanAndNeverMoveAHandle)
     shows.changed();
     view.zoomBy(3); // 2 ×: the photo is larger than the view
     view.grab();
-    const Reshaping before = reshaping;
+    const PhotoEdits before = photoEdits;
     const QRectF frame = view.rectDrawCamera();
     // Over the centre of the left cheek area, where a left drag would move it.
     const QRectF area = before.rect_Cheek_Left_Area_To_Paint;
@@ -86,7 +86,7 @@ TEST_F(ViewTest, MiddleDragAndLeftDragWithThePanKeyPanAndNeverMoveAHandle)
     view.setPanKeyHeld(false);
     QTest::mouseRelease(&view, Qt::LeftButton, {}, onArea + QPoint(10, 0));
     EXPECT_EQ(view.rectDrawCamera().topLeft(), frame.topLeft() + QPointF(-20, -20));
-    EXPECT_EQ(reshaping, before) << "a pan is never a handle drag";
+    EXPECT_EQ(photoEdits, before) << "a pan is never a handle drag";
     EXPECT_TRUE(state.b_Cheeks_Picking_Color) << "nor a pick";
 }
 

@@ -1,17 +1,23 @@
-#include "Reshaping.h"
+#include "PhotoEdits.h"
 
 #include "SinglePrecision.h"
 
 #include <algorithm>
 #include <cmath>
 
-Reshaping Reshaping::of(const FaceRegions& r)
+PhotoEdits PhotoEdits::of(const FaceRegions& r)
 {
-    return {r.rect_Cheek_Left_Area_To_Paint, r.rect_Cheek_Right_Area_To_Paint, r.array_Eye_Darken_Left_Points,
-            r.array_Eye_Darken_Right_Points,  r.path_Eye_Darken_Left,           r.path_Eye_Darken_Right};
+    PhotoEdits edits;
+    edits.rect_Cheek_Left_Area_To_Paint = r.rect_Cheek_Left_Area_To_Paint;
+    edits.rect_Cheek_Right_Area_To_Paint = r.rect_Cheek_Right_Area_To_Paint;
+    edits.array_Eye_Darken_Left_Points = r.array_Eye_Darken_Left_Points;
+    edits.array_Eye_Darken_Right_Points = r.array_Eye_Darken_Right_Points;
+    edits.path_Eye_Darken_Left = r.path_Eye_Darken_Left;
+    edits.path_Eye_Darken_Right = r.path_Eye_Darken_Right;
+    return edits;
 }
 
-void Reshaping::resetUnderEyeRings(const FaceRegions& regions, double imageHeight)
+void PhotoEdits::resetUnderEyeRings(const FaceRegions& regions, double imageHeight)
 {
     array_Eye_Darken_Left_Points = regions.array_Eye_Left_Points;
     array_Eye_Darken_Right_Points = regions.array_Eye_Right_Points;

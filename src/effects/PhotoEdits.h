@@ -7,11 +7,13 @@
 
 #include <array>
 
-// What the user reshaped with the mouse on the open photo: the two cheek
-// paint areas and the two under-eye rings. They start as the photo's own
-// regions, and every new photo starts them afresh; the photo itself is
-// never changed after it was opened.
-struct Reshaping {
+// What the person did with the mouse on the open photo: the two cheek paint
+// areas and the two under-eye rings reshaped, the spots clicked to heal or
+// to keep. They belong to this photo: they start as its own regions (no
+// spots), every new photo starts them afresh, and neither presets nor a
+// batch carry them to another photo. The photo itself is never changed
+// after it was opened.
+struct PhotoEdits {
     // Image space (y up), as the regions' rectangles.
     QRectF rect_Cheek_Left_Area_To_Paint;
     QRectF rect_Cheek_Right_Area_To_Paint;
@@ -23,15 +25,19 @@ struct Reshaping {
     // these along; they are the rings' outlines the program names.
     QPainterPath path_Eye_Darken_Left;
     QPainterPath path_Eye_Darken_Right;
+    // The spots clicked, to heal and to keep, in percent of the photo with
+    // y from its top.
+    PointList array_Healed_Spots;
+    PointList array_Kept_Spots;
 
     // As the photo's regions have them.
-    static Reshaping of(const FaceRegions& regions);
+    static PhotoEdits of(const FaceRegions& regions);
 
     // The under-eye rings become the eye outlines again, with their closed
     // outlines in image space.
     void resetUnderEyeRings(const FaceRegions& regions, double imageHeight);
 
-    bool operator==(const Reshaping&) const = default;
+    bool operator==(const PhotoEdits&) const = default;
 };
 
 // The handles the mouse aims at while a mode is on, and that the
