@@ -70,6 +70,11 @@ std::vector<FaceFrame> framesOf(const std::vector<QRect>& faces)
     return frames;
 }
 
+bool searchedEnlarged(QSize photo)
+{
+    return double(photo.width()) * photo.height() <= kEnlargedAtMost;
+}
+
 std::vector<FaceFrame> facesBeyondLimits(const QImage& photo)
 {
     std::vector<FaceFrame> frames;
@@ -83,7 +88,7 @@ std::vector<FaceFrame> facesBeyondLimits(const QImage& photo)
     const double exactScale = double(copy.width()) / photo.width();
     for (double degrees : {90.0, -90.0, 30.0, -30.0})
         addTurned(frames, copy, exactScale, photo.size(), degrees);
-    if (pixels <= kEnlargedAtMost)
+    if (searchedEnlarged(photo.size()))
         addTurned(frames, photo.scaled(photo.size() * 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation), 2,
                   photo.size(), 0);
     std::stable_sort(frames.begin(), frames.end(), [](const FaceFrame& a, const FaceFrame& b) { return areaOf(a) > areaOf(b); });

@@ -34,6 +34,10 @@ std::vector<FaceFrame> framesOf(const std::vector<QRect>& faces);
 // enlarged twice; largest first.
 std::vector<FaceFrame> facesBeyondLimits(const QImage& photo);
 
+// Whether a photo of this size is searched enlarged too: only up to 1.5
+// megapixels, as the enlarged copy of a larger one would cost seconds.
+bool searchedEnlarged(QSize photo);
+
 // Completes an open the one-face rule refused (`refused` holds the decoded
 // photo) with the face in `frame`: its landmarks predicted there exactly as
 // for a face found alone, the regions derived. A frame outside the photo

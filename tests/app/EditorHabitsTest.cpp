@@ -288,6 +288,7 @@ TEST_F(EditorHabitsTest, APresetIsSavedListedAppliedAsOneStepAndDeleted)
     alertAnswer = 0; // Cancel
     app->presets().remove("Evening look");
     EXPECT_EQ(presetNames(app->presetsFolder), QStringList{"Evening look"}) << "kept until confirmed";
+    ASSERT_FALSE(alerts.empty()) << "the deletion asks first";
     EXPECT_TRUE(alerts.back().informativeText.contains("\"Evening look\"")) << "the question names it";
     alertAnswer = 1; // Delete
     app->presets().remove("Evening look");

@@ -100,6 +100,7 @@ TEST(FaceOptions, TakeTheFaceAskedForOrSayWhatTheyAllow)
         {{"render", photo, "--face", "two", "-o", out}, "--face needs a face number from 1 up"},
         {{"render", photo, "--face-box", "10,10,0,50", "-o", out}, "--face-box needs X,Y,W,H"},
         {{"analyse", photo, "--face-box", "10,10,50"}, "--face-box needs X,Y,W,H"},
+        {{"analyse", photo, "--face-box", "10,10,50,7"}, "--face-box needs X,Y,W,H"},
         {{"render", photo, "--face-box", "1200,10,100,100", "-o", out}, "lies outside the photo: X and X+W up to 1280, Y and Y+H up to 512"},
         {{"render", photo, "--face", "1", "--face-box", "0,0,100,100", "-o", out}, "cannot be given together"},
     };

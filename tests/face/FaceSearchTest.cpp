@@ -149,3 +149,12 @@ TEST(FaceSearch, TurnedAndSmallFacesAreOfferedAFrameThatOpensOnTheFace)
         EXPECT_LT(offFromHead(opened.photo.facePointsRelativeToImageSize, onOpened), 0.05);
     }
 }
+
+// Only photos of up to 1.5 megapixels are searched enlarged.
+TEST(FaceSearch, OnlyPhotosOfUpToOneAndAHalfMegapixelsAreSearchedEnlarged)
+{
+    const std::pair<QSize, bool> sizes[] = {{{512, 512}, true}, {{1500, 1000}, true}, {{1501, 1000}, false},
+                                            {{1000, 1501}, false}, {{4000, 3000}, false}};
+    for (const auto& [size, enlarged] : sizes)
+        EXPECT_EQ(searchedEnlarged(size), enlarged) << size.width() << " x " << size.height();
+}

@@ -1,18 +1,26 @@
-// Run alone, in a process of its own (face_tests_model_reading), so that
-// nothing has read the model before.
 #include "DLibWrapper.h"
 #include "FaceFixtures.h"
+#include "LandmarkModelCache.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <dlib/image_processing/shape_predictor.h>
+
+#include <functional>
+#include <future>
 
 #include <gtest/gtest.h>
-
-#include <future>
 
 // An open right after start-up and a batch's two workers ask for the model
 // while it is being read: every one waits for that one read and gets the
 // same landmarks.
 TEST(LandmarkModel, IsReadOnceForAnalysesThatStartWhileItIsBeingRead)
 {
-    ASSERT_EQ(DLibWrapper::modelReads(), 0) << "run this test in a process of its own";
+    // In a process of its own (face_tests_model_reading) the model is read
+    // here; shuffled among the others it may have been read already.
+    const int before = DLibWrapper::modelReads();
     const QImage photo = portraitPicture();
     DLibWrapper::startReadingModel();
     std::vector<std::future<DetectionResult>> analyses;
@@ -28,5 +36,42 @@ TEST(LandmarkModel, IsReadOnceForAnalysesThatStartWhileItIsBeingRead)
         EXPECT_EQ(result.landmarks, results.front().landmarks);
     }
     DLibWrapper::finishReadingModel();
-    EXPECT_EQ(DLibWrapper::modelReads(), 1);
+    EXPECT_EQ(DLibWrapper::modelReads(), before == 0 ? 1 : before);
+}
+
+// A cache is taken only for the model file it was made from: the same
+// file changed later (a package's update) or of another size is read
+// again by dlib.
+TEST(LandmarkModelCache, IsTakenOnlyForTheModelFileItWasMadeFrom)
+{
+    QTemporaryDir folder;
+    const QByteArray cacheHome = qgetenv("XDG_CACHE_HOME");
+    qputenv("XDG_CACHE_HOME", folder.path().toUtf8());
+    dlib::shape_predictor model;
+    dlib::deserialize(DLibWrapper::modelPath().toStdString()) >> model;
+    const QString file = writtenFile(folder.path(), "model.dat", "a model file");
+    const QDateTime made = QFileInfo(file).lastModified();
+    const std::pair<const char*, std::function<void(QFile&)>> changes[] = {
+        {"unchanged", [](QFile&) {}},
+        {"newer", [&](QFile& f) { f.setFileTime(made.addSecs(3600), QFileDevice::FileModificationTime); }},
+        {"older", [&](QFile& f) { f.setFileTime(made.addSecs(-3600), QFileDevice::FileModificationTime); }},
+        {"another size, same time",
+         [&](QFile& f) {
+             f.write("!");
+             f.flush();
+             f.setFileTime(made, QFileDevice::FileModificationTime);
+         }},
+    };
+    for (const auto& [name, change] : changes) {
+        writtenFile(folder.path(), "model.dat", "a model file");
+        QFile modelFile(file);
+        ASSERT_TRUE(modelFile.open(QIODevice::ReadWrite | QIODevice::Append));
+        modelFile.setFileTime(made, QFileDevice::FileModificationTime);
+        LandmarkModelCache::write(file, model);
+        change(modelFile);
+        modelFile.close();
+        dlib::shape_predictor read;
+        EXPECT_EQ(LandmarkModelCache::read(file, read), std::string(name) == "unchanged") << name;
+    }
+    qputenv("XDG_CACHE_HOME", cacheHome);
 }

@@ -67,7 +67,10 @@ TEST(ToneCurve, NewRedPointsPrepareOnlyTheRedCurveAgain)
     curve.toneCurveTexture();
     const int prepared = TRCIRGBToneCurve::preparedCurveCount();
     const PreparedCurve composite = curve.rgbCompositeCurve();
-    curve.setInputRedControlPoints({{0, 0.1}, {0.3, 0.2}, {0.55, 0.61}, {1, 0.9}});
+    // Points no earlier run in this process prepared: the prepared curves
+    // are kept process-wide.
+    static int run = 0;
+    curve.setInputRedControlPoints({{0, 0.1}, {0.3, 0.2 + 0.001 * ++run}, {0.55, 0.61}, {1, 0.9}});
     EXPECT_TRUE(curve.redCurve().empty());
     EXPECT_EQ(curve.rgbCompositeCurve(), composite);
     curve.toneCurveTexture();

@@ -1,5 +1,7 @@
 #include "EditingStateJson.h"
+#include "Presets.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QTemporaryDir>
@@ -121,5 +123,24 @@ TEST(SettingsFile, AFileOfEveryVersionIsReadAndANewerOnesUnknownFieldIsRefused)
         untouched.f_Color_Lips_Transparency = 0.9f;
         EXPECT_TRUE(readError(json, untouched).contains(message)) << json.toStdString() << ": "
                                                                    << readError(json, untouched).toStdString();
+    }
+}
+
+// A preset's name is a file of its own in the presets folder: no "/" (even
+// where a folder of that name exists), no leading ".", 1 to 80 characters
+// once trimmed.
+TEST(Presets, ANameIsRefusedUnlessItIsAFileOfItsOwnInTheFolder)
+{
+    QTemporaryDir folder;
+    QDir(folder.path()).mkdir("a");
+    const QString longest(80, QChar(u'é'));
+    const std::pair<QString, QString> names[] = {{"a/b", ""},          {".hidden", ""},        {"../up", ""},
+                                                 {"   ", ""},          {longest + "x", ""},    {" Evening ", "Evening.json"},
+                                                 {longest, longest + ".json"}, {"a.b", "a.b.json"}};
+    for (const auto& [name, file] : names) {
+        QString error;
+        const QString path = presetPath(folder.path(), name, error);
+        EXPECT_EQ(path, file.isEmpty() ? QString() : QDir(folder.path()).filePath(file)) << name.toStdString();
+        EXPECT_EQ(error.isEmpty(), !file.isEmpty()) << name.toStdString();
     }
 }
