@@ -9,14 +9,6 @@ FilterImage FilterImage::fromPicture(const QImage& picture)
     return {image, image.isNull() ? QRect() : image.rect()};
 }
 
-FilterImage FilterImage::croppedTo(const QRect& rect) const
-{
-    const QRect kept = extent.intersected(rect);
-    if (kept.isEmpty())
-        return {};
-    return {copied(image, kept.translated(-extent.topLeft())), kept};
-}
-
 QImage imageFromCIImage(const FilterImage& filterImage)
 {
     if (filterImage.extent.isEmpty())

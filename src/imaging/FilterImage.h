@@ -13,9 +13,6 @@ struct FilterImage {
 
     // A picture wrapped as a filter image covering (0, 0, width, height).
     static FilterImage fromPicture(const QImage& picture);
-
-    // The part of this image inside `rect` (same coordinates as the extent).
-    FilterImage croppedTo(const QRect& rect) const;
 };
 
 // Renders a filter image over exactly its own extent: the result has the

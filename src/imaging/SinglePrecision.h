@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QPointF>
-#include <QRectF>
 
 // Geometry is rounded to single precision at fixed places so that the same
 // inputs always give the same frames, handles and outlines. A plain
@@ -18,9 +17,4 @@ inline double single(double value)
 inline QPointF singlePoint(double x, double y)
 {
     return {single(x), single(y)};
-}
-
-inline QRectF singleRect(double x, double y, double width, double height)
-{
-    return {single(x), single(y), single(width), single(height)};
 }

@@ -112,8 +112,10 @@ DecodedPhoto readPhoto(const QByteArray& bytes, const QString& path)
         return photo;
     }
     const PageSurvey survey = surveyPages(path, bytes);
-    if (photo.error = survey.refusal; !photo.ok())
+    if (photo.error = survey.refusal; !photo.ok()) {
+        photo.tooLarge = true;
         return photo;
+    }
 
     MemoryReader file(bytes);
     if (survey.photoPage > 0)
@@ -149,7 +151,8 @@ DecodedPhoto readHeifPhoto(const QByteArray& bytes, const QString& path)
 {
     DecodedPhoto photo;
     HeifPhoto heif = decodeHeif(bytes, kMaxPhotoPixels);
-    if (!heif.oversize.isEmpty())
+    photo.tooLarge = !heif.oversize.isEmpty();
+    if (photo.tooLarge)
         photo.error = tooLarge(path, heif.oversize);
     else if (!heif.error.isEmpty())
         photo.error = QString("The picture %1 could not be decoded: %2.").arg(quoted(path), heif.error);

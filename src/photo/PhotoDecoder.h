@@ -27,6 +27,7 @@ struct DecodedPhoto {
     // metadata block): the command-line tool says so, the window opens it.
     QStringList warnings;
     QString error; // says what went wrong and names the file; empty on success
+    bool tooLarge = false; // refused for its size, before its pixels were read
 
     bool ok() const { return error.isEmpty(); }
 };

@@ -39,7 +39,7 @@ RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, c
     outcome.warnings = decoded.warnings;
     if (!decoded.ok()) {
         outcome.message = decoded.error;
-        outcome.tooLarge = decoded.error.contains("megapixels");
+        outcome.tooLarge = decoded.tooLarge;
         return outcome;
     }
     outcome.photoSize = decoded.img_Basic.size();

@@ -70,7 +70,6 @@ public:
     // frame; the split view shows it in the left half of the frame and the
     // retouched picture in the right half.
     void setShowingUntouched(bool untouched);
-    bool showingUntouched() const { return showingUntouched_; }
     void setSplitView(bool split);
     bool splitView() const { return splitView_; }
     // While the pan key is held, the left button pans too.
