@@ -36,9 +36,10 @@ protected:
     QTemporaryDir folder;
 };
 
-void expectCleanRefusal(const DecodedPhoto& photo, const QString& fileName)
+void expectCleanRefusal(const DecodedPhoto& photo, const QString& fileName, bool forItsSize = false)
 {
     EXPECT_FALSE(photo.ok());
+    EXPECT_EQ(photo.tooLarge, forItsSize) << fileName.toStdString();
     EXPECT_TRUE(photo.error.contains(fileName)) << photo.error.toStdString();
     EXPECT_TRUE(photo.img_Basic.isNull());
 }
@@ -113,7 +114,7 @@ TEST_F(PhotoDecoderTest, PageClaimingTooManyPixelsRefusesTheFileBeforeAnyPixelIs
     const QString path =
         write("giant-page.tif", tiffOfPages({{portraitPicture()}, {speck, QSize(100000, 100000)}}));
 
-    expectCleanRefusal(decodePhoto(path), "giant-page.tif");
+    expectCleanRefusal(decodePhoto(path), "giant-page.tif", true);
 }
 
 TEST_F(PhotoDecoderTest, BadFilesAreRefusedWithAMessageNamingThem)
