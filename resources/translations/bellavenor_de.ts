@@ -319,6 +319,22 @@
 <context>
     <name>Effects</name>
     <message>
+        <source>Drag a blush area&apos;s corner to resize it, its inside to move it</source>
+        <translation>Eine Ecke des Rouge-Bereichs ziehen ändert seine Größe, sein Inneres verschiebt ihn</translation>
+    </message>
+    <message>
+        <source>Click the photo to take its colour</source>
+        <translation>Ins Foto klicken übernimmt seine Farbe</translation>
+    </message>
+    <message>
+        <source>Drag a green point to reshape an under-eye ring</source>
+        <translation>Einen grünen Punkt ziehen formt einen Augenring um</translation>
+    </message>
+    <message>
+        <source>Click a spot to heal it, a healed spot to keep it</source>
+        <translation>Einen Fleck anklicken entfernt ihn, einen entfernten anklicken behält ihn</translation>
+    </message>
+    <message>
         <source>Heal Blemishes</source>
         <translation>Hautunreinheiten entfernen</translation>
     </message>

@@ -3,7 +3,7 @@
 #include <QString>
 
 // What a change of the edit was, said by whoever made it: one field of the
-// settings list (by its name), the areas the mouse reshaped, or the whole
+// settings list (by its name), what was done on the photo (areas moved, spots clicked), or the whole
 // edit at once (Defaults, a settings file, a preset, an undone step). The
 // preview recomposes from it and the Edit menu names its step after it.
 struct Change {

@@ -10,8 +10,8 @@
 
 #include <memory>
 
-// The open photo and everything edited on it: the settings, what the mouse
-// reshaped and the history of both. No widgets: the window, its panels and
+// The open photo and everything edited on it: the settings, what was done
+// on the photo with the mouse and the history of both. No widgets: the window, its panels and
 // the preview read and change it, and say what they changed (changed()),
 // which the preview recomposes from and the Edit menu records.
 class Document : public QObject {
@@ -37,15 +37,15 @@ public:
     quint64 revision() const { return revision_; }
 
     // A photo that has passed the open: every effect off (the settings
-    // stay), the photo swapped in whole, the photoEdits started from its
+    // stay), the photo swapped in whole, what is done on it started from its
     // regions, the history new.
     void accept(OpenedPhoto opened);
 
-    // After a change made to the state or the photoEdits: the picture
+    // After a change made to the state or to what is done on the photo: the picture
     // follows and the Edit menu records it.
     void changed(const Change& change);
 
-    // The photoEdits moves under the mouse: the picture follows; the step is
+    // What is done on the photo moves under the mouse: the picture follows; the step is
     // recorded when the gesture ends, under `step`.
     void moved();
     void gestureEnded(const QString& step);

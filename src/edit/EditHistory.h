@@ -10,15 +10,15 @@
 #include <chrono>
 #include <functional>
 
-// What Undo puts back: the settings and the reshaped areas. The mouse
+// What Undo puts back: the settings and what was done on the photo. The mouse
 // modes stay the window's (EditingState::keepModesOf).
 struct Edit {
     EditingState state;
     PhotoEdits photoEdits;
 };
 
-// The Edit menu's history of one photo. Each change of the settings or the
-// reshaped areas is one step on Qt's undo stack, named after what it
+// The Edit menu's history of one photo. Each change of the settings or
+// of what was done on the photo is one step on Qt's undo stack, named after what it
 // changed; a change of a mouse mode is none. Changes of one setting closer
 // together than kMergeWindow are one step: a slider drag or a held arrow
 // key. A change of the whole edit that changes nothing is no step.
@@ -26,7 +26,7 @@ class EditHistory {
 public:
     static constexpr std::chrono::milliseconds kMergeWindow{1000};
 
-    // `restore` puts an edit back (state, photoEdits, panels, one redraw)
+    // `restore` puts an edit back (state, what was done on the photo, panels, one redraw)
     // when a step is undone or redone.
     EditHistory(const LocalisedLabels& labels, std::function<void(const Edit&)> restore);
 

@@ -36,6 +36,6 @@ bool anotherModeIsOn(const EditingState& state, const char* modeField);
 // state's settings, in the order the preview asks them which is on.
 std::vector<std::unique_ptr<PhotoTool>> photoTools(EditingState& state);
 
-// Where the handles of the shown modes are for this photoEdits: what the
+// Where the handles of the shown modes are for these areas: what the
 // compositor draws and what the mouse aims at. Empty for a mode that is off.
 Handles handlesOf(const PhotoEdits& photoEdits, const EditingState& state, QSizeF imgSize);

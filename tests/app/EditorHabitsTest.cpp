@@ -3,6 +3,7 @@
 #include "StartedDelegate.h"
 #include "FileActions.h"
 #include "EditHistory.h"
+#include "EditingStateJson.h"
 #include "EffectCatalogue.h"
 #include "RandomSettings.h"
 #include "MainWindow.h"
@@ -18,6 +19,7 @@
 
 #include <QCheckBox>
 #include <QDirIterator>
+#include <QJsonDocument>
 #include <QAbstractButton>
 #include <QDockWidget>
 #include <QSlider>
@@ -93,7 +95,7 @@ const Change kChanges[] = {
          qobject_cast<Window_Cheek*>(app.panels().panelOf(&EditingState::b_Apply_Cheeks).data())->ui().btn_Pick_Color_1_Right->click();
          QTest::mouseClick(app.viewPreview(), Qt::LeftButton, {}, inView(*app.viewPreview(), {300, 300}));
      }},
-    {"photoEdits drag", "Move Blush Area", [](AppDelegate& app) { app.document().state.b_Apply_Cheeks = app.document().state.b_Activated_Cheeks_Reposition = true; },
+    {"blush area drag", "Move Blush Area", [](AppDelegate& app) { app.document().state.b_Apply_Cheeks = app.document().state.b_Activated_Cheeks_Reposition = true; },
      [](AppDelegate& app, const QString&) {
          View_Picture& view = *app.viewPreview();
          const QPoint from = inView(view, app.document().photoEdits.rect_Cheek_Left_Area_To_Paint.center());
@@ -272,9 +274,15 @@ TEST_F(EditorHabitsTest, APresetIsSavedListedAppliedAsOneStepAndDeleted)
 {
     open(portraitPath());
     lipsPanel(*app)->ui().slider_Transparency->setValue(35);
+    app->document().photoEdits.array_Healed_Spots = {{40, 60}}; // the photo's, not the look's
     app->dialogs.askPresetName = [] { return QString("Evening look"); };
     app->presets().saveAsPreset();
     EXPECT_EQ(presetNames(app->presetsFolder), QStringList{"Evening look"});
+    QFile preset(QDir(app->presetsFolder).filePath("Evening look.json"));
+    ASSERT_TRUE(preset.open(QIODevice::ReadOnly));
+    const QJsonObject saved = QJsonDocument::fromJson(preset.readAll()).object();
+    EXPECT_EQ(saved.value("version").toInt(), kSettingsVersion);
+    EXPECT_FALSE(saved.contains("photo")) << "a preset carries no spots to other photos";
     QMenu* menu = app->window()->ui().menuPresets;
     emit menu->aboutToShow();
     EXPECT_EQ(menu->actions().first()->text(), "Evening look");

@@ -5,6 +5,7 @@
 #include "EffectPanel.h"
 #include "MainWindow.h"
 #include "RandomSettings.h"
+#include "TestPortrait.h"
 #include "View_Picture.h"
 #include "Window_Face_Skin_Smooth.h"
 #include "ui_MainWindow.h"
@@ -163,11 +164,16 @@ TEST_F(ViewControlsTest, DefaultsRestoreThatEffectsSettingsOnlyAndRedraw)
     }
 }
 
+// What was done on the photo goes with the file, under the photo's name:
+// the tool renders it on that photo and leaves it out, saying so, on another.
 TEST_F(ViewControlsTest, ExportedSettingsRenderedByTheCommandLineToolGiveTheWindowsPicture)
 {
     app->document().state = randomSettings(8);
+    app->document().state.b_Heal_Blemishes = true;
     app->document().state.b_Cheeks_Picking_Color = true; // window-only: not exported
     app->document().state.i_Picking_Color_Index = 2;
+    app->document().photoEdits.array_Healed_Spots = {cheekPercent()};
+    app->document().photoEdits.rect_Cheek_Left_Area_To_Paint.translate(15, -10);
     const QString settings = documents.filePath("tuned.json");
     QString suggested;
     app->dialogs.chooseSettingsPath = [&](const QString& path) {
@@ -185,6 +191,7 @@ TEST_F(ViewControlsTest, ExportedSettingsRenderedByTheCommandLineToolGiveTheWind
     EXPECT_FALSE(json.contains("i_Picking_Color_Index"));
     EXPECT_FALSE(json.contains("b_Activated_Cheeks_Reposition"));
     EXPECT_EQ(json.value("u_Face_Skin_Smooth_Radius").toDouble(), double(app->document().state.u_Face_Skin_Smooth_Radius));
+    EXPECT_EQ(json.value("photo").toObject().value("name").toString(), "portrait.png");
 
     const QString rendered = documents.filePath("batch.png");
     QProcess cli;
@@ -198,6 +205,13 @@ TEST_F(ViewControlsTest, ExportedSettingsRenderedByTheCommandLineToolGiveTheWind
     windowPicture.setColorSpace({});
     batchPicture.setColorSpace({});
     EXPECT_TRUE(windowPicture == batchPicture);
+
+    QFile::copy(portraitPath(), documents.filePath("another.png"));
+    cli.start(BELLAVENOR_CLI, {"render", documents.filePath("another.png"), "--settings", settings, "-o", rendered});
+    ASSERT_TRUE(cli.waitForFinished(60000));
+    EXPECT_EQ(cli.exitCode(), 0);
+    EXPECT_TRUE(cli.readAllStandardError().contains("portrait.png (512 × 512), its spots and areas, was left out"));
+    EXPECT_FALSE(QImage(rendered).convertToFormat(QImage::Format_RGB32) == windowPicture);
 }
 
 TEST_F(ViewControlsTest, AnExportThatCannotBeWrittenSaysWhereAndWhy)

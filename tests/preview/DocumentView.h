@@ -5,7 +5,7 @@
 #include "View_Picture.h"
 
 // A preview of a document of its own, as the window has one. Tests that set
-// the state or the photoEdits directly say so with changed(), as the panels
+// the state or what is done on the photo directly say so with changed(), as the panels
 // and the mouse do.
 struct DocumentView {
     explicit DocumentView(const OpenedPhoto& photo)

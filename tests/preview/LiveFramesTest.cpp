@@ -132,7 +132,7 @@ protected:
     }
 
     // What the view shows after the test changed the state or the
-    // photoEdits.
+    // what is done on the photo.
     QImage shown()
     {
         if (!(shows.document.edit().state == told.state && shows.document.edit().photoEdits == told.photoEdits)) {
