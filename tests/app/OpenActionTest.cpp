@@ -3,6 +3,7 @@
 #include "FaceChooser.h"
 #include "MainWindow.h"
 #include "View_Picture.h"
+#include "face/FaceFixtures.h"
 
 #include <QCheckBox>
 #include <QDropEvent>
@@ -43,16 +44,7 @@ protected:
         return path;
     }
 
-    QString twoFacesPath()
-    {
-        const QImage one(portraitPath());
-        QImage both(one.width() * 2, one.height(), QImage::Format_RGB32);
-        QPainter painter(&both);
-        painter.drawImage(0, 0, one);
-        painter.drawImage(one.width(), 0, one);
-        painter.end();
-        return writePicture("two-faces.png", both);
-    }
+    QString twoFacesPath() { return writePicture("two-faces.png", twoPortraits()); }
 
     QTemporaryDir files;
     QStringList startFolders;

@@ -110,27 +110,6 @@ TEST_F(PanelsTest, RepositionModesExcludeEachOther)
     EXPECT_FALSE(app->document().state.b_Activated_Darken_Eyes_Reposition) << "but the mode stays off";
 }
 
-TEST_F(PanelsTest, UntickingCheekApplyEndsRepositioningAndGreysTheColours)
-{
-    withPhoto();
-    app->document().state.b_Apply_Cheeks = true;
-    app->On_Face_Cheek();
-    auto* cheek = panel<Window_Cheek>(app->panels().panelOf(&EditingState::b_Apply_Cheeks));
-    cheek->ui().checkActivateCheekReposition->click();
-    EXPECT_FALSE(cheek->ui().color_1->isEnabled()) << "colours are off while repositioning";
-
-    cheek->ui().checkApply->click();
-
-    EXPECT_FALSE(app->document().state.b_Apply_Cheeks);
-    EXPECT_FALSE(app->document().state.b_Activated_Cheeks_Reposition);
-    EXPECT_FALSE(cheek->ui().checkActivateCheekReposition->isChecked());
-    EXPECT_FALSE(cheek->ui().checkActivateCheekReposition->isEnabled());
-    EXPECT_FALSE(cheek->ui().color_2->isEnabled());
-    EXPECT_FALSE(cheek->ui().slider_Transparency->isEnabled());
-    EXPECT_TRUE(cheek->ui().slider_Blur_Left->isEnabled()) << "blur sliders stay";
-    EXPECT_EQ(cheek->ui().slider_Blur_Left->value(), 4);
-}
-
 // Docked, the panel leaves the photo free; floating, it steps aside.
 TEST_F(PanelsTest, PickButtonsArmThePickAndAFloatingPanelStepsAside)
 {
@@ -240,8 +219,7 @@ TEST_F(PanelsTest, ControlsRestWhileAMouseModeIsOnWhenOpenedAfterDefaultsAndAfte
                     app->document().state.*p.mode = mode;
                     app->document().history().startAt({app->document().state, app->document().photoEdits});
                     (app.get()->*p.open)();
-                    QWidget* panel = qobject_cast<QWidget*>(app->panels().panelOf(&EditingState::b_Apply_Cheeks) ? app->panels().panelOf(&EditingState::b_Apply_Cheeks).data()
-                                                                                 : app->panels().panelOf(&EditingState::b_Eyes_Darken).data());
+                    QWidget* panel = app->panels().panelOf(p.effect).data();
                     ASSERT_NE(panel, nullptr);
                     if (moment == Moment::AfterDefaults)
                         panel->findChild<QPushButton*>("buttonDefaults")->click();
@@ -263,22 +241,26 @@ TEST_F(PanelsTest, ControlsRestWhileAMouseModeIsOnWhenOpenedAfterDefaultsAndAfte
                     panel->close();
                     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
                 }
-    // Undoing the Apply that the mode needed ends the mode too.
+    // Unticking the Apply that the mode needed, or undoing it, ends the mode
+    // too.
     for (const ModePanel& p : kModePanels) {
         SCOPED_TRACE(p.name);
         app->document().state.b_Activated_Cheeks_Reposition = app->document().state.b_Activated_Darken_Eyes_Reposition = false;
         app->document().state.*p.effect = false;
         app->document().history().startAt({app->document().state, app->document().photoEdits}); // the state set here is where undo stops
         (app.get()->*p.open)();
-        QWidget* panel = app->panels().panelOf(&EditingState::b_Apply_Cheeks) ? app->panels().panelOf(&EditingState::b_Apply_Cheeks).data() : app->panels().panelOf(&EditingState::b_Eyes_Darken).data();
-        panel->findChild<QCheckBox*>("checkApply")->click();
-        panel->findChild<QCheckBox*>(p.modeBox)->click();
-        ASSERT_TRUE(app->document().state.*p.mode);
-        app->window()->ui().menuEdit->actions().at(0)->trigger();
-        EXPECT_FALSE(app->document().state.*p.effect || app->document().state.*p.mode);
-        EXPECT_FALSE(panel->findChild<QCheckBox*>(p.modeBox)->isChecked());
-        EXPECT_FALSE(panel->findChild<QCheckBox*>(p.modeBox)->isEnabled());
-        EXPECT_FALSE(panel->findChild<QWidget*>(p.values.front())->isEnabled());
+        QWidget* panel = app->panels().panelOf(p.effect).data();
+        auto* apply = panel->findChild<QCheckBox*>("checkApply");
+        for (const bool byUndo : {false, true}) {
+            apply->click();
+            panel->findChild<QCheckBox*>(p.modeBox)->click();
+            ASSERT_TRUE(app->document().state.*p.mode);
+            byUndo ? app->window()->ui().menuEdit->actions().at(0)->trigger() : apply->click();
+            EXPECT_FALSE(app->document().state.*p.effect || app->document().state.*p.mode) << byUndo;
+            EXPECT_FALSE(panel->findChild<QCheckBox*>(p.modeBox)->isChecked());
+            EXPECT_FALSE(panel->findChild<QCheckBox*>(p.modeBox)->isEnabled());
+            EXPECT_FALSE(panel->findChild<QWidget*>(p.values.front())->isEnabled());
+        }
         panel->close();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }

@@ -66,36 +66,31 @@ TEST_F(SaveShareTest, SaveRendersTheDatedPictureAndPutsItWhereTheUserChoosesInTh
     }
 }
 
-TEST_F(SaveShareTest, RenderThatFailedIsReportedInsteadOfASaveDialog)
+// A render that failed (its folder replaced by a file) is said instead of
+// a save dialog; a move that failed names both places and keeps the picture.
+TEST_F(SaveShareTest, ARenderOrAMoveThatFailedIsReportedNamingWhere)
 {
     openPortrait();
-    // The working folder has been replaced by a plain file.
     const QString folder = QDir::cleanPath(app->saveAndShare().s_Output_Folder);
-    ASSERT_TRUE(QDir(folder).removeRecursively());
-    QFile blocker(folder);
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
-
-    app->OnToolbarSave();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !alerts.empty(); }, 5000));
-
-    EXPECT_EQ(alerts[0].message, "Error");
-    EXPECT_TRUE(alerts[0].informativeText.contains(folder)) << alerts[0].informativeText.toStdString();
-    EXPECT_EQ(alerts[0].buttons, QStringList{"Close"});
-    EXPECT_TRUE(suggestions.isEmpty()) << "no dialog for a picture that is not there";
-}
-
-TEST_F(SaveShareTest, MoveThatFailedIsReportedAndThePictureStaysInTheWorkingFolder)
-{
-    openPortrait();
     nextSavePath = chosenFolder.filePath("no-such-folder/mine.png");
     app->OnToolbarSave();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !alerts.empty(); }, 5000));
-
     EXPECT_EQ(alerts[0].message, "Error");
     EXPECT_TRUE(alerts[0].informativeText.contains(nextSavePath)) << alerts[0].informativeText.toStdString();
     EXPECT_TRUE(alerts[0].informativeText.contains(app->saveAndShare().s_Saved_Take_Picture));
     EXPECT_EQ(workingFolderFiles().size(), 1);
+
+    ASSERT_TRUE(QDir(folder).removeRecursively());
+    QFile blocker(folder);
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    suggestions.clear();
+    app->OnToolbarSave();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return alerts.size() == 2; }, 5000));
+    EXPECT_TRUE(alerts[1].message == "Error" && alerts[1].informativeText.contains(folder))
+        << alerts[1].informativeText.toStdString();
+    EXPECT_EQ(alerts[1].buttons, QStringList{"Close"});
+    EXPECT_TRUE(suggestions.isEmpty()) << "no dialog for a picture that is not there";
 }
 
 TEST_F(SaveShareTest, DialogOfALeftoverSaveTimerCannotCostAFile)

@@ -8,7 +8,6 @@
 
 #include <dlib/image_processing/shape_predictor.h>
 
-#include <functional>
 #include <future>
 
 #include <gtest/gtest.h>
@@ -47,30 +46,18 @@ TEST(LandmarkModelCache, IsTakenOnlyForTheModelFileItWasMadeFrom)
     QTemporaryDir folder;
     const QByteArray cacheHome = qgetenv("XDG_CACHE_HOME");
     qputenv("XDG_CACHE_HOME", folder.path().toUtf8());
-    dlib::shape_predictor model;
+    dlib::shape_predictor model, read;
     dlib::deserialize(DLibWrapper::modelPath().toStdString()) >> model;
     const QString file = writtenFile(folder.path(), "model.dat", "a model file");
     const QDateTime made = QFileInfo(file).lastModified();
-    const std::pair<const char*, std::function<void(QFile&)>> changes[] = {
-        {"unchanged", [](QFile&) {}},
-        {"newer", [&](QFile& f) { f.setFileTime(made.addSecs(3600), QFileDevice::FileModificationTime); }},
-        {"older", [&](QFile& f) { f.setFileTime(made.addSecs(-3600), QFileDevice::FileModificationTime); }},
-        {"another size, same time",
-         [&](QFile& f) {
-             f.write("!");
-             f.flush();
-             f.setFileTime(made, QFileDevice::FileModificationTime);
-         }},
-    };
-    for (const auto& [name, change] : changes) {
-        writtenFile(folder.path(), "model.dat", "a model file");
-        QFile modelFile(file);
-        ASSERT_TRUE(modelFile.open(QIODevice::ReadWrite | QIODevice::Append));
-        modelFile.setFileTime(made, QFileDevice::FileModificationTime);
+    for (const auto& [name, bytes, time] : {std::tuple{"unchanged", "", made}, {"newer", "", made.addSecs(3600)},
+                                            {"older", "", made.addSecs(-3600)}, {"another size", "!", made}}) {
+        QFile modelFile(writtenFile(folder.path(), "model.dat", "a model file"));
+        ASSERT_TRUE(modelFile.open(QIODevice::Append) && modelFile.setFileTime(made, QFileDevice::FileModificationTime));
         LandmarkModelCache::write(file, model);
-        change(modelFile);
-        modelFile.close();
-        dlib::shape_predictor read;
+        modelFile.write(bytes);
+        modelFile.flush();
+        modelFile.setFileTime(time, QFileDevice::FileModificationTime);
         EXPECT_EQ(LandmarkModelCache::read(file, read), std::string(name) == "unchanged") << name;
     }
     qputenv("XDG_CACHE_HOME", cacheHome);

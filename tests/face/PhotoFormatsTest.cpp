@@ -153,6 +153,7 @@ TEST(PhotoFormats, BrokenHeicIsRefusedByNameAndAHugeOneBeforeDecoding)
         const DecodedPhoto photo = decodePhotoData(c.bytes, c.name);
         EXPECT_FALSE(photo.ok());
         EXPECT_TRUE(photo.error.contains(c.name) && photo.error.contains(c.says)) << photo.error.toStdString();
+        EXPECT_EQ(photo.tooLarge, QByteArray(c.says) == "megapixels");
         EXPECT_TRUE(photo.img_Basic.isNull());
     }
 }

@@ -1,9 +1,12 @@
 // libFuzzer target: arbitrary bytes as a settings file. A file that is
-// accepted leaves every setting inside the range the panels can reach.
+// accepted leaves every setting inside the range the panels can reach, and
+// the spots of a photo inside the photo.
 #include "EditingStateJson.h"
 
 #include <QJsonDocument>
+#include <QRectF>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -31,13 +34,6 @@ struct RangeCheck {
         requireInRange(point.x(), range->min, range->max);
         requireInRange(point.y(), range->min, range->max);
     }
-    void operator()(const char* name, PointList& points) const
-    {
-        if (points.size() > kLongestPointList)
-            std::abort();
-        for (QPointF& point : points)
-            (*this)(name, point);
-    }
     void operator()(const char*, RgbaColor& c) const
     {
         for (float component : {c.r, c.g, c.b, c.a})
@@ -52,10 +48,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data), qsizetype(size));
     const QJsonDocument document = QJsonDocument::fromJson(bytes);
     EditingState state;
+    std::optional<PhotoEditsOf> photo;
     QString error;
-    if (readJson(document.object(), state, error))
-        state.forEachField(RangeCheck());
-    else if (error.isEmpty())
-        std::abort();
+    if (!readJson(document.object(), state, error, &photo)) {
+        if (error.isEmpty())
+            std::abort();
+        return 0;
+    }
+    state.forEachField(RangeCheck());
+    if (photo)
+        for (const PointList* spots : {&photo->edits.array_Healed_Spots, &photo->edits.array_Kept_Spots})
+            if (spots->size() > kLongestPointList
+                || std::ranges::any_of(*spots, [](QPointF p) { return !QRectF(0, 0, 100, 100).contains(p); }))
+                std::abort();
     return 0;
 }

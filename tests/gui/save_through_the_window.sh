@@ -24,12 +24,7 @@ shots=$(dirname "$target")
 "$app" >/dev/null 2>&1 &
 pid=$!
 main=$(visible '^Bellavenor$') || fail "no main window"
-xdotool windowfocus --sync "$main" key ctrl+o
-opener=$(visible '^Open') || fail "no open dialog"
-xdotool windowfocus --sync "$opener"
-xdotool type --delay 10 "$portrait"
-xdotool key Return
-gone '^Open' || fail "the open dialog stayed"
+open_through_dialog "$main" "$portrait"
 # The Mouth menu's first entry docks the lips panel once the portrait is
 # analysed; until then the menu is closed again and tried anew.
 strip=$(dock_strip "$main")

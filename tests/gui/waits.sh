@@ -79,3 +79,14 @@ changes_from() { wait_until "$1 '$3'; [ \"\$(differing '$2' '$3')\" -gt 0 ]"; }
 becomes() { wait_until "$1 '$3'; [ \"\$(differing '$2' '$3')\" -eq 0 ]"; }
 
 screen() { import -window root "$1"; }
+
+# A photo chosen through the window's open dialog (Ctrl+O): its path typed.
+open_through_dialog() {
+  xdotool windowfocus --sync "$1" key ctrl+o
+  local opener
+  opener=$(visible '^Open') || fail "no open dialog"
+  xdotool windowfocus --sync "$opener"
+  xdotool type --delay 10 "$2"
+  xdotool key Return
+  gone '^Open' || fail "the open dialog stayed"
+}

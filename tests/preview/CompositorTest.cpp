@@ -39,14 +39,10 @@ const PhotoEdits& asOpened()
 }
 
 // The portrait three times enlarged: its handles are several pixels wide.
-const OpenedPhoto& enlargedPortrait()
+const OpenedPhoto& threeTimesEnlarged()
 {
-    static const OpenResult opened = [] {
-        const QImage picture = portrait().img_Basic.scaled(1536, 1536, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        return analysePhoto("enlarged", DecodedPhoto{picture, QSizeF(picture.size()), {}, {}, {}});
-    }();
-    EXPECT_EQ(opened.outcome, OpenResult::Opened);
-    return opened.photo;
+    static const OpenedPhoto enlarged = enlargedPortrait(1536);
+    return enlarged;
 }
 
 QImage composed(const EditingState& state, const OpenedPhoto& photo = portrait(), const PhotoEdits& photoEdits = asOpened())
@@ -123,11 +119,11 @@ TEST(Compositor, EverySwitchTurnedAndEveryAreaMovedGivesWhatAFreshCompositorGive
     });
     // On the enlarged photo, with a cheek area of one pixel: its handles and
     // outline reach well beyond it.
-    PhotoEdits tiny = PhotoEdits::of(enlargedPortrait().regions);
+    PhotoEdits tiny = PhotoEdits::of(threeTimesEnlarged().regions);
     tiny.rect_Cheek_Right_Area_To_Paint = QRectF(tiny.rect_Cheek_Right_Area_To_Paint.topLeft(), QSizeF(1, 1));
     Compositor kept;
     const std::tuple<const EditingState*, const OpenedPhoto*, const PhotoEdits*> starts[] = {
-        {&none, &portrait(), &asOpened()}, {&all, &portrait(), &asOpened()}, {&none, &enlargedPortrait(), &tiny}};
+        {&none, &portrait(), &asOpened()}, {&all, &portrait(), &asOpened()}, {&none, &threeTimesEnlarged(), &tiny}};
     for (const auto& [start, photo, photoEdits] : starts) {
         EditingState state = *start;
         state.forEachField([&](const char* name, auto& value) {

@@ -32,10 +32,6 @@ struct PlantedPortrait {
 
 QPointF lerp(QPointF a, QPointF b, double t) { return a + t * (b - a); }
 
-cv::Mat pixelsOf(const QImage& image)
-{
-    return cv::Mat(image.height(), image.width(), CV_8UC4, const_cast<uchar*>(image.constBits()), size_t(image.bytesPerLine()));
-}
 
 double distanceTo(QPointF at, const FaceLandmarks& p, int first, int last)
 {

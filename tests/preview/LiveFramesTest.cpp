@@ -21,23 +21,8 @@ namespace {
 // detection.
 std::shared_ptr<const OpenedPhoto> largePortrait()
 {
-    static const auto photo = [] {
-        auto large = std::make_shared<OpenedPhoto>();
-        const OpenedPhoto& small = portrait();
-        large->img_Basic = toPicture(small.img_Basic.scaled(2048, 2048, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-        large->imgSize = QSizeF(2048, 2048);
-        for (const QPointF& landmark : small.facePointsRelativeToImageSize)
-            large->facePointsRelativeToImageSize.append(landmark * 4);
-        deriveRegions(*large);
-        return large;
-    }();
+    static const auto photo = std::make_shared<const OpenedPhoto>(enlargedPortrait(2048));
     return photo;
-}
-
-cv::Mat pixelsOf(const QImage& picture)
-{
-    return cv::Mat(picture.height(), picture.width(), CV_8UC4, const_cast<uchar*>(picture.constBits()),
-                   size_t(picture.bytesPerLine()));
 }
 
 cv::Mat difference(const QImage& a, const QImage& b)
@@ -131,8 +116,8 @@ protected:
         ASSERT_TRUE(settle());
     }
 
-    // What the view shows after the test changed the state or the
-    // what is done on the photo.
+    // What the view shows after the test changed the state or what is
+    // done on the photo.
     QImage shown()
     {
         if (!(shows.document.edit().state == told.state && shows.document.edit().photoEdits == told.photoEdits)) {

@@ -135,12 +135,15 @@ TEST_P(MouseTest, EachCornerOfEachCheekAreaFollowsItsOwnRule)
         EXPECT_EQ(d.leftArea ? photoEdits.rect_Cheek_Right_Area_To_Paint : photoEdits.rect_Cheek_Left_Area_To_Paint,
                   d.leftArea ? kRightArea : kLeftArea);
     }
-    // One percent beside a handle is no handle, and outside the area no move.
+    // One percent beside a handle is no handle, and outside the area no
+    // move; the right button on a handle moves nothing either.
     photoEdits.rect_Cheek_Left_Area_To_Paint = kLeftArea;
-    press(at({100 - 5.2, 100.5}));
-    drag(at({60, 60}));
-    release(at({60, 60}));
-    EXPECT_EQ(photoEdits.rect_Cheek_Left_Area_To_Paint, kLeftArea);
+    for (const auto& [grab, button] : {std::pair{QPointF(100 - 5.2, 100.5), Qt::LeftButton}, {{100.5, 100.5}, Qt::RightButton}}) {
+        press(at(grab), button);
+        drag(at({60, 60}), button);
+        release(at({60, 60}), button);
+        EXPECT_EQ(photoEdits.rect_Cheek_Left_Area_To_Paint, kLeftArea) << button;
+    }
 }
 
 // A real pointer sits on whole view pixels: the point lands where the
@@ -166,45 +169,33 @@ TEST_P(MouseTest, AWholePixelPointerMovesAPointToItsSinglePrecisionPosition)
     EXPECT_EQ(photoEdits.array_Eye_Darken_Left_Points[2].y(), 512 - double(pixelY));
 }
 
-TEST_P(MouseTest, PickWithIndexThreeTakesTheUntouchedPhotoIntoTheRightOuterColourOnly)
+// A left click while a pick waits takes the untouched photo's colour under
+// the pointer into the colour the pick's index names, and only that one; a
+// right click takes nothing.
+TEST_P(MouseTest, APickTakesTheUntouchedPhotoIntoTheColourItsIndexNamesOnALeftClick)
 {
     state.b_Color_Lips = true; // the shown picture differs from the photo on the lips
     state.f_Color_Lips_Transparency = 1;
-    state.b_Cheeks_Picking_Color = true;
-    state.i_Picking_Color_Index = 3;
     redraw();
-    const QPointF lip = (photo.facePointsRelativeToImageSize[57] + photo.facePointsRelativeToImageSize[66]) / 2;
-    click(atTopDown(lip));
-
-    const QColor expected = photo.img_Basic.pixelColor(pixelAt(atTopDown(lip)));
-    EXPECT_EQ(state.color_Color_Cheeks_1_Right,
-              (RgbaColor{float(expected.redF()), float(expected.greenF()), float(expected.blueF()), 1}));
-    EXPECT_EQ(state.color_Color_Cheeks_1, EditingState{}.color_Color_Cheeks_1);
-    EXPECT_EQ(state.color_Color_Cheeks_2, EditingState{}.color_Color_Cheeks_2);
-    EXPECT_FALSE(state.b_Cheeks_Picking_Color);
-    EXPECT_EQ(picked, std::vector<std::string>{"color_Color_Cheeks_1_Right"});
-}
-
-TEST_P(MouseTest, OnlyTheLeftButtonDragsHandlesAndPicksColours)
-{
-    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
-    photoEdits.rect_Cheek_Left_Area_To_Paint = QRectF(100, 100, 50, 50);
-    redraw();
-    press(at({100.5, 100.5}), Qt::RightButton); // on the left-bottom handle
-    drag(at({60, 60}), Qt::RightButton);
-    release(at({60, 60}), Qt::RightButton);
-    EXPECT_EQ(photoEdits.rect_Cheek_Left_Area_To_Paint, QRectF(100, 100, 50, 50));
-
-    state.b_Cheeks_Picking_Color = true;
-    state.i_Picking_Color_Index = 2;
-    click(at({200, 200}), Qt::RightButton);
-    EXPECT_TRUE(state.b_Cheeks_Picking_Color) << "the pick waits for a left click";
-    EXPECT_EQ(state.color_Color_Cheeks_2, EditingState{}.color_Color_Cheeks_2);
-    EXPECT_TRUE(picked.empty());
-
-    click(at({200, 200}));
-    EXPECT_FALSE(state.b_Cheeks_Picking_Color);
-    EXPECT_EQ(picked, std::vector<std::string>{"color_Color_Cheeks_2"});
+    const QPointF lip = atTopDown((photo.facePointsRelativeToImageSize[57] + photo.facePointsRelativeToImageSize[66]) / 2);
+    const QColor c = photo.img_Basic.pixelColor(pixelAt(lip));
+    const RgbaColor seen{float(c.redF()), float(c.greenF()), float(c.blueF()), 1};
+    const std::pair<const char*, RgbaColor EditingState::*> colours[] = {
+        {"color_Color_Cheeks_1", &EditingState::color_Color_Cheeks_1},
+        {"color_Color_Cheeks_2", &EditingState::color_Color_Cheeks_2},
+        {"color_Color_Cheeks_1_Right", &EditingState::color_Color_Cheeks_1_Right}};
+    for (int index = 1; index <= 3; ++index) {
+        state.restoreDefaultsOf(&EditingState::b_Apply_Cheeks);
+        state.b_Cheeks_Picking_Color = true;
+        state.i_Picking_Color_Index = index;
+        click(lip, Qt::RightButton);
+        EXPECT_TRUE(state.b_Cheeks_Picking_Color) << "the pick waits for a left click";
+        click(lip);
+        for (const auto& [name, colour] : colours)
+            EXPECT_EQ(state.*colour == seen, name == colours[index - 1].first) << index << " " << name;
+        EXPECT_FALSE(state.b_Cheeks_Picking_Color);
+    }
+    EXPECT_EQ(picked, (std::vector<std::string>{colours[0].first, colours[1].first, colours[2].first}));
 }
 
 // While editing spots a left click heals the spot under the pointer, where
