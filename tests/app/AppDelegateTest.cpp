@@ -1,5 +1,4 @@
-#include "AppDelegate.h"
-#include "EnglishLabels.h"
+#include "StartedDelegate.h"
 #include "HelpBrowser.h"
 #include "MainWindow.h"
 #include "Window_Lips_Color.h"
@@ -18,33 +17,14 @@
 
 namespace {
 
-class AppDelegateTest : public ::testing::Test {
+class AppDelegateTest : public DelegateTest {
 protected:
-    static void SetUpTestSuite() { installEnglishLabelsOnce(); }
-
-    // A delegate whose alerts and process end are recorded instead of shown.
-    std::unique_ptr<AppDelegate> makeDelegate(const QString& documents)
-    {
-        auto delegate = std::make_unique<AppDelegate>(documents);
-        delegate->settingsFile = this->documents.filePath("bellavenor.conf");
-        delegate->dialogs.showAlert = [this](const Alert& alert) {
-            alerts.push_back(alert);
-            return 0;
-        };
-        delegate->dialogs.endProcess = [this](int status) { exitStatuses.push_back(status); };
-        return delegate;
-    }
-
     std::unique_ptr<AppDelegate> startedDelegate()
     {
-        auto delegate = makeDelegate(documents.path());
+        auto delegate = made(documents.path());
         EXPECT_TRUE(delegate->applicationDidFinishLaunching());
         return delegate;
     }
-
-    QTemporaryDir documents;
-    std::vector<Alert> alerts;
-    std::vector<int> exitStatuses;
 };
 
 QStringList visibleTexts(const MainWindow& window)
@@ -87,7 +67,7 @@ TEST_F(AppDelegateTest, WorkingFolderThatCannotBeMadeEndsStartUpAfterTheAlert)
     QFile blocker(documents.filePath("NotAFolder"));
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
     blocker.close();
-    const auto delegate = makeDelegate(blocker.fileName()); // Documents is a plain file
+    const auto delegate = made(blocker.fileName()); // Documents is a plain file
 
     EXPECT_FALSE(delegate->applicationDidFinishLaunching());
 

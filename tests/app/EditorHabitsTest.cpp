@@ -331,17 +331,11 @@ TEST_F(EditorHabitsTest, RecentPhotosAndTheWindowsPlaceComeBackAtTheNextStart)
     app->window()->resize(1111, 777);
     app->Terminate_App();
 
-    AppDelegate restarted(documents.path());
-    restarted.settingsFile = app->settingsFile;
-    restarted.dialogs.showAlert = [this](const Alert& alert) {
-        alerts.push_back(alert);
-        return 0;
-    };
-    restarted.dialogs.endProcess = [](int) {};
-    ASSERT_TRUE(restarted.applicationDidFinishLaunching());
-    EXPECT_EQ(restarted.recentPhotos().paths(), (QStringList{second, portraitPath()}));
-    EXPECT_EQ(restarted.window()->size(), QSize(1111, 777));
-    EXPECT_TRUE(restarted.document().state == EditingState{}) << "effects start from their defaults";
+    const auto restarted = made(documents.path());
+    ASSERT_TRUE(restarted->applicationDidFinishLaunching());
+    EXPECT_EQ(restarted->recentPhotos().paths(), (QStringList{second, portraitPath()}));
+    EXPECT_EQ(restarted->window()->size(), QSize(1111, 777));
+    EXPECT_TRUE(restarted->document().state == EditingState{}) << "effects start from their defaults";
 }
 
 // Newest first, each photo once, ten at most; a photo gone since is dropped

@@ -7,22 +7,36 @@
 
 #include <gtest/gtest.h>
 
-// A started application in a temporary Documents folder whose alerts are
-// recorded (and answered with `alertAnswer`) instead of shown.
-class StartedDelegateTest : public ::testing::Test {
+// An application whose settings and presets live in a temporary folder and
+// whose alerts are recorded (and answered with `alertAnswer`) instead of
+// shown; started for each test by StartedDelegateTest.
+class DelegateTest : public ::testing::Test {
 protected:
-    void SetUp() override
+    std::unique_ptr<AppDelegate> made(const QString& documentsFolder)
     {
         installEnglishLabelsOnce();
-        app = std::make_unique<AppDelegate>(documents.path());
-        app->settingsFile = documents.filePath("bellavenor.conf");
-        app->presetsFolder = documents.filePath("presets");
-        app->dialogs.showAlert = [this](const Alert& alert) {
+        auto delegate = std::make_unique<AppDelegate>(documentsFolder);
+        delegate->settingsFile = documents.filePath("bellavenor.conf");
+        delegate->presetsFolder = documents.filePath("presets");
+        delegate->dialogs.showAlert = [this](const Alert& alert) {
             alerts.push_back(alert);
             return alertAnswer;
         };
-        app->dialogs.endProcess = [](int) {};
-        app->dialogs.openWithDefaultApplication = [](const QUrl&) {};
+        delegate->dialogs.endProcess = [](int) {};
+        delegate->dialogs.openWithDefaultApplication = [](const QUrl&) {};
+        return delegate;
+    }
+
+    QTemporaryDir documents;
+    std::vector<Alert> alerts;
+    int alertAnswer = 0;
+};
+
+class StartedDelegateTest : public DelegateTest {
+protected:
+    void SetUp() override
+    {
+        app = made(documents.path());
         ASSERT_TRUE(app->applicationDidFinishLaunching());
     }
 
@@ -35,8 +49,5 @@ protected:
 
     static QString portraitPath() { return QString(BELLAVENOR_TEST_DATA) + "/portrait.png"; }
 
-    QTemporaryDir documents;
     std::unique_ptr<AppDelegate> app;
-    std::vector<Alert> alerts;
-    int alertAnswer = 0;
 };

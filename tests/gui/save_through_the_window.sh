@@ -8,11 +8,7 @@ app=$1
 portrait=$2
 for tool in xvfb-run xdotool import compare; do command -v "$tool" >/dev/null || exit 77; done
 
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-export HOME=$work XDG_CONFIG_HOME=$work/.config XDG_RUNTIME_DIR=$work/run
-mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
-unset QT_QPA_PLATFORM
+. "$(dirname "$0")/session.sh"
 target=$work/saved/retouched.png
 mkdir -p "$work/saved"
 

@@ -80,14 +80,9 @@ void plant(QImage& picture, const Planted& spot)
 // the chin.
 PlantedPortrait plantedPortrait(int side)
 {
-    const OpenedPhoto& small = portrait();
-    const double scale = side / small.imgSize.width();
     PlantedPortrait planted;
-    QImage picture = toPicture(small.img_Basic.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-    planted.photo.imgSize = QSizeF(side, side);
-    for (const QPointF& landmark : small.facePointsRelativeToImageSize)
-        planted.photo.facePointsRelativeToImageSize.append(landmark * scale);
-    const FaceLandmarks& p = planted.photo.facePointsRelativeToImageSize;
+    planted.unspotted = enlargedPortrait(side);
+    const FaceLandmarks& p = planted.unspotted.facePointsRelativeToImageSize;
     const double faceWidth = QLineF(p[0], p[16]).length(), size = HealBlemishes::Settings{}.f_Heal_Blemishes_Size / 100;
     planted.moles = {{lerp(p[11], p[54], 0.5), size * faceWidth, kKinds[0]},
                      {lerp(p[8], p[57], 0.75), size * faceWidth, kKinds[0]}};
@@ -97,13 +92,10 @@ PlantedPortrait plantedPortrait(int side)
             planted.spots.push_back({place, (0.22 + 0.03 * (k % 4)) * size * faceWidth, kKinds[k % 3]});
         ++k;
     }
-    planted.unspotted = planted.photo;
-    planted.unspotted.img_Basic = copied(picture);
+    planted.photo = planted.unspotted;
+    planted.photo.img_Basic = copied(planted.unspotted.img_Basic);
     for (const Planted& spot : planted.spots + planted.moles)
-        plant(picture, spot);
-    planted.photo.img_Basic = picture;
-    deriveRegions(planted.photo);
-    deriveRegions(planted.unspotted);
+        plant(planted.photo.img_Basic, spot);
     return planted;
 }
 
