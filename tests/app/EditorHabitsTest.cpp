@@ -11,6 +11,7 @@
 #include "PresetsMenu.h"
 #include "RecentPhotos.h"
 #include "View_Picture.h"
+#include "face/FaceFixtures.h"
 #include "Window_Cheek.h"
 #include "Window_Lips_Color.h"
 #include "ui_MainWindow.h"
@@ -55,14 +56,6 @@ struct Change {
     void (*setUp)(AppDelegate&);
     void (*make)(AppDelegate&, const QString& folder);
 };
-
-QString writtenFile(const QString& folder, const QString& name, const QByteArray& bytes)
-{
-    QFile file(folder + "/" + name);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return file.fileName();
-}
 
 // Every file below `folder`, hidden ones too.
 QStringList filesIn(const QString& folder)

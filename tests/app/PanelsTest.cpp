@@ -150,6 +150,9 @@ TEST_F(PanelsTest, UnderEyeResetMakesTheRingsTheEyeOutlinesAgain)
     EXPECT_EQ(QPointF(path.elementAt(0)), QPointF(r.array_Eye_Left_Points[0].x(), 512 - r.array_Eye_Left_Points[0].y()));
 }
 
+// A click on a circle sets its side's blush centre (percent, y from the
+// top, its marker where the click was) only while cheeks apply without
+// repositioning.
 TEST_F(PanelsTest, CircleClickSetsTheBlushCentreOnlyWhileCheeksApplyWithoutRepositioning)
 {
     EditingState state;
@@ -158,21 +161,17 @@ TEST_F(PanelsTest, CircleClickSetsTheBlushCentreOnlyWhileCheeksApplyWithoutRepos
     circle.b_Left = false;
     int redraws = 0;
     circle.setState(&state, [&] { ++redraws; });
-
-    QTest::mouseClick(&circle, Qt::LeftButton, {}, QPoint(30, 70));
-    EXPECT_EQ(state.pt_MakeUp_Center_Right, QPointF(80, 20)) << "cheeks off: nothing";
-
-    state.b_Apply_Cheeks = true;
-    QTest::mouseClick(&circle, Qt::LeftButton, {}, QPoint(30, 70));
-    EXPECT_EQ(state.pt_MakeUp_Center_Right, QPointF(30, 70)) << "percent, y from the top";
+    for (const auto& [apply, reposition, click, centre] :
+         {std::tuple{false, false, QPoint(30, 70), QPointF(80, 20)}, {true, false, QPoint(30, 70), QPointF(30, 70)},
+          {true, true, QPoint(60, 60), QPointF(30, 70)}}) {
+        state.b_Apply_Cheeks = apply;
+        state.b_Activated_Cheeks_Reposition = reposition;
+        QTest::mouseClick(&circle, Qt::LeftButton, {}, click);
+        EXPECT_EQ(state.pt_MakeUp_Center_Right, centre) << apply << reposition;
+    }
     EXPECT_EQ(state.pt_MakeUp_Center_Left, QPointF(20, 20));
     EXPECT_EQ(redraws, 1);
-    const QImage shown = circle.grab().toImage();
-    EXPECT_EQ(shown.pixelColor(31, 71), QColor(Qt::red)) << "the marker sits where the click was";
-
-    state.b_Activated_Cheeks_Reposition = true;
-    QTest::mouseClick(&circle, Qt::LeftButton, {}, QPoint(60, 60));
-    EXPECT_EQ(state.pt_MakeUp_Center_Right, QPointF(30, 70));
+    EXPECT_EQ(circle.grab().toImage().pixelColor(31, 71), QColor(Qt::red)) << "the marker sits where the click was";
 }
 
 namespace {
