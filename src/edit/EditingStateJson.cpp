@@ -207,15 +207,9 @@ QString problemWith(const char* name, Reading reading)
 const SettingRange kPercent{{"percent of the photo", FieldKind::Setting, 0, 100}};
 const SettingRange kPixels{{"pixels", FieldKind::Setting, -1e7, 1e7}};
 
-template <typename Visit>
-void forEachPhotoField(PhotoEdits& e, Visit&& visit)
+const SettingRange& rangeOf(PhotoEdits::Unit unit)
 {
-    visit("array_Healed_Spots", e.array_Healed_Spots, kPercent);
-    visit("array_Kept_Spots", e.array_Kept_Spots, kPercent);
-    visit("rect_Cheek_Left_Area_To_Paint", e.rect_Cheek_Left_Area_To_Paint, kPixels);
-    visit("rect_Cheek_Right_Area_To_Paint", e.rect_Cheek_Right_Area_To_Paint, kPixels);
-    visit("array_Eye_Darken_Left_Points", e.array_Eye_Darken_Left_Points, kPixels);
-    visit("array_Eye_Darken_Right_Points", e.array_Eye_Darken_Right_Points, kPixels);
+    return unit == PhotoEdits::Unit::Percent ? kPercent : kPixels;
 }
 
 bool readPhoto(const QJsonValue& value, PhotoEditsOf& photo, QString& error)
@@ -229,12 +223,12 @@ bool readPhoto(const QJsonValue& value, PhotoEditsOf& photo, QString& error)
     photo.name = json.value("name").toString();
     photo.size = QSize(width, height);
     QSet<QString> known{"name", "width", "height", "about"};
-    forEachPhotoField(photo.edits, [&](const char* name, auto& field, const SettingRange& range) {
+    photo.edits.forEachField([&](const char* name, auto& field, PhotoEdits::Unit unit) {
         known.insert(name);
         if (!error.isEmpty() || !json.contains(name))
             return;
-        if (const Reading reading = fromJsonValue(json.value(name), field, &range); reading != Reading::Ok)
-            error = problemWith(QString("The photo's \"%1\"").arg(name), reading, &range);
+        if (const Reading reading = fromJsonValue(json.value(name), field, &rangeOf(unit)); reading != Reading::Ok)
+            error = problemWith(QString("The photo's \"%1\"").arg(name), reading, &rangeOf(unit));
     });
     for (auto it = json.begin(); error.isEmpty() && it != json.end(); ++it)
         if (!known.contains(it.key()))
@@ -256,9 +250,7 @@ QJsonObject toJson(const PhotoEditsOf& photo)
                      {"width", photo.size.width()},
                      {"height", photo.size.height()}};
     PhotoEdits edits = photo.edits;
-    forEachPhotoField(edits, [&](const char* name, const auto& field, const SettingRange&) {
-        json.insert(name, toJsonValue(field));
-    });
+    edits.forEachField([&](const char* name, const auto& field, PhotoEdits::Unit) { json.insert(name, toJsonValue(field)); });
     return json;
 }
 

@@ -30,6 +30,21 @@ struct PhotoEdits {
     PointList array_Healed_Spots;
     PointList array_Kept_Spots;
 
+    // Calls visit(name, field, unit) for what a settings file keeps of it,
+    // in this order: the spots in percent of the photo, the areas and ring
+    // points in its pixels. A field added here is kept with the photo.
+    enum class Unit { Percent, Pixels };
+    template <typename Visit>
+    void forEachField(Visit&& visit)
+    {
+        visit("array_Healed_Spots", array_Healed_Spots, Unit::Percent);
+        visit("array_Kept_Spots", array_Kept_Spots, Unit::Percent);
+        visit("rect_Cheek_Left_Area_To_Paint", rect_Cheek_Left_Area_To_Paint, Unit::Pixels);
+        visit("rect_Cheek_Right_Area_To_Paint", rect_Cheek_Right_Area_To_Paint, Unit::Pixels);
+        visit("array_Eye_Darken_Left_Points", array_Eye_Darken_Left_Points, Unit::Pixels);
+        visit("array_Eye_Darken_Right_Points", array_Eye_Darken_Right_Points, Unit::Pixels);
+    }
+
     // As the photo's regions have them.
     static PhotoEdits of(const FaceRegions& regions);
 
