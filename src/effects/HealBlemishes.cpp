@@ -1,12 +1,10 @@
 #include "HealBlemishes.h"
 
-#include "ImageSpace.h"
+#include "FaceSkin.h"
+#include "FrequencyHeal.h"
 #include "Picture.h"
 
-#include <QPainter>
-
 #include <opencv2/imgproc.hpp>
-#include <opencv2/photo.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -32,91 +30,6 @@ namespace {
 // gives the same spots from a 1 MP and a 64 MP photo, and the search costs
 // the same at any size.
 constexpr double kWorkingWidth = 400;
-
-// The face's part of the photo at the working scale, and where spots may be
-// healed on it: the face's skin without eyes, brows, lids, nostrils, lips
-// and mouth, kept clear of them by a margin.
-struct Face {
-    cv::Rect area; // photo pixels, y down
-    double scale = 0; // working pixels per photo pixel
-    cv::Mat rgb;      // 8-bit R, G, B
-    cv::Mat allowed;  // 255 where a spot may be healed
-    bool isEmpty() const { return rgb.empty(); }
-    // Whether a photo point (pixels, y down) may be healed.
-    bool allows(QPointF photoPoint) const
-    {
-        const int x = int(std::floor((photoPoint.x() - area.x) * scale));
-        const int y = int(std::floor((photoPoint.y() - area.y) * scale));
-        return x >= 0 && y >= 0 && x < allowed.cols && y < allowed.rows && allowed.at<uchar>(y, x) != 0;
-    }
-};
-
-cv::Mat pixelsOf(const QImage& picture)
-{
-    return cv::Mat(picture.height(), picture.width(), CV_8UC4, const_cast<uchar*>(picture.constBits()),
-                   size_t(picture.bytesPerLine()));
-}
-
-// The band of a brow: its points and the same points lifted by its height.
-QPainterPath browBand(const FaceLandmarks& p, int first, double height)
-{
-    QPainterPath band(p[first]);
-    for (int i = first + 1; i <= first + 4; ++i)
-        band.lineTo(p[i]);
-    for (int i = first + 4; i >= first; --i)
-        band.lineTo(p[i] - QPointF(0, height));
-    band.closeSubpath();
-    return band;
-}
-
-cv::Mat allowedMask(const OpenedPhoto& photo, const Face& face, double faceWidth)
-{
-    QImage mask(face.rgb.cols, face.rgb.rows, QImage::Format_Grayscale8);
-    mask.fill(Qt::black);
-    const FaceRegions& r = photo.regions;
-    const double h = photo.imgSize.height();
-    QPainter painter(&mask);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(face.scale, face.scale);
-    painter.translate(-face.area.x, -face.area.y);
-    painter.fillPath(flipped(r.path_Face, h), Qt::white);
-    for (const QPainterPath* feature : {&r.path_Eye_Left, &r.path_Eye_Right, &r.path_Space_Between_Eye_Eyebrow_Left,
-                                        &r.path_Space_Between_Eye_Eyebrow_Right, &r.path_Nose, &r.path_Lips,
-                                        &r.path_Inside_Mouth})
-        painter.fillPath(flipped(*feature, h), Qt::black);
-    const FaceLandmarks& landmarks = photo.facePointsRelativeToImageSize;
-    painter.fillPath(browBand(landmarks, 17, 0.07 * faceWidth), Qt::black);
-    painter.fillPath(browBand(landmarks, 22, 0.07 * faceWidth), Qt::black);
-    painter.end();
-    // Only what is wholly white counts, kept clear of the rest by 2 % of the face.
-    cv::Mat allowed = cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())) == 255;
-    const int margin = int(std::lround(0.02 * kWorkingWidth));
-    cv::erode(allowed, allowed, cv::getStructuringElement(cv::MORPH_ELLIPSE, {2 * margin + 1, 2 * margin + 1}));
-    return allowed;
-}
-
-Face faceOf(const OpenedPhoto& photo)
-{
-    Face face;
-    const FaceLandmarks& p = photo.facePointsRelativeToImageSize;
-    if (p.size() < kLandmarkCount || photo.isEmpty())
-        return face;
-    const double faceWidth = std::hypot(p[16].x() - p[0].x(), p[16].y() - p[0].y());
-    const QRect area = flipped(photo.regions.rect_Face_Skin, photo.imgSize.height()).toAlignedRect()
-                       & QRect(QPoint(0, 0), photo.img_Basic.size());
-    if (faceWidth < 8 || area.width() < 8 || area.height() < 8)
-        return face;
-    face.area = cv::Rect(area.x(), area.y(), area.width(), area.height());
-    face.scale = kWorkingWidth / faceWidth;
-    const QImage picture = toPicture(photo.img_Basic);
-    const cv::Size size(std::max(1, int(std::lround(area.width() * face.scale))),
-                        std::max(1, int(std::lround(area.height() * face.scale))));
-    cv::Mat rgba;
-    cv::resize(pixelsOf(picture)(face.area), rgba, size, 0, 0, face.scale < 1 ? cv::INTER_AREA : cv::INTER_LINEAR);
-    cv::cvtColor(rgba, face.rgb, cv::COLOR_RGBA2RGB);
-    face.allowed = allowedMask(photo, face, faceWidth);
-    return face;
-}
 
 // A robust spread of the values where `mask` is set: 1.4826 × their median
 // distance from 0 (the values are differences from a local median).
@@ -162,7 +75,7 @@ void residual(const cv::Mat& channel, int window, const cv::Mat& allowed, cv::Ma
     spread = cv::max(spread, std::max(0.5 * faceSpread, 1.0));
 }
 
-Contrast contrastOf(const Face& face, int spotWidth)
+Contrast contrastOf(const FaceSkin& face, int spotWidth)
 {
     cv::Mat rgb;
     face.rgb.convertTo(rgb, CV_32F);
@@ -220,7 +133,7 @@ double healedRadius(double radius) { return 1.5 * radius + 1; }
 double fadeWidth(double radius) { return std::max(1.0, 0.6 * healedRadius(radius)); }
 
 // Whether a spot's healed and faded area lies on healable skin.
-bool clearOfFeatures(const Face& face, QPointF centre, double radius)
+bool clearOfFeatures(const FaceSkin& face, QPointF centre, double radius)
 {
     const double reach = healedRadius(radius) + fadeWidth(radius);
     for (int k = 0; k < 16; ++k) {
@@ -233,12 +146,12 @@ bool clearOfFeatures(const Face& face, QPointF centre, double radius)
 
 // One search of a photo for spots with one Size and Strength.
 struct Search {
-    Face face;
+    FaceSkin face;
     Contrast contrast;
     double widest = 0; // the largest spot, in working pixels
 
     Search(const OpenedPhoto& photo, const HealBlemishes::Settings& s)
-        : face(faceOf(photo))
+        : face(FaceSkin::of(photo, kWorkingWidth))
         , widest(std::max(2.0, double(s.f_Heal_Blemishes_Size) * kWorkingWidth / 100))
     {
         if (!face.isEmpty())
@@ -283,7 +196,7 @@ struct Search {
 // The skin a spot is healed with: a patch at about twice its healed reach,
 // in the direction where the skin is calmest — its strongest spot first, so
 // that no neighbouring spot is copied in as texture.
-std::optional<QPointF> sourceFor(const Face& face, const cv::Mat& score, QPointF centre, double radius, QSize size)
+std::optional<QPointF> sourceFor(const FaceSkin& face, const cv::Mat& score, QPointF centre, double radius, QSize size)
 {
     const double reach = healedRadius(radius) + fadeWidth(radius), away = 2.2 * reach;
     std::optional<QPointF> best;
@@ -306,50 +219,6 @@ std::optional<QPointF> sourceFor(const Face& face, const cv::Mat& score, QPointF
     return best;
 }
 
-// Frequency separation: the spot's area filled from its border (inpainted,
-// then only its low frequencies kept) plus the fine texture of the source
-// patch, faded in over the spot's border. OpenCV's inpainting alone would
-// leave a flat, smudged patch; the texture copied alone would carry the
-// source's shade.
-void healSpot(QImage& picture, const Face& face, const HealBlemishes::Spot& spot, std::optional<QPointF> source)
-{
-    const double healed = healedRadius(spot.radius), fade = fadeWidth(spot.radius);
-    const double sigma = std::max(1.0, healed / 2);
-    const int half = int(std::ceil(healed + fade + 3 * sigma));
-    const cv::Point c(int(std::lround(spot.centre.x())), int(std::lround(spot.centre.y())));
-    const cv::Rect box = cv::Rect(c.x - half, c.y - half, 2 * half + 1, 2 * half + 1)
-                         & cv::Rect(0, 0, picture.width(), picture.height());
-    cv::Mat pixels = pixelsOf(picture)(box), target, disk = cv::Mat::zeros(box.size(), CV_8U);
-    cv::cvtColor(pixels, target, cv::COLOR_RGBA2RGB);
-    cv::circle(disk, c - box.tl(), int(std::ceil(healed)), 255, cv::FILLED);
-    cv::Mat filled, low, texture = cv::Mat::zeros(box.size(), CV_32FC3);
-    cv::inpaint(target, disk, filled, 3, cv::INPAINT_TELEA);
-    filled.convertTo(low, CV_32F);
-    cv::GaussianBlur(low, low, {0, 0}, sigma);
-    if (source) {
-        const cv::Rect from = box + (cv::Point(int(std::lround(source->x())), int(std::lround(source->y()))) - c);
-        if ((from & cv::Rect(0, 0, picture.width(), picture.height())) == from) {
-            cv::Mat patch, smooth;
-            cv::cvtColor(pixelsOf(picture)(from), patch, cv::COLOR_RGBA2RGB);
-            patch.convertTo(patch, CV_32F);
-            cv::GaussianBlur(patch, smooth, {0, 0}, sigma);
-            texture = patch - smooth;
-        }
-    }
-    for (int y = 0; y < box.height; ++y)
-        for (int x = 0; x < box.width; ++x) {
-            uchar* p = pixels.ptr<uchar>(y, x);
-            const QPointF at(box.x + x, box.y + y);
-            const double d = QLineF(at, spot.centre).length();
-            if (p[3] != 255 || d >= healed + fade || !face.allows(at))
-                continue;
-            const double alpha = d <= healed ? 1 : 0.5 + 0.5 * std::cos(std::numbers::pi * (d - healed) / fade);
-            const cv::Vec3f want = low.at<cv::Vec3f>(y, x) + texture.at<cv::Vec3f>(y, x);
-            for (int k = 0; k < 3; ++k)
-                p[k] = cv::saturate_cast<uchar>(p[k] + alpha * (want[k] - p[k]));
-        }
-}
-
 OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Settings& s, const PhotoEdits& edits)
 {
     OpenedPhoto healed = photo;
@@ -359,8 +228,9 @@ OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Settings&
         return healed;
     healed.img_Basic = copied(toPicture(photo.img_Basic));
     for (const HealBlemishes::Spot& spot : spots)
-        healSpot(healed.img_Basic, search.face, spot,
-                 sourceFor(search.face, search.contrast.score, spot.centre, spot.radius, healed.img_Basic.size()));
+        healDisc(healed.img_Basic, spot.centre, healedRadius(spot.radius), fadeWidth(spot.radius),
+                 sourceFor(search.face, search.contrast.score, spot.centre, spot.radius, healed.img_Basic.size()),
+                 [&](QPointF at) { return search.face.allows(at); });
     return healed;
 }
 
