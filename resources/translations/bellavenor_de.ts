@@ -319,6 +319,14 @@
 <context>
     <name>Effects</name>
     <message>
+        <source>The largest spot healed, as a share of the face&apos;s width (300 is 3 %); a larger mark, such as a mole, stays</source>
+        <translation>Der größte entfernte Fleck, als Anteil der Gesichtsbreite (300 sind 3 %); ein größeres Mal, etwa ein Leberfleck, bleibt</translation>
+    </message>
+    <message>
+        <source>How faint a spot may be and still be healed: at 0 only spots that stand out clearly, at 100 faint ones too</source>
+        <translation>Wie schwach ein Fleck sein darf, um noch entfernt zu werden: bei 0 nur deutlich sichtbare, bei 100 auch schwache</translation>
+    </message>
+    <message>
         <source>Drag a blush area&apos;s corner to resize it, its inside to move it</source>
         <translation>Eine Ecke des Rouge-Bereichs ziehen ändert seine Größe, sein Inneres verschiebt ihn</translation>
     </message>

@@ -16,10 +16,22 @@ const PanelDescription& HealBlemishes::panel()
     static const PanelDescription panel{
         row.label,
         {{ControlKind::Apply, "b_Heal_Blemishes", "checkApply"},
-         {ControlKind::Slider, "f_Heal_Blemishes_Size", "slider_Size", {QT_TRANSLATE_NOOP("Effects", "Size")},
-          "label_Size", "label_Size_Value"},
-         {ControlKind::Slider, "u_Heal_Blemishes_Strength", "slider_Strength",
-          {QT_TRANSLATE_NOOP("Effects", "Strength")}, "label_Strength", "label_Strength_Value"},
+         {.kind = ControlKind::Slider,
+          .field = "f_Heal_Blemishes_Size",
+          .control = "slider_Size",
+          .label = {QT_TRANSLATE_NOOP("Effects", "Size")},
+          .caption = "label_Size",
+          .value = "label_Size_Value",
+          .meaning = QT_TRANSLATE_NOOP("Effects", "The largest spot healed, as a share of the face's width "
+                                                  "(300 is 3 %); a larger mark, such as a mole, stays")},
+         {.kind = ControlKind::Slider,
+          .field = "u_Heal_Blemishes_Strength",
+          .control = "slider_Strength",
+          .label = {QT_TRANSLATE_NOOP("Effects", "Strength")},
+          .caption = "label_Strength",
+          .value = "label_Strength_Value",
+          .meaning = QT_TRANSLATE_NOOP("Effects", "How faint a spot may be and still be healed: at 0 only spots "
+                                                  "that stand out clearly, at 100 faint ones too")},
          {ControlKind::Mode, "b_Activated_Heal_Spots", "checkEditSpots", {QT_TRANSLATE_NOOP("Effects", "Edit spots")}}}};
     return panel;
 }

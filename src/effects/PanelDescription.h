@@ -29,6 +29,9 @@ struct PanelControl {
     bool writesOnly = false;
     // The controls that rest while a mode is on.
     std::vector<const char*> rests = {};
+    // What the setting means, shown as the control's and caption's tooltip
+    // (an "Effects" label).
+    const char* meaning = nullptr;
 };
 
 struct PanelDescription {

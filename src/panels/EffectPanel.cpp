@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
@@ -121,6 +122,10 @@ void EffectPanel::bind()
             label->setText(caption(c));
             label->setWordWrap(true); // a long caption takes two lines, not the photo's width
         }
+        if (c.meaning)
+            for (QWidget* widget : {findChild<QWidget*>(c.control), c.caption ? findChild<QWidget*>(c.caption) : nullptr})
+                if (widget)
+                    widget->setToolTip(QCoreApplication::translate("Effects", c.meaning));
     }
 }
 

@@ -303,6 +303,7 @@ TEST_F(PanelsTest, EveryControlOfEveryOpenPanelShowsTheStateAfterUndoDefaultsAnd
                 } else if (auto* box = qobject_cast<QCheckBox*>(control)) {
                     EXPECT_EQ(box->isChecked(), number != 0) << c.field << " after " << after;
                 }
+                EXPECT_TRUE(!c.meaning || control->toolTip() == c.meaning) << c.field << ": says what it means";
             }
     };
     app->document().replaceSettings(randomSettings(21), "a settings file");
