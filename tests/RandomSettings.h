@@ -22,8 +22,7 @@ inline EditingState randomSettings(unsigned seed)
         const SettingRange* range = settingRange(name);
         std::uniform_real_distribution<double> within(range ? range->min : 0, range ? range->max : 1);
         if constexpr (std::is_same_v<Value, bool>)
-            value = QByteArray(name).startsWith("b_") && !QByteArray(name).contains("Activated")
-                    && qstrcmp(name, "b_Cheeks_Picking_Color") != 0;
+            value = QByteArray(name).startsWith("b_") && !(range && range->kind == FieldKind::Mode);
         else if constexpr (std::is_same_v<Value, std::uint64_t>)
             value = Value(std::lround(within(random)));
         else if constexpr (std::is_same_v<Value, float>)

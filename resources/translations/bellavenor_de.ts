@@ -319,6 +319,26 @@
 <context>
     <name>Effects</name>
     <message>
+        <source>Show spots</source>
+        <translation>Flecken zeigen</translation>
+    </message>
+    <message>
+        <source>1 spot healed</source>
+        <translation>1 Fleck entfernt</translation>
+    </message>
+    <message>
+        <source>%1 spots healed</source>
+        <translation>%1 Flecken entfernt</translation>
+    </message>
+    <message>
+        <source>1 mark kept</source>
+        <translation>1 Mal behalten</translation>
+    </message>
+    <message>
+        <source>%1 marks kept</source>
+        <translation>%1 Male behalten</translation>
+    </message>
+    <message>
         <source>The largest spot healed, as a share of the face&apos;s width (300 is 3 %); a larger mark, such as a mole, stays</source>
         <translation>Der größte entfernte Fleck, als Anteil der Gesichtsbreite (300 sind 3 %); ein größeres Mal, etwa ein Leberfleck, bleibt</translation>
     </message>

@@ -157,6 +157,8 @@ void AppDelegate::showStatus()
     // What the mouse does now, while a tool on the photo is on.
     if (const PhotoTool* tool = view->activeTool())
         status += "    " + tool->hint();
+    for (const QString& note : viewPreview()->overlayNotes())
+        status += "    " + note;
     line->setText(status);
 }
 

@@ -123,7 +123,8 @@ struct HealBlemishesSettings {
     SWITCH(b_Heal_Blemishes)                                                                              \
     SETTING(float, f_Heal_Blemishes_Size, 3.0f, 0.5, 8, Hundredths, "Heal Blemishes Size")                \
     SETTING(std::uint64_t, u_Heal_Blemishes_Strength, 50, 0, 100, AsIs, "Heal Blemishes Strength")        \
-    MODE(bool, b_Activated_Heal_Spots, false, 0, 1, false)
+    MODE(bool, b_Activated_Heal_Spots, false, 0, 1, false)                                               \
+    MODE(bool, b_Show_Spots, false, 0, 1, false)
     BELLAVENOR_SETTINGS_BLOCK(HealBlemishesSettings, BELLAVENOR_HEAL_BLEMISHES_FIELDS)
     static constexpr auto effectSwitch = &HealBlemishesSettings::b_Heal_Blemishes;
 };

@@ -32,7 +32,8 @@ const PanelDescription& HealBlemishes::panel()
           .value = "label_Strength_Value",
           .meaning = QT_TRANSLATE_NOOP("Effects", "How faint a spot may be and still be healed: at 0 only spots "
                                                   "that stand out clearly, at 100 faint ones too")},
-         {ControlKind::Mode, "b_Activated_Heal_Spots", "checkEditSpots", {QT_TRANSLATE_NOOP("Effects", "Edit spots")}}}};
+         {ControlKind::Mode, "b_Activated_Heal_Spots", "checkEditSpots", {QT_TRANSLATE_NOOP("Effects", "Edit spots")}},
+         {ControlKind::Toggle, "b_Show_Spots", "checkShowSpots", {QT_TRANSLATE_NOOP("Effects", "Show spots")}}}};
     return panel;
 }
 
@@ -254,6 +255,16 @@ std::vector<HealBlemishes::Spot> HealBlemishes::spotsOf(const OpenedPhoto& photo
     return Search(photo, s).healed(photo, s, edits);
 }
 
+HealBlemishes::Outcome HealBlemishes::outcomeOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits)
+{
+    const Search search(photo, s);
+    Outcome outcome{search.healed(photo, s, edits), {}};
+    if (!search.face.isEmpty())
+        for (QPointF percent : edits.array_Kept_Spots)
+            outcome.kept.push_back({photo.pixelAtOpenedPercent(percent), search.clickedRadius()});
+    return outcome;
+}
+
 const char* HealBlemishes::click(const OpenedPhoto& photo, const Settings& s, PhotoEdits& edits, QPointF percent)
 {
     const Search search(photo, s);
@@ -315,9 +326,56 @@ public:
         return QCoreApplication::translate("Effects", "Click a spot to heal it, a healed spot to keep it");
     }
 
+    // "Show spots": each healed spot ringed green where it is healed, each
+    // mark kept ringed orange and dashed.
+    void paintOverlay(QPainter& painter, const QTransform& toView, const ToolTarget& target) override
+    {
+        if (!shown())
+            return;
+        const HealBlemishes::Outcome& found = outcomeOn(target);
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(Qt::NoBrush);
+        const auto ring = [&](const HealBlemishes::Spot& spot) {
+            const double r = std::max(3.0, (1.5 * spot.radius + 1) * toView.m11());
+            painter.drawEllipse(toView.map(spot.centre), r, r);
+        };
+        painter.setPen(QPen(QColor(40, 230, 120), 1.5));
+        std::ranges::for_each(found.healed, ring);
+        painter.setPen(QPen(QColor(255, 165, 0), 1.5, Qt::DashLine));
+        std::ranges::for_each(found.kept, ring);
+        painter.restore();
+    }
+
+    QString overlayNote(const ToolTarget& target) override
+    {
+        if (!shown())
+            return {};
+        const HealBlemishes::Outcome& found = outcomeOn(target);
+        const auto count = [](std::size_t n, const char* one, const char* many) {
+            return n == 1 ? QCoreApplication::translate("Effects", one)
+                          : QCoreApplication::translate("Effects", many).arg(n);
+        };
+        return count(found.healed.size(), "1 spot healed", "%1 spots healed") + ", "
+               + count(found.kept.size(), "1 mark kept", "%1 marks kept");
+    }
+
 private:
+    bool shown() const { return s_.b_Heal_Blemishes && s_.b_Show_Spots; }
+
+    // Found again only when the photo, the settings or the clicks changed.
+    const HealBlemishes::Outcome& outcomeOn(const ToolTarget& target)
+    {
+        const OpenedPhoto& photo = target.openedPhoto();
+        const PhotoEdits& edits = target.photoEdits();
+        const HealBlemishes::Key key{photo.img_Basic.cacheKey(), s_.f_Heal_Blemishes_Size,
+                                     s_.u_Heal_Blemishes_Strength, edits.array_Healed_Spots, edits.array_Kept_Spots};
+        return outcome_.get(key, [&](HealBlemishes::Outcome& made) { made = HealBlemishes::outcomeOf(photo, s_, edits); });
+    }
+
     HealBlemishes::Settings& s_;
     std::optional<QPointF> pressedAt_; // view pixels, y down
+    Memo<HealBlemishes::Key, HealBlemishes::Outcome> outcome_;
 };
 
 } // namespace

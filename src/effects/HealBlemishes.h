@@ -44,6 +44,13 @@ struct HealBlemishes {
     // clicked on it.
     static std::vector<Spot> spotsOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits);
 
+    // What the photo shows: the spots healed, and the marks kept where they
+    // were clicked, at a click's size.
+    struct Outcome {
+        std::vector<Spot> healed, kept;
+    };
+    static Outcome outcomeOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits);
+
     // A click at `percent` of the photo (y from the top) while editing
     // spots: a healed spot there is kept as it was, else a spot of the
     // current size is healed there. Says the step's name; nothing changed

@@ -14,6 +14,8 @@ enum class ControlKind {
             // one effect's mode at a time: the mouse means one thing
     Slider, // a number, its range and scale from the settings list
     Colour, // a colour well
+    Toggle, // a choice of the window's own (what the preview shows); it
+            // needs the effect on
 };
 
 struct PanelControl {

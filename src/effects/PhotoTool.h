@@ -58,9 +58,13 @@ public:
     // The pointer moved with no button down: the cursor to show, or none to
     // leave the cursor as it is.
     virtual std::optional<QCursor> hover(const ToolPointer&, const ToolTarget&) { return std::nullopt; }
-    // Drawn over the preview only; `photoToView` maps photo pixels (y down)
+    // Drawn over the preview only, whether the tool is on or not (an effect
+    // may outline what it found); `photoToView` maps photo pixels (y down)
     // to the view.
-    virtual void paintOverlay(QPainter&, const QTransform& /*photoToView*/, const ToolTarget&) const {}
+    virtual void paintOverlay(QPainter&, const QTransform& /*photoToView*/, const ToolTarget&) {}
     // What the status line says while the tool is on.
     virtual QString hint() const { return {}; }
+    // What the status line says of what the overlay shows, when it shows
+    // anything.
+    virtual QString overlayNote(const ToolTarget&) { return {}; }
 };

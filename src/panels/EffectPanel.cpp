@@ -83,7 +83,7 @@ void EffectPanel::build()
     for (const PanelControl& c : effect_.panel().controls) {
         const int row = grid->rowCount();
         QWidget* control = nullptr;
-        if (c.kind == ControlKind::Apply || c.kind == ControlKind::Mode)
+        if (c.kind == ControlKind::Apply || c.kind == ControlKind::Mode || c.kind == ControlKind::Toggle)
             grid->addWidget(control = new QCheckBox(this), row, 0, 1, 3);
         else {
             auto* label = new QLabel(this);
@@ -116,6 +116,7 @@ void EffectPanel::bind()
         case ControlKind::Mode: bindMode(c); break;
         case ControlKind::Slider: bindSlider(c); break;
         case ControlKind::Colour: bindColour(c); break;
+        case ControlKind::Toggle: bindToggle(c); break;
         }
         if (c.caption && c.label[0]) {
             auto* label = findChild<QLabel*>(c.caption);
@@ -191,6 +192,28 @@ void EffectPanel::bindApply(const PanelControl& c)
             modeBox->setEnabled(checked);
             enableResting(checked);
         }
+        for (const PanelControl& toggle : effect_.panel().controls)
+            if (toggle.kind == ControlKind::Toggle && !checked)
+                *fieldOf<bool>(state(), toggle.field) = false;
+        changed(c.field);
+        showState();
+    });
+}
+
+// A choice of the window's own, such as what the preview outlines: it
+// needs the effect on, and ends with it.
+void EffectPanel::bindToggle(const PanelControl& c)
+{
+    auto* box = findChild<QCheckBox*>(c.control);
+    box->setText(caption(c));
+    bool& chosen = *fieldOf<bool>(state(), c.field);
+    const bool& on = state().*effect_.effectSwitch;
+    addShow(box, [box, &chosen, &on] {
+        box->setChecked(chosen && on);
+        box->setEnabled(on);
+    });
+    connect(box, &QCheckBox::toggled, this, [this, c, &chosen](bool checked) {
+        chosen = checked;
         changed(c.field);
     });
 }

@@ -70,6 +70,7 @@ private:
     void bindMode(const PanelControl& control);
     void bindSlider(const PanelControl& control);
     void bindColour(const PanelControl& control);
+    void bindToggle(const PanelControl& control);
     const PanelControl* modeControl() const;
 
     const EffectInfo& effect_;

@@ -83,11 +83,11 @@ void View_Picture::paintEvent(QPaintEvent*)
     if (working.picture || failure.isEmpty())
         showFramed(working);
     painter.drawImage(QPointF(0, 0), shown_);
-    if (const PhotoTool* tool = toolOn()) {
-        const QRectF onScreen = flipped(rectDrawCamera(), height());
-        const double k = onScreen.width() / photoSize().width();
+    const QRectF onScreen = flipped(rectDrawCamera(), height());
+    const double k = onScreen.width() / photoSize().width();
+    painter.setClipRect(onScreen & QRectF(rect()));
+    for (const std::unique_ptr<PhotoTool>& tool : tools_)
         tool->paintOverlay(painter, QTransform::fromTranslate(onScreen.x(), onScreen.y()).scale(k, k), *target_);
-    }
 }
 
 // The part of the photo in view, at the size it is shown.
@@ -267,6 +267,16 @@ PhotoTool* View_Picture::toolOn() const
 }
 
 const PhotoTool* View_Picture::activeTool() const { return toolOn(); }
+
+QStringList View_Picture::overlayNotes()
+{
+    QStringList notes;
+    if (hasPhoto())
+        for (const std::unique_ptr<PhotoTool>& tool : tools_)
+            if (const QString note = tool->overlayNote(*target_); !note.isEmpty())
+                notes << note;
+    return notes;
+}
 
 void View_Picture::mousePressEvent(QMouseEvent* event)
 {

@@ -6,6 +6,7 @@
 
 #include <QColorTransform>
 #include <QRectF>
+#include <QStringList>
 #include <QWidget>
 
 #include <functional>
@@ -40,6 +41,8 @@ public:
 
     // The tool of the mouse mode that is on, if any.
     const PhotoTool* activeTool() const;
+    // What the tools' overlays show, for the status line.
+    QStringList overlayNotes();
 
     // The left button on the photo, handed to the active tool; the fields
     // are the gesture's (view space, y up).

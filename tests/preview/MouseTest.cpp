@@ -233,5 +233,30 @@ TEST_P(MouseTest, EditSpotsHealsAndKeepsTheSpotClickedEachClickOneStep)
     EXPECT_TRUE(photoEdits.array_Healed_Spots.isEmpty() && photoEdits.array_Kept_Spots.isEmpty());
 }
 
+// Show spots rings each healed spot on the preview, centred on it, never
+// in the picture, and the status note counts them.
+TEST_P(MouseTest, ShowSpotsRingsTheHealedSpotsOnThePreviewOnly)
+{
+    state.b_Heal_Blemishes = true;
+    photoEdits.array_Healed_Spots = {cheekPercent()};
+    redraw();
+    const QImage without = view.grab().toImage(), picture = shows.session.compositor().working().copy();
+    state.b_Show_Spots = true;
+    redraw();
+    const QImage with = view.grab().toImage();
+    QRect ring;
+    for (int y = 0; y < with.height(); ++y)
+        for (int x = 0; x < with.width(); ++x)
+            if (with.pixel(x, y) != without.pixel(x, y))
+                ring |= QRect(x, y, 1, 1);
+    const QPointF cheek(cheekPercent().x() * photo.imgSize.width() / 100, cheekPercent().y() * photo.imgSize.height() / 100);
+    ASSERT_FALSE(ring.isEmpty());
+    EXPECT_LT(QLineF(QRectF(ring).center(), atTopDown(cheek) * view.devicePixelRatioF()).length(), 2);
+    EXPECT_TRUE(shows.session.compositor().working() == picture) << "never in the picture";
+    EXPECT_EQ(view.overlayNotes(), QStringList{"1 spot healed, 0 marks kept"});
+    state.b_Heal_Blemishes = false;
+    EXPECT_TRUE(view.overlayNotes().isEmpty()) << "only while the effect is on";
+}
+
 INSTANTIATE_TEST_SUITE_P(FittedAndAtActualPixels, MouseTest, ::testing::Values(false, true),
                          [](const auto& info) { return info.param ? "AtActualPixels" : "Fitted"; });
