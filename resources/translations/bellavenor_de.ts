@@ -312,6 +312,10 @@
         <translation>Fleck heilen</translation>
     </message>
     <message>
+        <source>Heal Stroke</source>
+        <translation>Strich heilen</translation>
+    </message>
+    <message>
         <source>Keep Spot</source>
         <translation>Fleck behalten</translation>
     </message>
@@ -359,8 +363,8 @@
         <translation>Einen grünen Punkt ziehen formt einen Augenring um</translation>
     </message>
     <message>
-        <source>Click a spot to heal it, a healed spot to keep it</source>
-        <translation>Einen Fleck anklicken entfernt ihn, einen entfernten anklicken behält ihn</translation>
+        <source>Click a spot to heal it, a healed spot to keep it; drag to heal along a line</source>
+        <translation>Einen Fleck anklicken entfernt ihn, einen entfernten anklicken behält ihn; ziehen entfernt entlang einer Linie</translation>
     </message>
     <message>
         <source>Heal Blemishes</source>

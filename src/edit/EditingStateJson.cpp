@@ -40,6 +40,13 @@ QJsonValue toJsonValue(const PointList& points)
         array.append(toJsonValue(p));
     return array;
 }
+QJsonValue toJsonValue(const QList<PointList>& lists)
+{
+    QJsonArray array;
+    for (const PointList& points : lists)
+        array.append(toJsonValue(points));
+    return array;
+}
 
 // A component that is a whole number of 255ths, as the hex form reads it.
 bool eightBit(float component)
@@ -135,6 +142,28 @@ Reading fromJsonValue(const QJsonValue& v, PointList& out, const SettingRange* r
         points.append(p);
     }
     out = points;
+    return Reading::Ok;
+}
+
+// Paths of points: each at least one point, all of them together no more
+// than a list may hold.
+Reading fromJsonValue(const QJsonValue& v, QList<PointList>& out, const SettingRange* range)
+{
+    if (!v.isArray())
+        return Reading::WrongType;
+    QList<PointList> lists;
+    qsizetype points = 0;
+    for (const QJsonValue& item : v.toArray()) {
+        PointList list;
+        if (const Reading reading = fromJsonValue(item, list, range); reading != Reading::Ok)
+            return reading;
+        if (list.isEmpty())
+            return Reading::WrongType;
+        if ((points += list.size()) > kLongestPointList)
+            return Reading::TooLong;
+        lists.append(list);
+    }
+    out = lists;
     return Reading::Ok;
 }
 

@@ -232,18 +232,54 @@ std::optional<QPointF> sourceFor(const FaceSkin& face, const cv::Mat& score, QPo
     return best;
 }
 
+// A stroke healed at once, as wide as a click heals, its texture from the
+// skin beside it: the stroke moved across its own direction, to the side
+// clear of the features.
+void healStroke(QImage& picture, const FaceSkin& face, const OpenedPhoto& photo, const PointList& stroke, double radius)
+{
+    std::vector<cv::Point> path;
+    for (QPointF percent : stroke) {
+        const QPointF at = photo.pixelAtOpenedPercent(percent);
+        path.emplace_back(int(std::lround(at.x())), int(std::lround(at.y())));
+    }
+    const double half = healedRadius(radius), fade = fadeWidth(radius);
+    const cv::Rect bounds = cv::boundingRect(path);
+    const int pad = int(std::ceil(half)) + 1;
+    const cv::Point origin(bounds.x - pad, bounds.y - pad);
+    cv::Mat mask = cv::Mat::zeros(bounds.height + 2 * pad, bounds.width + 2 * pad, CV_8U);
+    std::vector<cv::Point> shifted;
+    for (const cv::Point& at : path) {
+        shifted.push_back(at - origin);
+        cv::circle(mask, at - origin, int(std::ceil(half)), 255, cv::FILLED);
+    }
+    cv::polylines(mask, shifted, false, 255, 2 * int(std::ceil(half)) + 1);
+    const QPointF along = QPointF(path.back().x - path.front().x, path.back().y - path.front().y);
+    const double length = std::max(1.0, QLineF(QPointF(0, 0), along).length());
+    const QPointF across = QPointF(-along.y(), along.x()) / length * 2.2 * (half + fade);
+    std::optional<QPoint> source;
+    for (const QPointF side : {across, -across})
+        if (!source && std::ranges::all_of(path, [&](const cv::Point& at) { return face.allows(QPointF(at.x, at.y) + side); }))
+            source = side.toPoint();
+    healArea(picture, mask, QPoint(origin.x, origin.y), fade, std::max(1.0, half / 2), source,
+             [&](QPointF at) { return face.allows(at); });
+}
+
 OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Settings& s, const PhotoEdits& edits)
 {
     OpenedPhoto healed = photo;
     const Search search(photo, s);
     const std::vector<HealBlemishes::Spot> spots = search.healed(photo, s, edits);
-    if (spots.empty())
+    const bool strokes = !search.face.isEmpty() && !edits.array_Heal_Strokes.isEmpty();
+    if (spots.empty() && !strokes)
         return healed;
     healed.img_Basic = copied(toPicture(photo.img_Basic));
     for (const HealBlemishes::Spot& spot : spots)
         healDisc(healed.img_Basic, spot.centre, healedRadius(spot.radius), fadeWidth(spot.radius),
                  sourceFor(search.face, search.contrast.score, spot.centre, spot.radius, healed.img_Basic.size()),
                  [&](QPointF at) { return search.face.allows(at); });
+    if (strokes)
+        for (const PointList& stroke : edits.array_Heal_Strokes)
+            healStroke(healed.img_Basic, search.face, photo, stroke, search.clickedRadius());
     return healed;
 }
 
@@ -253,6 +289,15 @@ std::vector<HealBlemishes::Spot> HealBlemishes::spotsOf(const OpenedPhoto& photo
                                                         const PhotoEdits& edits)
 {
     return Search(photo, s).healed(photo, s, edits);
+}
+
+double HealBlemishes::brushRadius(const OpenedPhoto& photo, const Settings& s)
+{
+    const FaceLandmarks& p = photo.facePointsRelativeToImageSize;
+    if (p.size() < kLandmarkCount)
+        return 0;
+    const double faceWidth = QLineF(p[0], p[16]).length();
+    return std::max(2.0, double(s.f_Heal_Blemishes_Size) * kWorkingWidth / 100) * faceWidth / kWorkingWidth / 2;
 }
 
 HealBlemishes::Outcome HealBlemishes::outcomeOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits)
@@ -291,8 +336,8 @@ void HealBlemishes::heal(EffectPass& pass, const Settings& s, Memos& memos)
 {
     const OpenedPhoto& photo = *pass.photo;
     const PhotoEdits& edits = pass.photoEdits;
-    const Key key{pass.photoKey(), s.f_Heal_Blemishes_Size, s.u_Heal_Blemishes_Strength, edits.array_Healed_Spots,
-                  edits.array_Kept_Spots};
+    const Key key{pass.photoKey(),          s.f_Heal_Blemishes_Size, s.u_Heal_Blemishes_Strength,
+                  edits.array_Healed_Spots, edits.array_Kept_Spots,  edits.array_Heal_Strokes};
     pass.photo = &memos.healed.get(key, [&](OpenedPhoto& healed) { healed = healedPhoto(photo, s, edits); });
 }
 
@@ -307,15 +352,35 @@ public:
 
     bool isOn() const override { return s_.b_Activated_Heal_Spots; }
 
-    void press(const ToolPointer& at, ToolTarget&) override { pressedAt_ = at.view; }
+    void press(const ToolPointer& at, ToolTarget&) override
+    {
+        pressedAt_ = at.view;
+        stroke_ = {topDown(at.percent)};
+    }
+
+    // A press that moves 5 view pixels or more is a stroke: it heals along
+    // its path, drawn over the preview until it is let go.
+    void drag(const ToolPointer& at, ToolTarget& target) override
+    {
+        if (!pressedAt_ || (stroke_.size() < 2 && QLineF(*pressedAt_, at.view).length() < 5))
+            return;
+        stroke_.append(topDown(at.percent));
+        target.overlayChanged();
+    }
 
     void release(const ToolPointer& at, ToolTarget& target) override
     {
         const std::optional<QPointF> pressed = std::exchange(pressedAt_, std::nullopt);
+        const PointList stroke = std::exchange(stroke_, {});
+        if (stroke.size() >= 2) {
+            target.photoEdits().array_Heal_Strokes.append(stroke);
+            target.photoEdited(QCoreApplication::translate("EditHistory", HealBlemishes::kHealStroke));
+            return;
+        }
         const QPointF p = at.percent;
         if (!pressed || QLineF(*pressed, at.view).length() >= 5 || p.x() < 0 || p.x() > 100 || p.y() < 0 || p.y() > 100)
             return;
-        if (const char* step = HealBlemishes::click(target.openedPhoto(), s_, target.photoEdits(), {p.x(), 100 - p.y()}))
+        if (const char* step = HealBlemishes::click(target.openedPhoto(), s_, target.photoEdits(), topDown(p)))
             target.photoEdited(QCoreApplication::translate("EditHistory", step));
     }
 
@@ -323,13 +388,15 @@ public:
 
     QString hint() const override
     {
-        return QCoreApplication::translate("Effects", "Click a spot to heal it, a healed spot to keep it");
+        return QCoreApplication::translate("Effects",
+                                           "Click a spot to heal it, a healed spot to keep it; drag to heal along a line");
     }
 
     // "Show spots": each healed spot ringed green where it is healed, each
     // mark kept ringed orange and dashed.
     void paintOverlay(QPainter& painter, const QTransform& toView, const ToolTarget& target) override
     {
+        paintStroke(painter, toView, target);
         if (!shown())
             return;
         const HealBlemishes::Outcome& found = outcomeOn(target);
@@ -362,6 +429,24 @@ public:
 
 private:
     bool shown() const { return s_.b_Heal_Blemishes && s_.b_Show_Spots; }
+    static QPointF topDown(QPointF percent) { return {percent.x(), 100 - percent.y()}; }
+
+    // The stroke under way, as wide as it heals.
+    void paintStroke(QPainter& painter, const QTransform& toView, const ToolTarget& target) const
+    {
+        if (stroke_.size() < 2)
+            return;
+        const OpenedPhoto& photo = target.openedPhoto();
+        QPolygonF path;
+        for (QPointF percent : stroke_)
+            path << toView.map(photo.pixelAtOpenedPercent(percent));
+        const double width = 2 * HealBlemishes::brushRadius(photo, s_) * toView.m11();
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(QColor(40, 230, 120, 110), std::max(2.0, width), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(path);
+        painter.restore();
+    }
 
     // Found again only when the photo, the settings or the clicks changed.
     const HealBlemishes::Outcome& outcomeOn(const ToolTarget& target)
@@ -369,12 +454,13 @@ private:
         const OpenedPhoto& photo = target.openedPhoto();
         const PhotoEdits& edits = target.photoEdits();
         const HealBlemishes::Key key{photo.img_Basic.cacheKey(), s_.f_Heal_Blemishes_Size,
-                                     s_.u_Heal_Blemishes_Strength, edits.array_Healed_Spots, edits.array_Kept_Spots};
+                                     s_.u_Heal_Blemishes_Strength, edits.array_Healed_Spots, edits.array_Kept_Spots, {}};
         return outcome_.get(key, [&](HealBlemishes::Outcome& made) { made = HealBlemishes::outcomeOf(photo, s_, edits); });
     }
 
     HealBlemishes::Settings& s_;
     std::optional<QPointF> pressedAt_; // view pixels, y down
+    PointList stroke_;                 // percent of the photo, y from the top
     Memo<HealBlemishes::Key, HealBlemishes::Outcome> outcome_;
 };
 

@@ -26,6 +26,7 @@ struct HealBlemishes {
         float size;
         std::uint64_t strength;
         PointList healed, kept;
+        QList<PointList> strokes;
         bool operator==(const Key&) const = default;
     };
     struct Memos {
@@ -51,12 +52,16 @@ struct HealBlemishes {
     };
     static Outcome outcomeOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits);
 
+    // The radius a click or a stroke heals, in photo pixels: half of Size.
+    static double brushRadius(const OpenedPhoto& photo, const Settings& s);
+
     // A click at `percent` of the photo (y from the top) while editing
     // spots: a healed spot there is kept as it was, else a spot of the
     // current size is healed there. Says the step's name; nothing changed
     // (null) without a face.
     static constexpr const char* kHealSpot = QT_TRANSLATE_NOOP("EditHistory", "Heal Spot");
     static constexpr const char* kKeepSpot = QT_TRANSLATE_NOOP("EditHistory", "Keep Spot");
+    static constexpr const char* kHealStroke = QT_TRANSLATE_NOOP("EditHistory", "Heal Stroke");
     static const char* click(const OpenedPhoto& photo, const Settings& s, PhotoEdits& edits, QPointF percent);
 
     // Its tool on the photo while Edit spots is on: a click heals or keeps

@@ -29,6 +29,9 @@ struct PhotoEdits {
     // y from its top.
     PointList array_Healed_Spots;
     PointList array_Kept_Spots;
+    // The strokes healed along their paths (a scar, a stray hair, a line
+    // of spots), each its points in percent of the photo, y from its top.
+    QList<PointList> array_Heal_Strokes;
 
     // Calls visit(name, field, unit) for what a settings file keeps of it,
     // in this order: the spots in percent of the photo, the areas and ring
@@ -39,6 +42,7 @@ struct PhotoEdits {
     {
         visit("array_Healed_Spots", array_Healed_Spots, Unit::Percent);
         visit("array_Kept_Spots", array_Kept_Spots, Unit::Percent);
+        visit("array_Heal_Strokes", array_Heal_Strokes, Unit::Percent);
         visit("rect_Cheek_Left_Area_To_Paint", rect_Cheek_Left_Area_To_Paint, Unit::Pixels);
         visit("rect_Cheek_Right_Area_To_Paint", rect_Cheek_Right_Area_To_Paint, Unit::Pixels);
         visit("array_Eye_Darken_Left_Points", array_Eye_Darken_Left_Points, Unit::Pixels);

@@ -29,6 +29,8 @@ public:
     virtual PhotoEdits& photoEdits() = 0;
     virtual void moved() = 0;
     virtual void gestureEnded(const QString& step) = 0;
+    // What the tool draws over the preview changed (a stroke under way).
+    virtual void overlayChanged() {}
     // What was done on the photo changed by one act (a click): a step of
     // its own.
     virtual void photoEdited(const QString& step) = 0;

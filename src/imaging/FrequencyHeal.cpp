@@ -49,3 +49,49 @@ void healDisc(QImage& picture, QPointF centre, double radius, double fade, std::
                 p[k] = cv::saturate_cast<uchar>(p[k] + alpha * (want[k] - p[k]));
         }
 }
+
+void healArea(QImage& picture, const cv::Mat& mask, QPoint origin, double fade, double sigma,
+              std::optional<QPoint> sourceOffset, const std::function<bool(QPointF)>& allows)
+{
+    const int margin = int(std::ceil(fade + 3 * sigma));
+    const cv::Rect whole(0, 0, picture.width(), picture.height());
+    const cv::Rect placed(origin.x(), origin.y(), mask.cols, mask.rows);
+    const cv::Rect box = cv::Rect(placed.x - margin, placed.y - margin, placed.width + 2 * margin,
+                                  placed.height + 2 * margin)
+                         & whole;
+    if (box.empty())
+        return;
+    cv::Mat area = cv::Mat::zeros(box.size(), CV_8U);
+    const cv::Rect inBox = (placed & box) - box.tl();
+    mask(inBox + (box.tl() - placed.tl())).copyTo(area(inBox));
+    area = area != 0;
+    const cv::Mat all(picture.height(), picture.width(), CV_8UC4, picture.bits(), size_t(picture.bytesPerLine()));
+    cv::Mat pixels = all(box), target, filled, low, outside, distance;
+    cv::cvtColor(pixels, target, cv::COLOR_RGBA2RGB);
+    cv::inpaint(target, area, filled, 3, cv::INPAINT_TELEA);
+    filled.convertTo(low, CV_32F);
+    cv::GaussianBlur(low, low, {0, 0}, sigma);
+    cv::Mat texture = cv::Mat::zeros(box.size(), CV_32FC3);
+    if (sourceOffset) {
+        const cv::Rect from = box + cv::Point(sourceOffset->x(), sourceOffset->y());
+        if ((from & whole) == from) {
+            cv::Mat patch, smooth;
+            cv::cvtColor(all(from), patch, cv::COLOR_RGBA2RGB);
+            patch.convertTo(patch, CV_32F);
+            cv::GaussianBlur(patch, smooth, {0, 0}, sigma);
+            texture = patch - smooth;
+        }
+    }
+    cv::distanceTransform(area == 0, distance, cv::DIST_L2, cv::DIST_MASK_PRECISE);
+    for (int y = 0; y < box.height; ++y)
+        for (int x = 0; x < box.width; ++x) {
+            uchar* p = pixels.ptr<uchar>(y, x);
+            const double d = distance.at<float>(y, x);
+            if (p[3] != 255 || d >= fade || !allows(QPointF(box.x + x, box.y + y)))
+                continue;
+            const double alpha = d <= 0 ? 1 : 0.5 + 0.5 * std::cos(std::numbers::pi * d / fade);
+            const cv::Vec3f want = low.at<cv::Vec3f>(y, x) + texture.at<cv::Vec3f>(y, x);
+            for (int k = 0; k < 3; ++k)
+                p[k] = cv::saturate_cast<uchar>(p[k] + alpha * (want[k] - p[k]));
+        }
+}

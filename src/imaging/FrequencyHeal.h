@@ -3,6 +3,8 @@
 #include <QImage>
 #include <QPointF>
 
+#include <opencv2/core.hpp>
+
 #include <functional>
 #include <optional>
 
@@ -16,3 +18,10 @@
 // detached; `centre` and `source` in its pixels, y down.
 void healDisc(QImage& picture, QPointF centre, double radius, double fade, std::optional<QPointF> source,
               const std::function<bool(QPointF)>& allows);
+
+// The same for an area of any shape, healed at once (a stroke, a cluster):
+// `mask` (8-bit, non-zero in the area) lies at `origin` in the picture;
+// `sigma` parts the shading from the texture; the texture comes from the
+// area moved by `sourceOffset`; the fade is measured from the area's edge.
+void healArea(QImage& picture, const cv::Mat& mask, QPoint origin, double fade, double sigma,
+              std::optional<QPoint> sourceOffset, const std::function<bool(QPointF)>& allows);

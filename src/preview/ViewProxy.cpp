@@ -103,5 +103,6 @@ PhotoEdits proxyPhotoEdits(const PhotoEdits& photoEdits, QSizeF photoSize, const
     onFrame.array_Eye_Darken_Right_Points = points(photoEdits.array_Eye_Darken_Right_Points);
     onFrame.array_Healed_Spots = photoEdits.array_Healed_Spots;
     onFrame.array_Kept_Spots = photoEdits.array_Kept_Spots;
+    onFrame.array_Heal_Strokes = photoEdits.array_Heal_Strokes;
     return onFrame;
 }

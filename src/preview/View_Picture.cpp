@@ -22,8 +22,9 @@ View_Picture::View_Picture(QWidget* parent)
 // changed by a click is noted, so the window can show it in its panel.
 class View_Picture::Target final : public ToolTarget {
 public:
-    explicit Target(Document& document)
+    Target(Document& document, QWidget& view)
         : document_(document)
+        , view_(view)
     {
     }
     const OpenedPhoto& openedPhoto() const override { return *document_.photo(); }
@@ -31,6 +32,7 @@ public:
     PhotoEdits& photoEdits() override { return document_.photoEdits; }
     void moved() override { document_.moved(); }
     void gestureEnded(const QString& step) override { document_.gestureEnded(step); }
+    void overlayChanged() override { view_.update(); }
     void photoEdited(const QString& step) override { document_.changed(Change::onPhoto(step)); }
     void settingChanged(const char* field, const QString& step) override
     {
@@ -41,6 +43,7 @@ public:
 
 private:
     Document& document_;
+    QWidget& view_;
 };
 
 View_Picture::~View_Picture() = default;
@@ -49,7 +52,7 @@ void View_Picture::setDocument(Document* document, RenderSession* session)
 {
     document_ = document;
     session_ = session;
-    target_ = std::make_unique<Target>(*document);
+    target_ = std::make_unique<Target>(*document, *this);
     tools_ = photoTools(document->state);
     connect(document, &Document::edited, this, [this] { update(); });
     connect(document, &Document::photoReplaced, this, &View_Picture::photoReplaced);

@@ -88,6 +88,7 @@ TEST(SettingsFile, AFileOfEveryVersionIsReadAndANewerOnesUnknownFieldIsRefused)
 
     PhotoEditsOf done{"a.png", {640, 480}, {}};
     done.edits.array_Kept_Spots = {{3.25, 97}, {50, 0.5}};
+    done.edits.array_Heal_Strokes = {{{10, 20}, {12, 22.5}}, {{40, 41}}};
     done.edits.rect_Cheek_Left_Area_To_Paint = QRectF(10, 20, -30, 40.5);
     done.edits.array_Eye_Darken_Right_Points = {{1, 2}, {3, 4}, {5, 6}, {7, 8}, {9, 10}, {11, 12.5}};
     state.f_Color_Lips_Transparency = 0.6f;
@@ -100,6 +101,7 @@ TEST(SettingsFile, AFileOfEveryVersionIsReadAndANewerOnesUnknownFieldIsRefused)
     EXPECT_FLOAT_EQ(read.f_Color_Lips_Transparency, 0.6f);
     ASSERT_TRUE(readPhoto.has_value());
     EXPECT_EQ(readPhoto->edits.array_Kept_Spots, done.edits.array_Kept_Spots);
+    EXPECT_EQ(readPhoto->edits.array_Heal_Strokes, done.edits.array_Heal_Strokes);
     EXPECT_EQ(readPhoto->edits.rect_Cheek_Left_Area_To_Paint, done.edits.rect_Cheek_Left_Area_To_Paint);
     EXPECT_EQ(readPhoto->edits.array_Eye_Darken_Right_Points, done.edits.array_Eye_Darken_Right_Points);
     EXPECT_EQ(leftOutFor(readPhoto, "/elsewhere/a.png", {640, 480}), "") << "the same photo, wherever it lies";

@@ -224,13 +224,26 @@ TEST_P(MouseTest, EditSpotsHealsAndKeepsTheSpotClickedEachClickOneStep)
     steps.undo();
     EXPECT_TRUE(photoEdits.array_Healed_Spots.isEmpty());
 
+    // A drag is a stroke along its path, one step however many moves.
     press(spot);
+    drag(spot + QPointF(3, 0));
+    drag(spot + QPointF(15, 0));
     drag(spot + QPointF(30, 0));
     release(spot + QPointF(30, 0));
+    ASSERT_EQ(photoEdits.array_Heal_Strokes.size(), 1);
+    EXPECT_EQ(photoEdits.array_Heal_Strokes[0].size(), 3) << "from the press, past 5 view pixels";
+    EXPECT_NEAR(photoEdits.array_Heal_Strokes[0].first().y(), cheek.y(), 0.2) << "y from the top of the photo";
+    EXPECT_LT(photoEdits.array_Heal_Strokes[0].first().x(), photoEdits.array_Heal_Strokes[0].last().x());
+    EXPECT_EQ(steps.undoText(), "Heal Stroke");
+    EXPECT_EQ(steps.count(), before + 1) << "after the two undone clicks";
+    EXPECT_TRUE(photoEdits.array_Healed_Spots.isEmpty() && photoEdits.array_Kept_Spots.isEmpty());
     state.b_Activated_Heal_Spots = false;
     redraw();
     click(spot);
-    EXPECT_TRUE(photoEdits.array_Healed_Spots.isEmpty() && photoEdits.array_Kept_Spots.isEmpty());
+    press(spot);
+    drag(spot + QPointF(30, 0));
+    release(spot + QPointF(30, 0));
+    EXPECT_TRUE(photoEdits.array_Healed_Spots.isEmpty() && photoEdits.array_Heal_Strokes.size() == 1) << "not without the mode";
 }
 
 // Show spots rings each healed spot on the preview, centred on it, never
