@@ -1,3 +1,5 @@
+#include "FaceSkin.h"
+#include "FaceFixtures.h"
 #include "OpenedPhoto.h"
 
 #include <gtest/gtest.h>
@@ -23,4 +25,17 @@ TEST(OpenAndAnalyse, RunningOutOfMemoryOrALibraryFailureIsARefusalNamingTheFile)
     });
     EXPECT_EQ(failed.outcome, OpenResult::Failed);
     EXPECT_TRUE(failed.message.startsWith("The picture \"odd.tif\" could not be analysed")) << failed.message.toStdString();
+}
+
+// The face's skin keeps the features out, with a margin: brows, eyes,
+// nostrils, lips and mouth; the cheeks are in.
+TEST(FaceSkin, KeepsBrowsEyesNostrilsAndLipsOutOfTheSkin)
+{
+    const OpenResult opened = openAndAnalyse(testDataPath("portrait.png"));
+    ASSERT_EQ(opened.outcome, OpenResult::Opened);
+    const FaceSkin skin = FaceSkin::of(opened.photo, 400);
+    const FaceLandmarks& p = opened.photo.facePointsRelativeToImageSize;
+    EXPECT_TRUE(skin.allows((p[2] + p[31]) / 2) && skin.allows((p[14] + p[35]) / 2)) << "the cheeks";
+    for (int i : {19, 24, 31, 33, 35, 37, 44, 48, 51, 54, 57, 62})
+        EXPECT_FALSE(skin.allows(p[i])) << "landmark " << i;
 }

@@ -1,5 +1,11 @@
 #include "FilterPrimitives.h"
+#include "FrequencyHeal.h"
 #include "Picture.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <numeric>
 
 #include <opencv2/imgproc.hpp>
 
@@ -44,4 +50,32 @@ TEST(Contracts, BrokenPromiseStopsWithTheOffendingValues)
 #else
     GTEST_SKIP() << "contracts are checked in debug builds and in scripts/sanitize.sh";
 #endif
+}
+
+// A healed disc carries the texture it is given fully near its edge and
+// fades it out over the fade, so no hard ring shows; where the caller's
+// mask says no, nothing changes.
+TEST(FrequencyHeal, TheTextureFadesOutFromTheDiscsEdgeAndKeepsOutOfTheMask)
+{
+    QImage picture = makePicture({130, 80});
+    picture.fill(QColor(150, 150, 150));
+    for (int y = 0; y < 80; ++y) // noise to take the texture from, right of the disc
+        for (int x = 57; x < 130; ++x)
+            if ((x * 7 + y * 13) % 5 < 2)
+                picture.setPixelColor(x, y, QColor(190, 190, 190));
+    QPainter(&picture).fillRect(QRect(20, 20, 30, 30), QColor(150, 150, 150));
+    const QImage before = picture.copy();
+    healDisc(picture, {40, 40}, 10, 8, QPointF(90, 40), [](QPointF at) { return at.y() < 46; });
+    const auto spread = [&](double from, double to) { // of the red over an annulus above the centre
+        std::vector<int> reds;
+        for (int y = 20; y < 40; ++y)
+            for (int x = 20; x < 60; ++x)
+                if (const double d = std::hypot(x - 40, y - 40); d >= from && d < to)
+                    reds.push_back(qRed(picture.pixel(x, y)));
+        const double mean = std::accumulate(reds.begin(), reds.end(), 0.0) / double(reds.size());
+        return std::sqrt(std::accumulate(reds.begin(), reds.end(), 0.0, [&](double sum, int r) { return sum + (r - mean) * (r - mean); }) / double(reds.size()));
+    };
+    EXPECT_GT(spread(10, 12.5), 3 * spread(15.5, 18)) << "texture at the edge, nearly none at the fade's end";
+    for (int x = 20; x < 60; ++x)
+        EXPECT_EQ(picture.pixel(x, 47), before.pixel(x, 47)) << "outside the mask";
 }
