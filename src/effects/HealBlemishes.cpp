@@ -1,5 +1,6 @@
 #include "HealBlemishes.h"
 
+#include "BlemishMap.h"
 #include "FaceSkin.h"
 #include "FrequencyHeal.h"
 #include "Picture.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <numbers>
 #include <utility>
 
@@ -44,111 +46,19 @@ namespace {
 // the same at any size.
 constexpr double kWorkingWidth = 400;
 
-// A robust spread of the values where `mask` is set: 1.4826 × their median
-// distance from 0 (the values are differences from a local median).
-double spreadOf(const cv::Mat& values, const cv::Mat& mask)
-{
-    std::vector<float> all;
-    for (int y = 0; y < values.rows; ++y)
-        for (int x = 0; x < values.cols; ++x)
-            if (mask.at<uchar>(y, x))
-                all.push_back(std::abs(values.at<float>(y, x)));
-    if (all.empty())
-        return 1;
-    std::nth_element(all.begin(), all.begin() + std::ptrdiff_t(all.size() / 2), all.end());
-    return std::max(1.4826 * all[all.size() / 2], 0.5);
-}
-
-// How far each pixel stands out of the skin around it in units of that
-// skin's own variation, and where the skin is busy (hair, stubble).
-struct Contrast {
-    cv::Mat score; // max of darker, lighter and redder, each over its local spread
-    cv::Mat busy;  // 255 where the skin's variation is well above the face's
-};
-
-// `channel` less its median over the spot size, and its local spread.
-void residual(const cv::Mat& channel, int window, const cv::Mat& allowed, cv::Mat& difference, cv::Mat& spread,
-              double& faceSpread)
-{
-    cv::Mat bytes, median;
-    channel.convertTo(bytes, CV_8U);
-    cv::medianBlur(bytes, median, window | 1);
-    median.convertTo(median, CV_32F);
-    difference = channel - median;
-    faceSpread = spreadOf(difference, allowed);
-    const double cap = 9 * faceSpread * faceSpread;
-    cv::Mat squared = difference.mul(difference), weight;
-    cv::min(squared, cap, squared);
-    allowed.convertTo(weight, CV_32F, 1.0 / 255);
-    cv::Mat sum, count;
-    const cv::Size box(4 * window + 1, 4 * window + 1);
-    cv::boxFilter(squared.mul(weight), sum, CV_32F, box);
-    cv::boxFilter(weight, count, CV_32F, box);
-    cv::sqrt(sum / cv::max(count, 1e-3), spread);
-    spread = cv::max(spread, std::max(0.5 * faceSpread, 1.0));
-}
-
-Contrast contrastOf(const FaceSkin& face, int spotWidth)
-{
-    cv::Mat rgb;
-    face.rgb.convertTo(rgb, CV_32F);
-    cv::Mat c[3];
-    cv::split(rgb, c);
-    const cv::Mat luma = 0.2126f * c[0] + 0.7152f * c[1] + 0.0722f * c[2];
-    const cv::Mat redness = c[0] - 0.5f * (c[1] + c[2]) + 128.0f;
-    cv::Mat dL, sL, dA, sA;
-    double faceL = 1, faceA = 1;
-    residual(luma, 2 * spotWidth + 1, face.allowed, dL, sL, faceL);
-    residual(redness, 2 * spotWidth + 1, face.allowed, dA, sA, faceA);
-    // A spot differs from the skin by a few levels at least, whatever the
-    // skin's own calm.
-    cv::Mat darker = cv::max(-dL, 0.0f), lighter = cv::max(dL, 0.0f), redder = cv::max(dA, 0.0f);
-    darker.setTo(0, darker < 3), lighter.setTo(0, lighter < 3), redder.setTo(0, redder < 4);
-    Contrast contrast;
-    const cv::Mat darkerScore = darker / sL, lighterScore = lighter / sL, redderScore = redder / sA;
-    contrast.score = cv::max(cv::max(darkerScore, lighterScore), redderScore);
-    contrast.score.setTo(0, face.allowed == 0);
-    contrast.busy = sL > 2.5 * faceL;
-    return contrast;
-}
-
-// Spots where the score reaches `threshold`, grown over half of it, no wider
-// than `widest`, on clear skin: a spot among many others is texture
-// (freckles, pores, stubble) and stays.
-std::vector<cv::Vec3d> spotsAt(const Contrast& contrast, double threshold, double widest)
-{
-    cv::Mat labels, stats, centroids;
-    const int count =
-        cv::connectedComponentsWithStats(contrast.score >= threshold / 2, labels, stats, centroids, 8, CV_32S);
-    std::vector<float> peak(size_t(count), 0.0f);
-    for (int y = 0; y < labels.rows; ++y)
-        for (int x = 0; x < labels.cols; ++x)
-            peak[size_t(labels.at<int>(y, x))] = std::max(peak[size_t(labels.at<int>(y, x))], contrast.score.at<float>(y, x));
-    std::vector<cv::Vec3d> spots; // x, y, diameter in working pixels
-    for (int k = 1; k < count; ++k) {
-        const double width = 2 * std::sqrt(stats.at<int>(k, cv::CC_STAT_AREA) / std::numbers::pi);
-        const cv::Point2d at(centroids.at<double>(k, 0), centroids.at<double>(k, 1));
-        if (peak[size_t(k)] < threshold || width > widest || contrast.busy.at<uchar>(cv::Point(at)))
-            continue;
-        int neighbours = 0;
-        for (int other = 1; other < count; ++other)
-            neighbours += other != k && cv::norm(at - cv::Point2d(centroids.at<double>(other, 0),
-                                                                  centroids.at<double>(other, 1))) < 2 * widest;
-        if (neighbours < 4)
-            spots.push_back({at.x, at.y, std::max(width, 1.5)});
-    }
-    return spots;
-}
+// The largest spot, in working pixels, for a Size in percent of the face.
+double widestAt(float size) { return std::max(2.0, double(size) * kWorkingWidth / 100); }
 
 // The healed area of a spot: beyond the spot's own soft edge, and the width
 // over which the healing fades into the skin around it.
-double healedRadius(double radius) { return 1.5 * radius + 1; }
+double healedRadius(double radius) { return 2 * radius + 1; }
 double fadeWidth(double radius) { return std::max(1.0, 0.6 * healedRadius(radius)); }
 
-// Whether a spot's healed and faded area lies on healable skin.
+// Whether a spot's healed area lies on healable skin (its fade may reach
+// into the margin the skin keeps from the features: nothing but skin changes).
 bool clearOfFeatures(const FaceSkin& face, QPointF centre, double radius)
 {
-    const double reach = healedRadius(radius) + fadeWidth(radius);
+    const double reach = healedRadius(radius);
     for (int k = 0; k < 16; ++k) {
         const double angle = k * std::numbers::pi / 8;
         if (!face.allows(centre + reach * QPointF(std::cos(angle), std::sin(angle))))
@@ -157,39 +67,78 @@ bool clearOfFeatures(const FaceSkin& face, QPointF centre, double radius)
     return face.allows(centre);
 }
 
-// One search of a photo for spots with one Size and Strength.
-struct Search {
+} // namespace
+
+// The face's skin and every mark on it for one Size: what Strength, the
+// clicks and the kept marks only choose from.
+struct HealBlemishes::Search {
     FaceSkin face;
-    Contrast contrast;
+    BlemishMap map;
     double widest = 0; // the largest spot, in working pixels
 
-    Search(const OpenedPhoto& photo, const HealBlemishes::Settings& s)
+    cv::Mat kept;      // 255 over the marks kept for what they are (moles, freckles), a little wider
+
+    Search(const OpenedPhoto& photo, float size)
         : face(FaceSkin::of(photo, kWorkingWidth))
-        , widest(std::max(2.0, double(s.f_Heal_Blemishes_Size) * kWorkingWidth / 100))
+        , map(BlemishMap::of(face, widestAt(size)))
+        , widest(widestAt(size))
     {
-        if (!face.isEmpty())
-            contrast = contrastOf(face, int(std::ceil(widest)));
+        if (face.isEmpty())
+            return;
+        double labels = 0;
+        cv::minMaxLoc(map.areas, nullptr, &labels);
+        std::vector<uchar> keeps(size_t(labels) + 1, 0);
+        for (const BlemishMark& mark : map.marks)
+            if (mark.kind == BlemishMark::Kind::Mole || mark.kind == BlemishMark::Kind::Freckle)
+                keeps[size_t(mark.label)] = 255;
+        kept = cv::Mat::zeros(map.areas.size(), CV_8U);
+        for (int y = 0; y < kept.rows; ++y)
+            for (int x = 0; x < kept.cols; ++x)
+                kept.at<uchar>(y, x) = keeps[size_t(map.areas.at<int>(y, x))];
+        cv::dilate(kept, kept, cv::getStructuringElement(cv::MORPH_ELLIPSE, {5, 5}));
+    }
+
+    // Where healing a spot may change the photo: the skin, but a mark kept
+    // for what it is, however near a spot.
+    bool healable(QPointF photoPoint) const
+    {
+        const int x = int(std::floor((photoPoint.x() - face.area.x) * face.scale));
+        const int y = int(std::floor((photoPoint.y() - face.area.y) * face.scale));
+        return face.allows(photoPoint) && !kept.at<uchar>(y, x);
+    }
+
+    QPointF inPhoto(cv::Point2d working) const
+    {
+        return {face.area.x + (working.x + 0.5) / face.scale - 0.5, face.area.y + (working.y + 0.5) / face.scale - 0.5};
     }
 
     // The radius of a spot clicked, in photo pixels.
     double clickedRadius() const { return widest / face.scale / 2; }
 
-    // The spots found, but those kept, in photo pixels.
+    // The marks healed at this Strength, but those kept, in photo pixels.
     std::vector<HealBlemishes::Spot> found(const OpenedPhoto& photo, const HealBlemishes::Settings& s,
                                            const PointList& keptSpots) const
     {
-        const double threshold = 7 - 4 * double(std::min<std::uint64_t>(s.u_Heal_Blemishes_Strength, 100)) / 100;
+        const double threshold = BlemishMap::thresholdFor(s.u_Heal_Blemishes_Strength);
         std::vector<HealBlemishes::Spot> spots;
-        for (const cv::Vec3d& w : spotsAt(contrast, threshold, widest)) {
-            const HealBlemishes::Spot spot{QPointF(face.area.x + (w[0] + 0.5) / face.scale - 0.5,
-                                                   face.area.y + (w[1] + 0.5) / face.scale - 0.5),
-                                           w[2] / 2 / face.scale};
+        std::map<int, int> inGroup;
+        for (const BlemishMark& mark : map.marks) {
+            if (!mark.heals() || mark.peak < threshold)
+                continue;
+            const HealBlemishes::Spot spot{inPhoto(mark.centre), std::max(mark.diameter, 1.5) / 2 / face.scale,
+                                           mark.label, mark.group};
             const auto kept = std::find_if(keptSpots.begin(), keptSpots.end(), [&](QPointF p) {
                 return QLineF(photo.pixelAtOpenedPercent(p), spot.centre).length() <= clickedRadius() + spot.radius;
             });
-            if (kept == keptSpots.end() && clearOfFeatures(face, spot.centre, spot.radius))
+            if (kept == keptSpots.end() && clearOfFeatures(face, spot.centre, spot.radius)) {
                 spots.push_back(spot);
+                ++inGroup[mark.group];
+            }
         }
+        // A spot wider than Size is spots that touch.
+        for (HealBlemishes::Spot& spot : spots)
+            if (inGroup[spot.cluster] < 2 && spot.radius * 2 * face.scale <= widest)
+                spot.cluster = 0;
         return spots;
     }
 
@@ -206,11 +155,14 @@ struct Search {
     }
 };
 
+namespace {
+
 // The skin a spot is healed with: a patch at about twice its healed reach,
-// in the direction where the skin is calmest — its strongest spot first, so
-// that no neighbouring spot is copied in as texture.
-std::optional<QPointF> sourceFor(const FaceSkin& face, const cv::Mat& score, QPointF centre, double radius, QSize size)
+// in the direction where the skin is calmest — the fewest marks of any kind
+// first, so that no neighbouring spot is copied in as texture.
+std::optional<QPointF> sourceFor(const HealBlemishes::Search& search, QPointF centre, double radius, QSize size)
 {
+    const FaceSkin& face = search.face;
     const double reach = healedRadius(radius) + fadeWidth(radius), away = 2.2 * reach;
     std::optional<QPointF> best;
     double calmest = 1e300;
@@ -221,11 +173,9 @@ std::optional<QPointF> sourceFor(const FaceSkin& face, const cv::Mat& score, QPo
             continue;
         const cv::Point w(int((at.x() - face.area.x) * face.scale), int((at.y() - face.area.y) * face.scale));
         const int r = std::max(1, int(reach * face.scale));
-        const cv::Rect box = cv::Rect(w.x - r, w.y - r, 2 * r + 1, 2 * r + 1) & cv::Rect(0, 0, score.cols, score.rows);
-        double peak = 1e300;
-        if (box.area() > 0)
-            cv::minMaxLoc(score(box), nullptr, &peak);
-        const double restless = box.area() > 0 ? peak + cv::mean(score(box))[0] : 1e300;
+        const cv::Mat& areas = search.map.areas;
+        const cv::Rect box = cv::Rect(w.x - r, w.y - r, 2 * r + 1, 2 * r + 1) & cv::Rect(0, 0, areas.cols, areas.rows);
+        const double restless = box.area() > 0 ? double(cv::countNonZero(areas(box))) / box.area() : 1e300;
         if (restless < calmest)
             calmest = restless, best = at;
     }
@@ -264,19 +214,68 @@ void healStroke(QImage& picture, const FaceSkin& face, const OpenedPhoto& photo,
              [&](QPointF at) { return face.allows(at); });
 }
 
-OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Settings& s, const PhotoEdits& edits)
+void healSpot(QImage& picture, const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
+{
+    healDisc(picture, spot.centre, healedRadius(spot.radius), fadeWidth(spot.radius),
+             sourceFor(search, spot.centre, spot.radius, picture.size()),
+             [&](QPointF at) { return search.healable(at); });
+}
+
+// Touching spots healed as one area: their pixels at the working scale, a
+// little wider, brought to the photo; the texture from skin clear of them.
+// A cluster wider than four spots, or with no clear skin near enough to
+// take its texture from, is healed spot by spot instead: never a flat patch.
+void healCluster(QImage& picture, const HealBlemishes::Search& search, const std::vector<HealBlemishes::Spot>& spots)
+{
+    const FaceSkin& face = search.face;
+    const cv::Mat& areas = search.map.areas;
+    cv::Mat working = cv::Mat::zeros(areas.size(), CV_8U);
+    for (const HealBlemishes::Spot& spot : spots)
+        working.setTo(255, areas == spot.area);
+    const int margin = 3;
+    cv::Rect box = cv::boundingRect(working);
+    box = cv::Rect(box.x - margin, box.y - margin, box.width + 2 * margin, box.height + 2 * margin)
+          & cv::Rect(0, 0, areas.cols, areas.rows);
+    const QPointF origin = search.inPhoto(cv::Point2d(box.x, box.y));
+    const cv::Size size(std::max(1, int(std::lround(box.width / face.scale))),
+                        std::max(1, int(std::lround(box.height / face.scale))));
+    const QPointF centre = origin + QPointF(size.width, size.height) / 2;
+    const double radius = std::max(size.width, size.height) / 2.0;
+    const std::optional<QPointF> source = std::max(box.width, box.height) <= 4 * search.widest
+                                              ? sourceFor(search, centre, radius, picture.size())
+                                              : std::nullopt;
+    if (!source) {
+        for (const HealBlemishes::Spot& spot : spots)
+            healSpot(picture, search, spot);
+        return;
+    }
+    cv::Mat grown, mask;
+    cv::dilate(working(box), grown, cv::getStructuringElement(cv::MORPH_ELLIPSE, {3, 3}));
+    cv::resize(grown, mask, size, 0, 0, cv::INTER_LINEAR);
+    double typical = 0;
+    for (const HealBlemishes::Spot& spot : spots)
+        typical = std::max(typical, spot.radius);
+    healArea(picture, mask, origin.toPoint(), fadeWidth(typical), std::max(1.0, typical / 2),
+             (*source - centre).toPoint(), [&](QPointF at) { return search.healable(at); });
+}
+
+OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Search& search, const HealBlemishes::Settings& s,
+                        const PhotoEdits& edits)
 {
     OpenedPhoto healed = photo;
-    const Search search(photo, s);
     const std::vector<HealBlemishes::Spot> spots = search.healed(photo, s, edits);
     const bool strokes = !search.face.isEmpty() && !edits.array_Heal_Strokes.isEmpty();
     if (spots.empty() && !strokes)
         return healed;
     healed.img_Basic = copied(toPicture(photo.img_Basic));
+    std::map<int, std::vector<HealBlemishes::Spot>> clusters;
     for (const HealBlemishes::Spot& spot : spots)
-        healDisc(healed.img_Basic, spot.centre, healedRadius(spot.radius), fadeWidth(spot.radius),
-                 sourceFor(search.face, search.contrast.score, spot.centre, spot.radius, healed.img_Basic.size()),
-                 [&](QPointF at) { return search.face.allows(at); });
+        if (spot.cluster)
+            clusters[spot.cluster].push_back(spot);
+        else
+            healSpot(healed.img_Basic, search, spot);
+    for (const auto& [cluster, together] : clusters)
+        healCluster(healed.img_Basic, search, together);
     if (strokes)
         for (const PointList& stroke : edits.array_Heal_Strokes)
             healStroke(healed.img_Basic, search.face, photo, stroke, search.clickedRadius());
@@ -288,7 +287,16 @@ OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Settings&
 std::vector<HealBlemishes::Spot> HealBlemishes::spotsOf(const OpenedPhoto& photo, const Settings& s,
                                                         const PhotoEdits& edits)
 {
-    return Search(photo, s).healed(photo, s, edits);
+    return Search(photo, s.f_Heal_Blemishes_Size).healed(photo, s, edits);
+}
+
+std::vector<HealBlemishes::Judged> HealBlemishes::judgedMarks(const OpenedPhoto& photo, const Settings& s)
+{
+    const Search search(photo, s.f_Heal_Blemishes_Size);
+    std::vector<Judged> judged;
+    for (const BlemishMark& mark : search.map.marks)
+        judged.push_back({{search.inPhoto(mark.centre), std::max(mark.diameter, 1.5) / 2 / search.face.scale}, mark});
+    return judged;
 }
 
 double HealBlemishes::brushRadius(const OpenedPhoto& photo, const Settings& s)
@@ -297,12 +305,12 @@ double HealBlemishes::brushRadius(const OpenedPhoto& photo, const Settings& s)
     if (p.size() < kLandmarkCount)
         return 0;
     const double faceWidth = QLineF(p[0], p[16]).length();
-    return std::max(2.0, double(s.f_Heal_Blemishes_Size) * kWorkingWidth / 100) * faceWidth / kWorkingWidth / 2;
+    return widestAt(s.f_Heal_Blemishes_Size) * faceWidth / kWorkingWidth / 2;
 }
 
 HealBlemishes::Outcome HealBlemishes::outcomeOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits)
 {
-    const Search search(photo, s);
+    const Search search(photo, s.f_Heal_Blemishes_Size);
     Outcome outcome{search.healed(photo, s, edits), {}};
     if (!search.face.isEmpty())
         for (QPointF percent : edits.array_Kept_Spots)
@@ -312,7 +320,7 @@ HealBlemishes::Outcome HealBlemishes::outcomeOf(const OpenedPhoto& photo, const 
 
 const char* HealBlemishes::click(const OpenedPhoto& photo, const Settings& s, PhotoEdits& edits, QPointF percent)
 {
-    const Search search(photo, s);
+    const Search search(photo, s.f_Heal_Blemishes_Size);
     if (search.face.isEmpty())
         return nullptr;
     const QPointF at = photo.pixelAtOpenedPercent(percent);
@@ -338,7 +346,10 @@ void HealBlemishes::heal(EffectPass& pass, const Settings& s, Memos& memos)
     const PhotoEdits& edits = pass.photoEdits;
     const Key key{pass.photoKey(),          s.f_Heal_Blemishes_Size, s.u_Heal_Blemishes_Strength,
                   edits.array_Healed_Spots, edits.array_Kept_Spots,  edits.array_Heal_Strokes};
-    pass.photo = &memos.healed.get(key, [&](OpenedPhoto& healed) { healed = healedPhoto(photo, s, edits); });
+    const Search& search = *memos.search.get({key.photo, key.size}, [&](std::shared_ptr<const Search>& made) {
+        made = std::make_shared<const Search>(photo, s.f_Heal_Blemishes_Size);
+    });
+    pass.photo = &memos.healed.get(key, [&](OpenedPhoto& healed) { healed = healedPhoto(photo, search, s, edits); });
 }
 
 namespace {

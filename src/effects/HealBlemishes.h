@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BlemishMap.h"
 #include "EffectPass.h"
 #include "EffectSettings.h"
 #include "PanelDescription.h"
@@ -29,21 +30,40 @@ struct HealBlemishes {
         QList<PointList> strokes;
         bool operator==(const Key&) const = default;
     };
+    struct Search;
+    struct SearchKey {
+        qint64 photo;
+        float size;
+        bool operator==(const SearchKey&) const = default;
+    };
     struct Memos {
+        Memo<SearchKey, std::shared_ptr<const Search>> search; // Strength and the clicks only choose from it
         Memo<Key, OpenedPhoto> healed;
     };
 
     // "heal blemishes": the photo the later steps read becomes the healed one.
     static void heal(EffectPass& pass, const Settings& s, Memos& memos);
 
-    // A spot healed: its centre in photo pixels (y from the top) and radius.
+    // A spot healed: its centre in photo pixels (y from the top) and radius;
+    // a spot found names its area among the marks found, and spots healed
+    // as one area (they touch) share a cluster.
     struct Spot {
         QPointF centre;
         double radius;
+        int area = 0;
+        int cluster = 0;
     };
     // The spots healed on this photo with these settings and the spots
     // clicked on it.
     static std::vector<Spot> spotsOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits);
+
+    // Every mark found on the face at this Size, placed in photo pixels, and
+    // what was judged of it: what the healing chooses from.
+    struct Judged {
+        Spot spot;
+        BlemishMark mark;
+    };
+    static std::vector<Judged> judgedMarks(const OpenedPhoto& photo, const Settings& s);
 
     // What the photo shows: the spots healed, and the marks kept where they
     // were clicked, at a click's size.

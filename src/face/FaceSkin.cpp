@@ -24,28 +24,89 @@ QPainterPath browBand(const FaceLandmarks& p, int first, double height)
     return band;
 }
 
+// The forehead: from the brows up to 0.42 of the face's width, as wide as
+// the brows. The face's outline stops short of the hairline, and foreheads
+// break out as much as cheeks.
+QPainterPath forehead(const FaceLandmarks& p, double faceWidth)
+{
+    QPainterPath band(p[17]);
+    for (int i = 18; i <= 26; ++i)
+        band.lineTo(p[i]);
+    const QPointF up(0, -0.42 * faceWidth);
+    band.lineTo(p[26] + up * 0.8);
+    band.quadTo((p[17] + p[26]) / 2 + 1.2 * up, p[17] + up * 0.8);
+    band.closeSubpath();
+    return band;
+}
+
+// Of the forehead, only what has the colour of the face's skin (not a fringe
+// of hair, a hat, the background), its small holes (spots) filled.
+cv::Mat skinColoured(const FaceSkin& skin, const cv::Mat& face, const cv::Mat& foreheadOnly)
+{
+    cv::Mat lab;
+    cv::cvtColor(skin.rgb, lab, cv::COLOR_RGB2Lab);
+    cv::Mat median;
+    std::vector<cv::Mat> channels;
+    cv::split(lab, channels);
+    cv::Scalar typical;
+    for (int c = 0; c < 3; ++c) {
+        std::vector<uchar> values;
+        for (int y = 0; y < face.rows; y += 2)
+            for (int x = 0; x < face.cols; x += 2)
+                if (face.at<uchar>(y, x))
+                    values.push_back(channels[size_t(c)].at<uchar>(y, x));
+        if (values.empty())
+            return cv::Mat::zeros(face.size(), CV_8U);
+        std::nth_element(values.begin(), values.begin() + std::ptrdiff_t(values.size() / 2), values.end());
+        typical[c] = values[values.size() / 2];
+    }
+    cv::Mat near;
+    cv::inRange(lab, typical - cv::Scalar(70, 14, 16), typical + cv::Scalar(70, 14, 16), near);
+    const int fill = std::max(3, int(0.05 * skin.workingWidth)) | 1;
+    cv::morphologyEx(near, near, cv::MORPH_CLOSE, cv::getStructuringElement(cv::MORPH_ELLIPSE, {fill, fill}));
+    return near & foreheadOnly;
+}
+
 cv::Mat skinMask(const OpenedPhoto& photo, const FaceSkin& skin, double faceWidth, double workingWidth)
 {
     QImage mask(skin.rgb.cols, skin.rgb.rows, QImage::Format_Grayscale8);
     mask.fill(Qt::black);
     const FaceRegions& r = photo.regions;
     const double h = photo.imgSize.height();
-    QPainter painter(&mask);
+    QImage foreheadMask = mask;
+    const FaceLandmarks& landmarks = photo.facePointsRelativeToImageSize;
+    QPainter painter(&foreheadMask);
+    painter.scale(skin.scale, skin.scale);
+    painter.translate(-skin.area.x, -skin.area.y);
+    painter.fillPath(forehead(landmarks, faceWidth), Qt::white);
+    painter.fillPath(flipped(r.path_Face, h), Qt::black);
+    painter.end();
+    painter.begin(&mask);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(skin.scale, skin.scale);
     painter.translate(-skin.area.x, -skin.area.y);
     painter.fillPath(flipped(r.path_Face, h), Qt::white);
+    painter.end();
+    const cv::Mat face = cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())) == 255;
+    const cv::Mat foreheadOnly(foreheadMask.height(), foreheadMask.width(), CV_8UC1, foreheadMask.bits(),
+                               size_t(foreheadMask.bytesPerLine()));
+    cv::Mat coloured = skinColoured(skin, face, foreheadOnly == 255);
+    cv::dilate(coloured, coloured, cv::getStructuringElement(cv::MORPH_ELLIPSE, {5, 5})); // over the outline's soft edge
+    cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())).setTo(255, coloured);
+    painter.begin(&mask);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(skin.scale, skin.scale);
+    painter.translate(-skin.area.x, -skin.area.y);
     for (const QPainterPath* feature : {&r.path_Eye_Left, &r.path_Eye_Right, &r.path_Space_Between_Eye_Eyebrow_Left,
                                         &r.path_Space_Between_Eye_Eyebrow_Right, &r.path_Nose, &r.path_Lips,
                                         &r.path_Inside_Mouth})
         painter.fillPath(flipped(*feature, h), Qt::black);
-    const FaceLandmarks& landmarks = photo.facePointsRelativeToImageSize;
     painter.fillPath(browBand(landmarks, 17, 0.07 * faceWidth), Qt::black);
     painter.fillPath(browBand(landmarks, 22, 0.07 * faceWidth), Qt::black);
     painter.end();
-    // Only what is wholly white counts, kept clear of the rest by 2 % of the face.
+    // Only what is wholly white counts, kept clear of the rest by 1.5 % of the face.
     cv::Mat allowed = cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())) == 255;
-    const int margin = int(std::lround(0.02 * workingWidth));
+    const int margin = int(std::lround(0.015 * workingWidth));
     cv::erode(allowed, allowed, cv::getStructuringElement(cv::MORPH_ELLIPSE, {2 * margin + 1, 2 * margin + 1}));
     return allowed;
 }
@@ -66,12 +127,14 @@ FaceSkin FaceSkin::of(const OpenedPhoto& photo, double workingWidth)
     if (p.size() < kLandmarkCount || photo.isEmpty())
         return skin;
     const double faceWidth = std::hypot(p[16].x() - p[0].x(), p[16].y() - p[0].y());
-    const QRect area = flipped(photo.regions.rect_Face_Skin, photo.imgSize.height()).toAlignedRect()
+    const QRect area = (flipped(photo.regions.rect_Face_Skin, photo.imgSize.height()).toAlignedRect()
+                        | forehead(p, faceWidth).boundingRect().toAlignedRect())
                        & QRect(QPoint(0, 0), photo.img_Basic.size());
     if (faceWidth < 8 || area.width() < 8 || area.height() < 8)
         return skin;
     skin.area = cv::Rect(area.x(), area.y(), area.width(), area.height());
     skin.scale = workingWidth / faceWidth;
+    skin.workingWidth = workingWidth;
     const QImage picture = toPicture(photo.img_Basic);
     // Only read: a view of the picture's own rows.
     const cv::Mat pixels(picture.height(), picture.width(), CV_8UC4, const_cast<uchar*>(picture.constBits()),

@@ -15,6 +15,7 @@
 struct FaceSkin {
     cv::Rect area;    // photo pixels, y down
     double scale = 0; // working pixels per photo pixel
+    double workingWidth = 0; // the face's width from ear to ear, working pixels
     cv::Mat rgb;      // 8-bit R, G, B, at the working scale
     cv::Mat allowed;  // 255 on skin
 
