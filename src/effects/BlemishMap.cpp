@@ -11,11 +11,10 @@
 namespace {
 
 // The contrast, in units of the skin's own variation, that a spot needs at
-// Strength 100 and at Strength 0; a mark's area reaches out to where its
-// contrast falls to kEdge.
+// Strength 100 and at Strength 0.
 constexpr double kFaintest = 2.0;
 constexpr double kClearest = 4.5;
-constexpr double kEdge = 1.5;
+constexpr double kEdge = BlemishMap::kEdge;
 
 // The scales spots are looked for at (Gaussian sigmas, working pixels): a
 // pinpoint, a papule, a soft mark. A faint wide mark shows only once the
@@ -94,8 +93,8 @@ cv::Mat contrastAt(const Differences& d, const cv::Mat& allowed, double sigma)
     cv::GaussianBlur(d.L, L, cv::Size(), sigma);
     cv::GaussianBlur(d.a, a, cv::Size(), sigma);
     const double spreadL = spreadOf(L, allowed, 0.3), spreadA = spreadOf(a, allowed, 0.3);
-    // Lighter counts less: shine on the skin is lighter too.
-    const cv::Mat darker = -L / spreadL, lighter = 0.7 * L / spreadL, redder = a / spreadA;
+    // Lighter counts a little less: shine on the skin is lighter too.
+    const cv::Mat darker = -L / spreadL, lighter = 0.85 * L / spreadL, redder = a / spreadA;
     cv::Mat contrast = cv::max(cv::max(darker, lighter), redder);
     contrast.setTo(0, allowed == 0);
     return contrast;
@@ -115,6 +114,9 @@ cv::Mat busyOf(const cv::Mat& L, const cv::Mat& allowed)
 
 struct Moments {
     double area = 0, x = 0, y = 0, xx = 0, yy = 0, xy = 0, peak = 0, finest = 0, coarsest = 0, L = 0, a = 0, b = 0;
+    double sigma = 0; // the scale it was found at
+    cv::Point strongest;
+    int peaks = 0; // local maxima at the finest scale
 };
 
 double elongationOf(const Moments& m)
@@ -127,13 +129,23 @@ double elongationOf(const Moments& m)
     return std::sqrt(major / minor);
 }
 
-// The contrast of the whole, at the finest and the coarsest scale.
+// The contrast of the whole, at the finest and the coarsest scale, and
+// the scale each mark's pixels were found at (CV_32F, 0 where none).
 struct Contrasts {
-    cv::Mat most, finest, coarsest;
+    cv::Mat most, finest, coarsest, foundAt;
 };
+
+// Where the finest contrast peaks: the highest within 2 pixels, and clear.
+cv::Mat peaksOf(const cv::Mat& finest)
+{
+    cv::Mat around;
+    cv::dilate(finest, around, cv::getStructuringElement(cv::MORPH_RECT, {5, 5}));
+    return (finest >= around) & (finest >= kEdge);
+}
 
 std::vector<BlemishMark> measured(const cv::Mat& areas, int count, const Contrasts& contrast, const Differences& fine)
 {
+    const cv::Mat peaks = peaksOf(contrast.finest);
     std::vector<Moments> sums(static_cast<size_t>(count));
     for (int y = 0; y < areas.rows; ++y)
         for (int x = 0; x < areas.cols; ++x) {
@@ -142,7 +154,10 @@ std::vector<BlemishMark> measured(const cv::Mat& areas, int count, const Contras
                 continue;
             Moments& m = sums[size_t(k)];
             m.area += 1, m.x += x, m.y += y, m.xx += double(x) * x, m.yy += double(y) * y, m.xy += double(x) * y;
-            m.peak = std::max(m.peak, double(contrast.most.at<float>(y, x)));
+            if (contrast.most.at<float>(y, x) > m.peak)
+                m.peak = contrast.most.at<float>(y, x), m.strongest = {x, y};
+            m.sigma = std::max(m.sigma, double(contrast.foundAt.at<float>(y, x)));
+            m.peaks += peaks.at<uchar>(y, x) != 0;
             m.finest = std::max(m.finest, double(contrast.finest.at<float>(y, x)));
             m.coarsest = std::max(m.coarsest, double(contrast.coarsest.at<float>(y, x)));
             m.L += fine.L.at<float>(y, x), m.a += fine.a.at<float>(y, x), m.b += fine.b.at<float>(y, x);
@@ -152,8 +167,12 @@ std::vector<BlemishMark> measured(const cv::Mat& areas, int count, const Contras
         const Moments& m = sums[size_t(k)];
         BlemishMark mark;
         mark.label = k;
+        mark.strongest = m.strongest;
+        mark.peaks = m.peaks;
         mark.centre = {m.x / m.area, m.y / m.area};
-        mark.diameter = 2 * std::sqrt(m.area / std::numbers::pi);
+        // The blur of the scale it was found at widens it: taken off.
+        const double seen = 2 * std::sqrt(m.area / std::numbers::pi), blur = 2.355 * m.sigma;
+        mark.diameter = std::sqrt(std::max(seen * seen - blur * blur, seen * seen / 4));
         mark.peak = m.peak;
         mark.darker = -m.L / m.area, mark.redder = m.a / m.area, mark.yellower = m.b / m.area;
         mark.elongation = elongationOf(m);
@@ -183,8 +202,9 @@ void countAlike(std::vector<BlemishMark>& marks, double reach)
     }
 }
 
-// Red spots whose healed areas would touch are healed together, as one
-// area (dense acne): each takes the smallest index of the spots it touches,
+// Red spots whose healed areas would touch (a spot heals out to its
+// diameter and a pixel from its middle) are healed together, as one area
+// (dense acne): each takes the smallest index of the spots it touches,
 // through them. Brown marks heal one by one: a row of them is not acne.
 void groupTouching(std::vector<BlemishMark>& marks)
 {
@@ -198,19 +218,19 @@ void groupTouching(std::vector<BlemishMark>& marks)
     for (size_t i = 0; i < marks.size(); ++i)
         for (size_t j = i + 1; j < marks.size(); ++j)
             if (marks[i].heals() && marks[j].heals() && !isPigment(marks[i]) && !isPigment(marks[j])
-                && cv::norm(marks[i].centre - marks[j].centre)
-                       < 1.5 * (marks[i].diameter + marks[j].diameter) / 2 + 2)
+                && cv::norm(marks[i].centre - marks[j].centre) < marks[i].diameter + marks[j].diameter + 2)
                 root[find(j)] = find(i);
     for (size_t i = 0; i < marks.size(); ++i)
         marks[i].group = int(find(i)) + 1;
 }
 
-// A mole or a beauty mark: small, darker, no redder than it is dark, its
-// edge sharp (it keeps its contrast at the finest scale) and clear.
+// A mole or a beauty mark: small, darker, no redder than it is dark, clear,
+// and its edge sharp (it keeps its contrast at the finest scale) or it
+// very dark.
 bool isMole(const BlemishMark& m, double faceWidth)
 {
-    return m.diameter <= 0.02 * faceWidth && m.darker >= 3.5 && m.redder <= m.darker && m.sharpness >= 1.6
-           && m.peak >= 6;
+    return m.diameter <= 0.02 * faceWidth && m.darker >= 3.5 && m.redder <= m.darker && m.peak >= 6
+           && (m.sharpness >= 1.6 || m.darker >= 12);
 }
 
 // A hair or a fine line: long and thin.
@@ -223,23 +243,53 @@ bool isLine(const BlemishMark& m, double faceWidth)
 // in working pixels) and where the skin is busy.
 struct Face {
     double widest, faceWidth;
-    const cv::Mat& busy;
+    const cv::Mat& busyMap;
+
+    // Busy around the mark, not in it: a dark mark makes its own grain.
+    bool busy(const BlemishMark& m) const
+    {
+        const double away = m.diameter / 2 + 4;
+        int busySides = 0;
+        for (const cv::Point2d side : {cv::Point2d(1, 0), {-1, 0}, {0, 1}, {0, -1}}) {
+            const cv::Point at(m.centre + away * side);
+            busySides += at.inside(cv::Rect(0, 0, busyMap.cols, busyMap.rows)) && busyMap.at<uchar>(at);
+        }
+        return busySides >= 3;
+    }
 };
+
+// Whether a brown mark is part of a larger one (a mole, a birthmark): what
+// stands out by half its peak, connected to it, is wider than twice Size.
+// A large dome shows several peaks at the spots' scale; it stays whole.
+bool partOfLargeMark(const BlemishMark& m, const cv::Mat& contrast, double widest)
+{
+    if (!isPigment(m))
+        return false;
+    cv::Mat reach = cv::Mat::zeros(contrast.rows + 2, contrast.cols + 2, CV_8U);
+    cv::Mat copy = contrast.clone();
+    const int filled = cv::floodFill(copy, reach, m.strongest, 0, nullptr, cv::Scalar(0.5 * m.peak), cv::Scalar(1e9),
+                                     4 | cv::FLOODFILL_FIXED_RANGE | cv::FLOODFILL_MASK_ONLY | (255 << 8));
+    return 2 * std::sqrt(filled / std::numbers::pi) > 2 * widest;
+}
 
 BlemishMark::Kind kindOf(const BlemishMark& m, const Face& face)
 {
     using Kind = BlemishMark::Kind;
-    if (isMole(m, face.faceWidth))
-        return Kind::Mole;
-    if (m.diameter > (isPigment(m) ? 1 : 4) * face.widest)
+    // Larger than Size: a mark, not a spot — unless it is red spots that touch
+    // (several peaks within it, no wider than four spots): dense acne.
+    if (m.diameter > face.widest && (isPigment(m) || m.peaks < 2 || m.diameter > 4 * face.widest))
         return Kind::Large;
     if (isLine(m, face.faceWidth))
         return Kind::Line;
+    if (m.darker < 0 && m.redder < 0.5 * -m.darker && m.diameter > face.widest / 2)
+        return Kind::Large; // lighter and wide: shine, not a whitehead
     if (!isPigment(m))
-        return Kind::Spot; // red (papules, pustules, red marks, touching ones) or lighter (whiteheads, scars)
+        return Kind::Spot; // red (papules, pustules, red marks) or lighter (whiteheads, scars)
     if (m.alike >= 3 && m.diameter <= 0.015 * face.faceWidth)
         return Kind::Freckle;
-    if (face.busy.at<uchar>(cv::Point(m.centre)))
+    if (isMole(m, face.faceWidth))
+        return Kind::Mole;
+    if (face.busy(m))
         return Kind::Busy;
     return Kind::Spot; // a dark or brown mark on its own
 }
@@ -268,7 +318,7 @@ BlemishMap BlemishMap::of(const FaceSkin& skin, double widest)
     // skin's grain is smoothed away, a sharp dot only before); a mark
     // reaches as far as half its own peak at the finest scale it shows at,
     // so neighbouring spots part where the skin between them falls back.
-    Contrasts contrast{cv::Mat::zeros(raw.L.size(), CV_32F), {}, {}};
+    Contrasts contrast{cv::Mat::zeros(raw.L.size(), CV_32F), {}, {}, cv::Mat::zeros(raw.L.size(), CV_32F)};
     cv::Mat cores = cv::Mat::zeros(raw.L.size(), CV_8U);
     const int across = std::max(3, int(widest * 0.75)) | 1;
     const cv::Mat disc = cv::getStructuringElement(cv::MORPH_ELLIPSE, {across, across});
@@ -278,7 +328,9 @@ BlemishMap BlemishMap::of(const FaceSkin& skin, double widest)
         cv::dilate(atScale, localPeak, disc);
         core = (atScale >= kEdge) & (atScale >= 0.5 * localPeak);
         cv::dilate(cores, shown, disc);
-        cores |= core & ~shown;
+        core &= ~shown;
+        contrast.foundAt.setTo(sigma, core);
+        cores |= core;
         contrast.most = cv::max(contrast.most, atScale);
         (contrast.finest.empty() ? contrast.finest : contrast.coarsest) = atScale;
     }
@@ -293,8 +345,9 @@ BlemishMap BlemishMap::of(const FaceSkin& skin, double widest)
     const cv::Mat busy = busyOf(lab.L, skin.allowed);
     const Face face{widest, skin.workingWidth, busy};
     for (BlemishMark& mark : marks)
-        mark.kind = kindOf(mark, face);
+        mark.kind = partOfLargeMark(mark, contrast.most, widest) ? BlemishMark::Kind::Large : kindOf(mark, face);
     groupTouching(marks);
     map.marks = std::move(marks);
+    map.contrast = contrast.most;
     return map;
 }

@@ -26,14 +26,21 @@ struct BlemishMark {
     double sharpness = 1; // its contrast at the finest scale over that at the coarsest: a sharp edge keeps it
     int alike = 0;        // neighbours of its colour and size nearby
     int label = 0;        // its area in BlemishMap::areas
+    cv::Point strongest;  // where it stands out most
+    int peaks = 0;        // how many spots it holds: its local maxima at the finest scale
     int group = 0;        // spots whose healed areas touch share it
 
     bool heals() const { return kind == Kind::Spot; }
 };
 
 struct BlemishMap {
+    // Where a mark's area ends: its contrast falls to this, in units of the
+    // skin's own variation. Skin below it everywhere is calm.
+    static constexpr double kEdge = 1.5;
+
     std::vector<BlemishMark> marks;
-    cv::Mat areas; // CV_32S at the working scale: each mark's label over its pixels, 0 elsewhere
+    cv::Mat areas;    // CV_32S at the working scale: each mark's label over its pixels, 0 elsewhere
+    cv::Mat contrast; // CV_32F: how far each pixel stands out, the most at any scale
 
     // The contrast a mark needs to be healed at a Strength (0 to 100): the
     // higher the Strength, the fainter the spots healed.

@@ -135,7 +135,7 @@ struct HealBlemishes::Search {
                 ++inGroup[mark.group];
             }
         }
-        // A spot wider than Size is spots that touch.
+        // A spot wider than Size is spots that touch: an area too.
         for (HealBlemishes::Spot& spot : spots)
             if (inGroup[spot.cluster] < 2 && spot.radius * 2 * face.scale <= widest)
                 spot.cluster = 0;
@@ -157,28 +157,36 @@ struct HealBlemishes::Search {
 
 namespace {
 
-// The skin a spot is healed with: a patch at about twice its healed reach,
-// in the direction where the skin is calmest — the fewest marks of any kind
-// first, so that no neighbouring spot is copied in as texture.
+// The skin a spot is healed with: a patch where nothing stands out (its
+// texture is copied in: a neighbouring spot, found or too faint to be,
+// would come with it), the nearest such of several rings around the spot,
+// else the calmest of them.
 std::optional<QPointF> sourceFor(const HealBlemishes::Search& search, QPointF centre, double radius, QSize size)
 {
     const FaceSkin& face = search.face;
-    const double reach = healedRadius(radius) + fadeWidth(radius), away = 2.2 * reach;
+    const cv::Mat& contrast = search.map.contrast;
+    const double reach = healedRadius(radius) + fadeWidth(radius);
+    const QRectF inside = QRectF(QPointF(0, 0), QSizeF(size)).adjusted(reach + 4, reach + 4, -reach - 4, -reach - 4);
+    const int r = std::max(1, int(reach * face.scale));
     std::optional<QPointF> best;
     double calmest = 1e300;
-    for (int k = 0; k < 8; ++k) {
-        const QPointF at = centre + away * QPointF(std::cos(k * std::numbers::pi / 4), std::sin(k * std::numbers::pi / 4));
-        if (!QRectF(QPointF(0, 0), QSizeF(size)).adjusted(reach + 4, reach + 4, -reach - 4, -reach - 4).contains(at)
-            || !clearOfFeatures(face, at, radius))
-            continue;
-        const cv::Point w(int((at.x() - face.area.x) * face.scale), int((at.y() - face.area.y) * face.scale));
-        const int r = std::max(1, int(reach * face.scale));
-        const cv::Mat& areas = search.map.areas;
-        const cv::Rect box = cv::Rect(w.x - r, w.y - r, 2 * r + 1, 2 * r + 1) & cv::Rect(0, 0, areas.cols, areas.rows);
-        const double restless = box.area() > 0 ? double(cv::countNonZero(areas(box))) / box.area() : 1e300;
-        if (restless < calmest)
-            calmest = restless, best = at;
-    }
+    for (double away : {1.6 * reach, 2.2 * reach, 3.0 * reach})
+        for (int k = 0; k < 16; ++k) {
+            const double angle = k * std::numbers::pi / 8;
+            const QPointF at = centre + away * QPointF(std::cos(angle), std::sin(angle));
+            if (!inside.contains(at) || !clearOfFeatures(face, at, radius))
+                continue;
+            const cv::Point w(int((at.x() - face.area.x) * face.scale), int((at.y() - face.area.y) * face.scale));
+            const cv::Rect box =
+                cv::Rect(w.x - r, w.y - r, 2 * r + 1, 2 * r + 1) & cv::Rect(0, 0, contrast.cols, contrast.rows);
+            double restless = 1e300;
+            if (box.area() > 0 && cv::countNonZero(face.allowed(box)) == box.area())
+                cv::minMaxLoc(contrast(box), nullptr, &restless);
+            if (restless < BlemishMap::kEdge)
+                return at;
+            if (restless < calmest)
+                calmest = restless, best = at;
+        }
     return best;
 }
 
@@ -214,34 +222,37 @@ void healStroke(QImage& picture, const FaceSkin& face, const OpenedPhoto& photo,
              [&](QPointF at) { return face.allows(at); });
 }
 
+// A spot healed as a disc: one found spares the marks kept around it, one
+// clicked (it names no area) heals whatever it covers.
 void healSpot(QImage& picture, const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
 {
     healDisc(picture, spot.centre, healedRadius(spot.radius), fadeWidth(spot.radius),
-             sourceFor(search, spot.centre, spot.radius, picture.size()),
-             [&](QPointF at) { return search.healable(at); });
+             sourceFor(search, spot.centre, spot.radius, picture.size()), [&](QPointF at) {
+                 return spot.area ? search.healable(at) : search.face.allows(at);
+             });
 }
 
-// Touching spots healed as one area: their pixels at the working scale, a
-// little wider, brought to the photo; the texture from skin clear of them.
-// A cluster wider than four spots, or with no clear skin near enough to
-// take its texture from, is healed spot by spot instead: never a flat patch.
+// Touching spots healed as one area: the union of the discs each would heal
+// alone, its texture from skin clear of them. A cluster wider than four
+// spots, or with no skin near enough to take its texture from, is healed
+// spot by spot instead: never a flat patch.
 void healCluster(QImage& picture, const HealBlemishes::Search& search, const std::vector<HealBlemishes::Spot>& spots)
 {
-    const FaceSkin& face = search.face;
-    const cv::Mat& areas = search.map.areas;
-    cv::Mat working = cv::Mat::zeros(areas.size(), CV_8U);
-    for (const HealBlemishes::Spot& spot : spots)
-        working.setTo(255, areas == spot.area);
-    const int margin = 3;
-    cv::Rect box = cv::boundingRect(working);
-    box = cv::Rect(box.x - margin, box.y - margin, box.width + 2 * margin, box.height + 2 * margin)
-          & cv::Rect(0, 0, areas.cols, areas.rows);
-    const QPointF origin = search.inPhoto(cv::Point2d(box.x, box.y));
-    const cv::Size size(std::max(1, int(std::lround(box.width / face.scale))),
-                        std::max(1, int(std::lround(box.height / face.scale))));
-    const QPointF centre = origin + QPointF(size.width, size.height) / 2;
-    const double radius = std::max(size.width, size.height) / 2.0;
-    const std::optional<QPointF> source = std::max(box.width, box.height) <= 4 * search.widest
+    QRectF bounds;
+    std::vector<double> radii;
+    for (const HealBlemishes::Spot& spot : spots) {
+        const double r = healedRadius(spot.radius);
+        bounds |= QRectF(spot.centre - QPointF(r, r), QSizeF(2 * r, 2 * r));
+        radii.push_back(spot.radius);
+    }
+    // The shading is parted from the texture at the scale of its typical
+    // spot, not its largest: a wide blur would carry the features' colours in.
+    std::ranges::nth_element(radii, radii.begin() + std::ptrdiff_t(radii.size() / 2));
+    const double typical = radii[radii.size() / 2];
+    const QRect box = bounds.toAlignedRect().adjusted(-1, -1, 1, 1);
+    const QPointF centre = QRectF(box).center();
+    const double radius = std::max(box.width(), box.height()) / 2.0;
+    const std::optional<QPointF> source = 2 * radius * search.face.scale <= 4 * search.widest
                                               ? sourceFor(search, centre, radius, picture.size())
                                               : std::nullopt;
     if (!source) {
@@ -249,13 +260,13 @@ void healCluster(QImage& picture, const HealBlemishes::Search& search, const std
             healSpot(picture, search, spot);
         return;
     }
-    cv::Mat grown, mask;
-    cv::dilate(working(box), grown, cv::getStructuringElement(cv::MORPH_ELLIPSE, {3, 3}));
-    cv::resize(grown, mask, size, 0, 0, cv::INTER_LINEAR);
-    double typical = 0;
-    for (const HealBlemishes::Spot& spot : spots)
-        typical = std::max(typical, spot.radius);
-    healArea(picture, mask, origin.toPoint(), fadeWidth(typical), std::max(1.0, typical / 2),
+    cv::Mat mask = cv::Mat::zeros(box.height(), box.width(), CV_8U);
+    for (const HealBlemishes::Spot& spot : spots) {
+        const QPointF at = spot.centre - QPointF(box.topLeft());
+        cv::circle(mask, cv::Point(int(std::lround(at.x())), int(std::lround(at.y()))),
+                   int(std::ceil(healedRadius(spot.radius))), 255, cv::FILLED);
+    }
+    healArea(picture, mask, box.topLeft(), fadeWidth(typical), std::max(1.0, healedRadius(typical) / 2),
              (*source - centre).toPoint(), [&](QPointF at) { return search.healable(at); });
 }
 
@@ -312,9 +323,14 @@ HealBlemishes::Outcome HealBlemishes::outcomeOf(const OpenedPhoto& photo, const 
 {
     const Search search(photo, s.f_Heal_Blemishes_Size);
     Outcome outcome{search.healed(photo, s, edits), {}};
-    if (!search.face.isEmpty())
-        for (QPointF percent : edits.array_Kept_Spots)
-            outcome.kept.push_back({photo.pixelAtOpenedPercent(percent), search.clickedRadius()});
+    if (search.face.isEmpty())
+        return outcome;
+    const double threshold = BlemishMap::thresholdFor(s.u_Heal_Blemishes_Strength);
+    for (const BlemishMark& mark : search.map.marks)
+        if ((mark.kind == BlemishMark::Kind::Mole || mark.kind == BlemishMark::Kind::Freckle) && mark.peak >= threshold)
+            outcome.kept.push_back({search.inPhoto(mark.centre), std::max(mark.diameter, 1.5) / 2 / search.face.scale});
+    for (QPointF percent : edits.array_Kept_Spots)
+        outcome.kept.push_back({photo.pixelAtOpenedPercent(percent), search.clickedRadius()});
     return outcome;
 }
 
@@ -415,7 +431,7 @@ public:
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setBrush(Qt::NoBrush);
         const auto ring = [&](const HealBlemishes::Spot& spot) {
-            const double r = std::max(3.0, (1.5 * spot.radius + 1) * toView.m11());
+            const double r = std::max(3.0, healedRadius(spot.radius) * toView.m11());
             painter.drawEllipse(toView.map(spot.centre), r, r);
         };
         painter.setPen(QPen(QColor(40, 230, 120), 1.5));

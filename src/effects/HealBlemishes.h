@@ -65,8 +65,9 @@ struct HealBlemishes {
     };
     static std::vector<Judged> judgedMarks(const OpenedPhoto& photo, const Settings& s);
 
-    // What the photo shows: the spots healed, and the marks kept where they
-    // were clicked, at a click's size.
+    // What the photo shows: the spots healed, and the marks kept — moles and
+    // freckles for what they are, and where a found spot was clicked, at a
+    // click's size.
     struct Outcome {
         std::vector<Spot> healed, kept;
     };

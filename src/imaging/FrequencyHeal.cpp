@@ -5,10 +5,29 @@
 #include <opencv2/imgproc.hpp>
 #include <opencv2/photo.hpp>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 #include <numbers>
 
 namespace {
+
+// The texture moved in keeps the skin's grain, never a mark that happened
+// to lie where it was taken: each value is held within three robust spreads
+// (1.4826 × the median distance from 0) of the patch's own.
+void limitToGrain(cv::Mat& texture)
+{
+    std::vector<float> all;
+    all.reserve(texture.total() * 3);
+    for (auto it = texture.begin<cv::Vec3f>(); it != texture.end<cv::Vec3f>(); ++it)
+        for (int k = 0; k < 3; ++k)
+            all.push_back(std::abs((*it)[k]));
+    if (all.empty())
+        return;
+    std::nth_element(all.begin(), all.begin() + std::ptrdiff_t(all.size() / 2), all.end());
+    const float limit = std::max(3 * 1.4826f * all[all.size() / 2], 1.0f);
+    texture = cv::max(cv::min(texture, cv::Scalar::all(limit)), cv::Scalar::all(-limit));
+}
 
 // What both heals share, inside `box` of the picture: the area (non-zero
 // in `area`) inpainted and blurred by `sigma` for its shading, plus the
@@ -35,6 +54,7 @@ void healInBox(QImage& picture, const cv::Rect& box, const cv::Mat& area, double
             patch.convertTo(patch, CV_32F);
             cv::GaussianBlur(patch, smooth, {0, 0}, sigma);
             texture = patch - smooth;
+            limitToGrain(texture);
         }
     }
     for (int y = 0; y < box.height; ++y)

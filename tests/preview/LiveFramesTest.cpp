@@ -90,11 +90,12 @@ TEST(LiveFrames, AFrameLooksLikeTheFullPictureInView)
             ASSERT_GT(cv::countNonZero(where), 0) << nameOfSwitch(effect) << " shows nowhere at " << zoom;
             // Eye colour thresholds whole pixels where it restores the eye's
             // bright parts: measured 0.21 to 0.56 of its change over ten
-            // settings, the others at most 0.22. Healing copies skin texture
-            // from the calmest patch by a spot, which a frame picks among its
-            // own pixels: the same spot, other grain (measured 0.48).
-            const bool grainy = effect == &EditingState::b_Color_Eyes || effect == &EditingState::b_Heal_Blemishes;
-            const double share = zoom == 1 ? 0.01 : grainy ? 0.6 : 0.25;
+            // settings, the others at most 0.22. Healing moves skin texture
+            // in from a calm patch by each spot: the frame heals the same
+            // spots from the same patches, with its own grain (measured 0.77
+            // with every spot the default Strength finds healed).
+            const double grainy = effect == &EditingState::b_Heal_Blemishes ? 0.85 : effect == &EditingState::b_Color_Eyes ? 0.6 : 0;
+            const double share = zoom == 1 ? 0.01 : grainy > 0 ? grainy : 0.25;
             EXPECT_LE(meanOverColours(difference(full, framed), where), meanOverColours(itsChange, where) * share)
                 << nameOfSwitch(effect) << " at " << zoom;
         }

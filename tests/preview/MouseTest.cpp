@@ -2,6 +2,7 @@
 #include "TestPortrait.h"
 #include "PhotoEdits.h"
 #include "DocumentView.h"
+#include "HealBlemishes.h"
 
 #include <QTest>
 #include <QUndoStack>
@@ -251,22 +252,38 @@ TEST_P(MouseTest, EditSpotsHealsAndKeepsTheSpotClickedEachClickOneStep)
 TEST_P(MouseTest, ShowSpotsRingsTheHealedSpotsOnThePreviewOnly)
 {
     state.b_Heal_Blemishes = true;
+    state.b_Show_Spots = true;
+    redraw();
+    const QStringList foundNote = view.overlayNotes();
     photoEdits.array_Healed_Spots = {cheekPercent()};
+    state.b_Show_Spots = false;
     redraw();
     const QImage without = view.grab().toImage(), picture = shows.session.compositor().working().copy();
     state.b_Show_Spots = true;
     redraw();
     const QImage with = view.grab().toImage();
-    QRect ring;
-    for (int y = 0; y < with.height(); ++y)
-        for (int x = 0; x < with.width(); ++x)
-            if (with.pixel(x, y) != without.pixel(x, y))
-                ring |= QRect(x, y, 1, 1);
-    const QPointF cheek(cheekPercent().x() * photo.imgSize.width() / 100, cheekPercent().y() * photo.imgSize.height() / 100);
-    ASSERT_FALSE(ring.isEmpty());
-    EXPECT_LT(QLineF(QRectF(ring).center(), atTopDown(cheek) * view.devicePixelRatioF()).length(), 2);
     EXPECT_TRUE(shows.session.compositor().working() == picture) << "never in the picture";
-    EXPECT_EQ(view.overlayNotes(), QStringList{"1 spot healed, 0 marks kept"});
+    // A ring around the clicked spot: drawn at its radius on every side.
+    const HealBlemishes::Outcome outcome = HealBlemishes::outcomeOf(photo, state, photoEdits);
+    const QPointF cheek(cheekPercent().x() * photo.imgSize.width() / 100, cheekPercent().y() * photo.imgSize.height() / 100);
+    const auto clicked = std::ranges::find_if(outcome.healed, [&](const auto& spot) { return !spot.area; });
+    ASSERT_NE(clicked, outcome.healed.end());
+    const QPointF centre = atTopDown(cheek) * view.devicePixelRatioF();
+    const double scale = view.rectDrawCamera().width() / photo.imgSize.width();
+    const double radius = std::max(3.0, (2 * clicked->radius + 1) * scale) * view.devicePixelRatioF();
+    for (const QPointF side : {QPointF(1, 0), QPointF(0, 1), QPointF(-1, 0), QPointF(0, -1)}) {
+        bool drawn = false;
+        for (double r = radius - 2; r <= radius + 2; r += 0.5) {
+            const QPoint at = (centre + r * side).toPoint();
+            drawn |= with.pixel(at) != without.pixel(at);
+        }
+        EXPECT_TRUE(drawn) << "the ring's side " << side.x() << ", " << side.y();
+    }
+    ASSERT_EQ(view.overlayNotes().size(), 1);
+    const QString note = view.overlayNotes().first();
+    EXPECT_TRUE(note.startsWith(QString("%1 spot").arg(outcome.healed.size()))) << note.toStdString();
+    EXPECT_TRUE(note.contains(QString(", %1 mark").arg(outcome.kept.size()))) << note.toStdString();
+    EXPECT_NE(note, foundNote.value(0)) << "the click counted";
     state.b_Heal_Blemishes = false;
     EXPECT_TRUE(view.overlayNotes().isEmpty()) << "only while the effect is on";
 }
