@@ -13,6 +13,7 @@
 
 #include <cstring>
 #include <map>
+#include <type_traits>
 
 // Ratios are given against BM_PlainCopy12MP (or 24MP) of the same run.
 
@@ -104,6 +105,47 @@ void composeAfterChanges(benchmark::State& state, const OpenedPhoto& photo, cons
     }
 }
 
+// The marks a click or a stroke leaves for healing, changed: a list of
+// them gains one (or loses it on the way back).
+struct ChangedMarks {
+    void operator()(PointList& v) const { v = v.isEmpty() ? PointList{{38, 58}} : PointList{}; }
+    void operator()(QList<PointList>& v) const { v = v.isEmpty() ? QList<PointList>{{{36, 58}, {40, 60}}} : QList<PointList>{}; }
+};
+
+bool isHealingMark(const char* name)
+{
+    return qstrcmp(name, "array_Healed_Spots") == 0 || qstrcmp(name, "array_Kept_Spots") == 0
+           || qstrcmp(name, "array_Heal_Strokes") == 0;
+}
+
+// One compose after a click or a stroke changed the healing's marks, all
+// nine effects and healing on; back and forth.
+void composeAfterMarks(benchmark::State& state, const OpenedPhoto& photo, const PhotoEdits& photoEdits,
+                       const char* field, double photoPixelsPerPixel = 1)
+{
+    EditingState settings = everyEffectOn();
+    settings.b_Heal_Blemishes = true;
+    PhotoEdits after = photoEdits;
+    after.forEachField([&](const char* name, auto& value, auto) {
+        if constexpr (std::is_invocable_v<ChangedMarks, decltype(value)>)
+            if (qstrcmp(name, field) == 0)
+                ChangedMarks()(value);
+    });
+    Compositor compositor;
+    compositor.compose(photo, photoEdits, settings, photoPixelsPerPixel);
+    bool flip = false;
+    for (auto _ : state) {
+        flip = !flip;
+        benchmark::DoNotOptimize(compositor.compose(photo, flip ? after : photoEdits, settings, photoPixelsPerPixel));
+    }
+}
+
+void redrawAfterMarks(benchmark::State& state, QSize size, const char* field)
+{
+    const Photo& p = photoOf(size);
+    composeAfterMarks(state, p.photo, p.photoEdits, field);
+}
+
 void redrawAfter(benchmark::State& state, QSize size, const char* field)
 {
     const Photo& p = photoOf(size);
@@ -132,6 +174,15 @@ void interactiveStep(benchmark::State& state, QSize size, const char* field)
     const PhotoEdits photoEdits = proxyPhotoEdits(p.photoEdits, p.photo.imgSize, frame);
     composeAfterChanges(state, proxy, photoEdits, field, frame.photoPixelsPerPixel());
     state.counters["frameMP"] = double(frame.size.width()) * frame.size.height() / 1e6;
+}
+
+void interactiveMarksStep(benchmark::State& state, QSize size, const char* field)
+{
+    const Photo& p = photoOf(size);
+    const ProxyFrame frame = fittedFrame(size);
+    const OpenedPhoto proxy = proxyPhoto(p.photo, frame);
+    composeAfterMarks(state, proxy, proxyPhotoEdits(p.photoEdits, p.photo.imgSize, frame), field,
+                      frame.photoPixelsPerPixel());
 }
 
 // What the preview makes once per view before its first frame.
@@ -186,6 +237,12 @@ void registerAll(const char* label, QSize size)
             benchmark::RegisterBenchmark(name(QString("BM_Redraw%1/") + field).c_str(), redrawAfter, size, field)
                 ->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.5);
     });
+    PhotoEdits marks;
+    marks.forEachField([&](const char* field, auto&, auto) {
+        if (isHealingMark(field))
+            benchmark::RegisterBenchmark(name(QString("BM_Redraw%1/") + field).c_str(), redrawAfterMarks, size, field)
+                ->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.5);
+    });
     for (const auto& [format, file] : {std::pair{"Png", "saved.png"}, {"Jpeg", "saved.jpg"}, {"WebP", "saved.webp"},
                                        {"Tiff", "saved.tif"}})
         benchmark::RegisterBenchmark(name(QString("BM_Save") + format + "%1").c_str(), save, size, file)
@@ -208,6 +265,12 @@ void registerLive()
                                      field)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.3);
         benchmark::RegisterBenchmark((std::string("BM_Settle64MP/") + field).c_str(), redrawAfter, size, field)
             ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(4);
+    });
+    PhotoEdits marks;
+    marks.forEachField([&](const char* field, auto&, auto) {
+        if (isHealingMark(field))
+            benchmark::RegisterBenchmark((std::string("BM_InteractiveStep64MP/") + field).c_str(), interactiveMarksStep,
+                                         size, field)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.3);
     });
 }
 

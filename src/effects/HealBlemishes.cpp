@@ -54,11 +54,10 @@ double widestAt(float size) { return std::max(2.0, double(size) * kWorkingWidth 
 double healedRadius(double radius) { return 2 * radius + 1; }
 double fadeWidth(double radius) { return std::max(1.0, 0.6 * healedRadius(radius)); }
 
-// Whether a spot's healed area lies on healable skin (its fade may reach
-// into the margin the skin keeps from the features: nothing but skin changes).
-bool clearOfFeatures(const FaceSkin& face, QPointF centre, double radius)
+// Whether a disc lies on healable skin (a heal's fade may reach into the
+// margin the skin keeps from the features and the face's edge).
+bool clearOfFeatures(const FaceSkin& face, QPointF centre, double reach)
 {
-    const double reach = healedRadius(radius);
     for (int k = 0; k < 16; ++k) {
         const double angle = k * std::numbers::pi / 8;
         if (!face.allows(centre + reach * QPointF(std::cos(angle), std::sin(angle))))
@@ -130,7 +129,7 @@ struct HealBlemishes::Search {
             const auto kept = std::find_if(keptSpots.begin(), keptSpots.end(), [&](QPointF p) {
                 return QLineF(photo.pixelAtOpenedPercent(p), spot.centre).length() <= clickedRadius() + spot.radius;
             });
-            if (kept == keptSpots.end() && clearOfFeatures(face, spot.centre, spot.radius)) {
+            if (kept == keptSpots.end() && clearOfFeatures(face, spot.centre, healedRadius(spot.radius))) {
                 spots.push_back(spot);
                 ++inGroup[mark.group];
             }
@@ -174,7 +173,7 @@ std::optional<QPointF> sourceFor(const HealBlemishes::Search& search, QPointF ce
         for (int k = 0; k < 16; ++k) {
             const double angle = k * std::numbers::pi / 8;
             const QPointF at = centre + away * QPointF(std::cos(angle), std::sin(angle));
-            if (!inside.contains(at) || !clearOfFeatures(face, at, radius))
+            if (!inside.contains(at) || !clearOfFeatures(face, at, healedRadius(radius)))
                 continue;
             const cv::Point w(int((at.x() - face.area.x) * face.scale), int((at.y() - face.area.y) * face.scale));
             const cv::Rect box =

@@ -39,9 +39,9 @@ QPainterPath forehead(const FaceLandmarks& p, double faceWidth)
     return band;
 }
 
-// Of the forehead, only what has the colour of the face's skin (not a fringe
-// of hair, a hat, the background), its small holes (spots) filled.
-cv::Mat skinColoured(const FaceSkin& skin, const cv::Mat& face, const cv::Mat& foreheadOnly)
+// What has the colour of the face's skin (not a fringe of hair, a scarf,
+// the background the outline strays into), its small holes (spots) filled.
+cv::Mat skinColoured(const FaceSkin& skin, const cv::Mat& face)
 {
     cv::Mat lab;
     cv::cvtColor(skin.rgb, lab, cv::COLOR_RGB2Lab);
@@ -64,7 +64,7 @@ cv::Mat skinColoured(const FaceSkin& skin, const cv::Mat& face, const cv::Mat& f
     cv::inRange(lab, typical - cv::Scalar(70, 14, 16), typical + cv::Scalar(70, 14, 16), near);
     const int fill = std::max(3, int(0.05 * skin.workingWidth)) | 1;
     cv::morphologyEx(near, near, cv::MORPH_CLOSE, cv::getStructuringElement(cv::MORPH_ELLIPSE, {fill, fill}));
-    return near & foreheadOnly;
+    return near;
 }
 
 cv::Mat skinMask(const OpenedPhoto& photo, const FaceSkin& skin, double faceWidth, double workingWidth)
@@ -90,9 +90,10 @@ cv::Mat skinMask(const OpenedPhoto& photo, const FaceSkin& skin, double faceWidt
     const cv::Mat face = cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())) == 255;
     const cv::Mat foreheadOnly(foreheadMask.height(), foreheadMask.width(), CV_8UC1, foreheadMask.bits(),
                                size_t(foreheadMask.bytesPerLine()));
-    cv::Mat coloured = skinColoured(skin, face, foreheadOnly == 255);
-    cv::dilate(coloured, coloured, cv::getStructuringElement(cv::MORPH_ELLIPSE, {5, 5})); // over the outline's soft edge
-    cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())).setTo(255, coloured);
+    const cv::Mat skinColour = skinColoured(skin, face);
+    cv::Mat forehead = skinColour & (foreheadOnly == 255);
+    cv::dilate(forehead, forehead, cv::getStructuringElement(cv::MORPH_ELLIPSE, {5, 5})); // over the outline's soft edge
+    cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())).setTo(255, forehead);
     painter.begin(&mask);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(skin.scale, skin.scale);
@@ -104,8 +105,10 @@ cv::Mat skinMask(const OpenedPhoto& photo, const FaceSkin& skin, double faceWidt
     painter.fillPath(browBand(landmarks, 17, 0.07 * faceWidth), Qt::black);
     painter.fillPath(browBand(landmarks, 22, 0.07 * faceWidth), Qt::black);
     painter.end();
-    // Only what is wholly white counts, kept clear of the rest by 1.5 % of the face.
+    // Only what is wholly white and of the skin's colour counts, kept clear of
+    // the rest by 1.5 % of the face.
     cv::Mat allowed = cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())) == 255;
+    allowed &= skinColour;
     const int margin = int(std::lround(0.015 * workingWidth));
     cv::erode(allowed, allowed, cv::getStructuringElement(cv::MORPH_ELLIPSE, {2 * margin + 1, 2 * margin + 1}));
     return allowed;
