@@ -156,10 +156,10 @@ struct HealBlemishes::Search {
 
 namespace {
 
-// The skin a spot is healed with: a patch where nothing stands out (its
-// texture is copied in: a neighbouring spot, found or too faint to be,
-// would come with it), the nearest such of several rings around the spot,
-// else the calmest of them.
+// The skin a spot is healed with: a patch on the skin where nothing stands
+// out (its texture is copied in: a neighbouring spot, found or too faint to
+// be, would come with it), the nearest such of several rings around the
+// spot, else the calmest of them.
 std::optional<QPointF> sourceFor(const HealBlemishes::Search& search, QPointF centre, double radius, QSize size)
 {
     const FaceSkin& face = search.face;
@@ -173,14 +173,14 @@ std::optional<QPointF> sourceFor(const HealBlemishes::Search& search, QPointF ce
         for (int k = 0; k < 16; ++k) {
             const double angle = k * std::numbers::pi / 8;
             const QPointF at = centre + away * QPointF(std::cos(angle), std::sin(angle));
-            if (!inside.contains(at) || !clearOfFeatures(face, at, healedRadius(radius)))
-                continue;
             const cv::Point w(int((at.x() - face.area.x) * face.scale), int((at.y() - face.area.y) * face.scale));
-            const cv::Rect box =
-                cv::Rect(w.x - r, w.y - r, 2 * r + 1, 2 * r + 1) & cv::Rect(0, 0, contrast.cols, contrast.rows);
-            double restless = 1e300;
-            if (box.area() > 0 && cv::countNonZero(face.allowed(box)) == box.area())
-                cv::minMaxLoc(contrast(box), nullptr, &restless);
+            const cv::Rect box = cv::Rect(w.x - r, w.y - r, 2 * r + 1, 2 * r + 1);
+            // On the skin: the patch inside the face's working picture, nine tenths of it skin.
+            if (!inside.contains(at) || (box & cv::Rect(0, 0, contrast.cols, contrast.rows)) != box
+                || cv::countNonZero(face.allowed(box)) < 0.9 * box.area())
+                continue;
+            double restless = 0;
+            cv::minMaxLoc(contrast(box), nullptr, &restless, nullptr, nullptr, face.allowed(box));
             if (restless < BlemishMap::kEdge)
                 return at;
             if (restless < calmest)
@@ -231,24 +231,68 @@ void healSpot(QImage& picture, const HealBlemishes::Search& search, const HealBl
              });
 }
 
-// Touching spots healed as one area: the union of the discs each would heal
-// alone, its texture from skin clear of them. A cluster wider than four
+// Whether a found spot is touching spots seen as one mark wider than Size.
+bool isWide(const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
+{
+    return 2 * spot.radius * search.face.scale > search.widest;
+}
+
+// Where a found spot heals, in photo pixels: a disc out to its diameter;
+// for touching spots seen as one wider mark, its own area a quarter of Size
+// wider (a disc that wide would wash out the skin between them).
+QRect healedBounds(const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
+{
+    if (!isWide(search, spot)) {
+        const double r = healedRadius(spot.radius);
+        return QRectF(spot.centre - QPointF(r, r), QSizeF(2 * r, 2 * r)).toAlignedRect();
+    }
+    const cv::Rect working = cv::boundingRect(search.map.areas == spot.area);
+    const double grow = search.widest / 4 + 1;
+    const QPointF from = search.inPhoto(cv::Point2d(working.x - grow, working.y - grow));
+    const QPointF to = search.inPhoto(cv::Point2d(working.br().x + grow, working.br().y + grow));
+    return QRectF(from, to).toAlignedRect();
+}
+
+void paintHealed(cv::Mat& mask, QPoint origin, const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
+{
+    if (!isWide(search, spot)) {
+        const QPointF at = spot.centre - QPointF(origin);
+        cv::circle(mask, cv::Point(int(std::lround(at.x())), int(std::lround(at.y()))),
+                   int(std::ceil(healedRadius(spot.radius))), 255, cv::FILLED);
+        return;
+    }
+    const FaceSkin& face = search.face;
+    const int grow = int(search.widest / 4) + 1;
+    cv::Mat working;
+    cv::dilate(search.map.areas == spot.area, working,
+               cv::getStructuringElement(cv::MORPH_ELLIPSE, {2 * grow + 1, 2 * grow + 1}));
+    for (int y = 0; y < mask.rows; ++y)
+        for (int x = 0; x < mask.cols; ++x) {
+            const cv::Point w(int(std::floor((origin.x() + x - face.area.x) * face.scale)),
+                              int(std::floor((origin.y() + y - face.area.y) * face.scale)));
+            if (w.inside(cv::Rect(0, 0, working.cols, working.rows)) && working.at<uchar>(w))
+                mask.at<uchar>(y, x) = 255;
+        }
+}
+
+// Touching spots healed as one area: the union of what each would heal
+// alone, its texture from skin clear of them, its shading parted from the
+// texture at the scale of a typical spot (a wide blur would flatten the
+// area and carry the features' colours in). A cluster wider than four
 // spots, or with no skin near enough to take its texture from, is healed
-// spot by spot instead: never a flat patch.
+// spot by spot instead, its wide marks left: never a flat patch.
 void healCluster(QImage& picture, const HealBlemishes::Search& search, const std::vector<HealBlemishes::Spot>& spots)
 {
-    QRectF bounds;
+    QRect box;
     std::vector<double> radii;
+    const double widest = search.widest / search.face.scale;
     for (const HealBlemishes::Spot& spot : spots) {
-        const double r = healedRadius(spot.radius);
-        bounds |= QRectF(spot.centre - QPointF(r, r), QSizeF(2 * r, 2 * r));
-        radii.push_back(spot.radius);
+        box |= healedBounds(search, spot);
+        radii.push_back(std::min(spot.radius, widest / 2));
     }
-    // The shading is parted from the texture at the scale of its typical
-    // spot, not its largest: a wide blur would carry the features' colours in.
     std::ranges::nth_element(radii, radii.begin() + std::ptrdiff_t(radii.size() / 2));
     const double typical = radii[radii.size() / 2];
-    const QRect box = bounds.toAlignedRect().adjusted(-1, -1, 1, 1);
+    box = box.adjusted(-1, -1, 1, 1);
     const QPointF centre = QRectF(box).center();
     const double radius = std::max(box.width(), box.height()) / 2.0;
     const std::optional<QPointF> source = 2 * radius * search.face.scale <= 4 * search.widest
@@ -256,15 +300,13 @@ void healCluster(QImage& picture, const HealBlemishes::Search& search, const std
                                               : std::nullopt;
     if (!source) {
         for (const HealBlemishes::Spot& spot : spots)
-            healSpot(picture, search, spot);
+            if (!isWide(search, spot))
+                healSpot(picture, search, spot);
         return;
     }
     cv::Mat mask = cv::Mat::zeros(box.height(), box.width(), CV_8U);
-    for (const HealBlemishes::Spot& spot : spots) {
-        const QPointF at = spot.centre - QPointF(box.topLeft());
-        cv::circle(mask, cv::Point(int(std::lround(at.x())), int(std::lround(at.y()))),
-                   int(std::ceil(healedRadius(spot.radius))), 255, cv::FILLED);
-    }
+    for (const HealBlemishes::Spot& spot : spots)
+        paintHealed(mask, box.topLeft(), search, spot);
     healArea(picture, mask, box.topLeft(), fadeWidth(typical), std::max(1.0, healedRadius(typical) / 2),
              (*source - centre).toPoint(), [&](QPointF at) { return search.healable(at); });
 }
