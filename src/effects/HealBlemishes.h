@@ -11,11 +11,13 @@
 #include <memory>
 #include <vector>
 
-// Heal blemishes: small spots on the face's skin (darker, redder or lighter
-// than the skin around them, where that skin is clear) are found and
-// replaced by the skin around them, its fine texture kept; a spot clicked on
-// the photo is healed too, and a healed spot clicked is kept as it was. It
-// heals the photo every later step reads.
+// Heal blemishes: the spots a retoucher heals on the face's skin (what
+// BlemishMap judges spots, as faint as Strength allows, as large as Size)
+// are replaced by the skin around them, its fine texture kept, spots that
+// touch as one area; moles, freckles and the rest stay, and no heal spills
+// onto them. A spot clicked on the photo is healed too, a healed spot
+// clicked is kept as it was, and a drag heals along its path. It heals the
+// photo every later step reads.
 struct HealBlemishes {
     using Settings = HealBlemishesSettings;
     static constexpr auto effectSwitch = Settings::effectSwitch;

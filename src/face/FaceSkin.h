@@ -9,9 +9,10 @@
 // The face's skin at a working scale: its part of the photo brought to a
 // fixed face width (the same face looks the same from a 1 MP and a 64 MP
 // photo, and work on it costs the same at any size), and where the skin is:
-// the face without eyes, brows (a band over them), lids, nostrils, lips and
-// mouth, kept clear of them by 2 % of the face's width. Skin effects judge
-// spots and smooth on it.
+// the face up to the hairline, without eyes, brows (a band over them), lids,
+// nostrils, lips and mouth, only what has the skin's colour (no hair, scarf
+// or background), kept clear of the rest by 1.5 % of the face's width. Skin
+// effects judge spots and smooth on it.
 struct FaceSkin {
     cv::Rect area;    // photo pixels, y down
     double scale = 0; // working pixels per photo pixel
