@@ -275,12 +275,24 @@ void paintHealed(cv::Mat& mask, QPoint origin, const HealBlemishes::Search& sear
         }
 }
 
+// Touching spots seen as one wider mark, healed alone: the new shading under
+// its own texture.
+void healWide(QImage& picture, const HealBlemishes::Search& search, const HealBlemishes::Spot& spot, double typical)
+{
+    const QRect box = healedBounds(search, spot).adjusted(-1, -1, 1, 1);
+    cv::Mat mask = cv::Mat::zeros(box.height(), box.width(), CV_8U);
+    paintHealed(mask, box.topLeft(), search, spot);
+    healArea(picture, mask, box.topLeft(), fadeWidth(typical), std::max(1.0, healedRadius(typical) / 2), QPoint(0, 0),
+             [&](QPointF at) { return search.healable(at); });
+}
+
 // Touching spots healed as one area: the union of what each would heal
 // alone, its texture from skin clear of them, its shading parted from the
 // texture at the scale of a typical spot (a wide blur would flatten the
 // area and carry the features' colours in). A cluster wider than four
-// spots, or with no skin near enough to take its texture from, is healed
-// spot by spot instead, its wide marks left: never a flat patch.
+// spots, or with no clear skin near enough to take its texture from, is
+// healed spot by spot instead, its wide marks keeping their own texture
+// under the new shading: never a flat patch.
 void healCluster(QImage& picture, const HealBlemishes::Search& search, const std::vector<HealBlemishes::Spot>& spots)
 {
     QRect box;
@@ -302,6 +314,8 @@ void healCluster(QImage& picture, const HealBlemishes::Search& search, const std
         for (const HealBlemishes::Spot& spot : spots)
             if (!isWide(search, spot))
                 healSpot(picture, search, spot);
+            else
+                healWide(picture, search, spot, typical);
         return;
     }
     cv::Mat mask = cv::Mat::zeros(box.height(), box.width(), CV_8U);
