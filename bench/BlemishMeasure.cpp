@@ -129,17 +129,18 @@ QPointF snapped(const Planes& p, QPointF at, double reach, double r)
 }
 
 struct Tally {
-    int spots = 0, healed = 0, marks = 0, kept = 0;
+    int spots = 0, healed = 0, marks = 0, kept = 0, moles = 0, molesKept = 0;
     double textureBefore = 0, textureAfter = 0, changedOutside = 0, faceArea = 0;
     void add(const Tally& t)
     {
         spots += t.spots, healed += t.healed, marks += t.marks, kept += t.kept;
+        moles += t.moles, molesKept += t.molesKept;
         textureBefore += t.textureBefore, textureAfter += t.textureAfter;
         changedOutside += t.changedOutside, faceArea += t.faceArea;
     }
     QString row(const QString& name) const
     {
-        return QString("%1 %2/%3 %4% | kept %5/%6 | texture %7 | changed outside %8%")
+        return QString("%1 %2/%3 %4% | kept %5/%6 (moles %9/%10) | texture %7 | changed outside %8%")
             .arg(name, -20)
             .arg(healed, 3)
             .arg(spots, -3)
@@ -147,7 +148,9 @@ struct Tally {
             .arg(kept, 2)
             .arg(marks, -2)
             .arg(textureBefore > 0 ? textureAfter / textureBefore : 1.0, 4, 'f', 2)
-            .arg(faceArea > 0 ? 100 * changedOutside / faceArea : 0.0, 5, 'f', 2);
+            .arg(faceArea > 0 ? 100 * changedOutside / faceArea : 0.0, 5, 'f', 2)
+            .arg(molesKept)
+            .arg(moles);
     }
 };
 
@@ -180,6 +183,8 @@ Tally measure(const Measured& m, const QImage& after, double r)
         } else {
             t.marks += 1;
             t.kept += is >= 0.7 * was;
+            if (label.kind == "mole")
+                t.moles += 1, t.molesKept += is >= 0.7 * was;
         }
     }
     cv::Mat diff, changed;
