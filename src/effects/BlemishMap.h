@@ -31,6 +31,8 @@ struct BlemishMark {
     int group = 0;        // spots whose healed areas touch share it
 
     bool heals() const { return kind == Kind::Spot; }
+    // Kept for what it is, and spared by the heals around it.
+    bool isKeptAsItIs() const { return kind == Kind::Mole || kind == Kind::Freckle; }
 };
 
 struct BlemishMap {

@@ -88,7 +88,7 @@ struct HealBlemishes::Search {
         cv::minMaxLoc(map.areas, nullptr, &labels);
         std::vector<uchar> keeps(size_t(labels) + 1, 0);
         for (const BlemishMark& mark : map.marks)
-            if (mark.kind == BlemishMark::Kind::Mole || mark.kind == BlemishMark::Kind::Freckle)
+            if (mark.isKeptAsItIs())
                 keeps[size_t(mark.label)] = 255;
         kept = cv::Mat::zeros(map.areas.size(), CV_8U);
         for (int y = 0; y < kept.rows; ++y)
@@ -111,6 +111,15 @@ struct HealBlemishes::Search {
         return {face.area.x + (working.x + 0.5) / face.scale - 0.5, face.area.y + (working.y + 0.5) / face.scale - 0.5};
     }
 
+    // A mark where it lies on the photo, as a spot of its size, its area and group.
+    HealBlemishes::Spot spotOf(const BlemishMark& mark) const
+    {
+        return {inPhoto(mark.centre), std::max(mark.diameter, 1.5) / 2 / face.scale, mark.label, mark.group};
+    }
+
+    // Whether a found spot is touching spots seen as one mark wider than Size.
+    bool isWide(const HealBlemishes::Spot& spot) const { return 2 * spot.radius * face.scale > widest; }
+
     // The radius of a spot clicked, in photo pixels.
     double clickedRadius() const { return widest / face.scale / 2; }
 
@@ -124,8 +133,7 @@ struct HealBlemishes::Search {
         for (const BlemishMark& mark : map.marks) {
             if (!mark.heals() || mark.peak < threshold)
                 continue;
-            const HealBlemishes::Spot spot{inPhoto(mark.centre), std::max(mark.diameter, 1.5) / 2 / face.scale,
-                                           mark.label, mark.group};
+            const HealBlemishes::Spot spot = spotOf(mark);
             const auto kept = std::find_if(keptSpots.begin(), keptSpots.end(), [&](QPointF p) {
                 return QLineF(photo.pixelAtOpenedPercent(p), spot.centre).length() <= clickedRadius() + spot.radius;
             });
@@ -136,7 +144,7 @@ struct HealBlemishes::Search {
         }
         // A spot wider than Size is spots that touch: an area too.
         for (HealBlemishes::Spot& spot : spots)
-            if (inGroup[spot.cluster] < 2 && spot.radius * 2 * face.scale <= widest)
+            if (inGroup[spot.cluster] < 2 && !isWide(spot))
                 spot.cluster = 0;
         return spots;
     }
@@ -231,18 +239,12 @@ void healSpot(QImage& picture, const HealBlemishes::Search& search, const HealBl
              });
 }
 
-// Whether a found spot is touching spots seen as one mark wider than Size.
-bool isWide(const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
-{
-    return 2 * spot.radius * search.face.scale > search.widest;
-}
-
 // Where a found spot heals, in photo pixels: a disc out to its diameter;
 // for touching spots seen as one wider mark, its own area a quarter of Size
 // wider (a disc that wide would wash out the skin between them).
 QRect healedBounds(const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
 {
-    if (!isWide(search, spot)) {
+    if (!search.isWide(spot)) {
         const double r = healedRadius(spot.radius);
         return QRectF(spot.centre - QPointF(r, r), QSizeF(2 * r, 2 * r)).toAlignedRect();
     }
@@ -255,7 +257,7 @@ QRect healedBounds(const HealBlemishes::Search& search, const HealBlemishes::Spo
 
 void paintHealed(cv::Mat& mask, QPoint origin, const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
 {
-    if (!isWide(search, spot)) {
+    if (!search.isWide(spot)) {
         const QPointF at = spot.centre - QPointF(origin);
         cv::circle(mask, cv::Point(int(std::lround(at.x())), int(std::lround(at.y()))),
                    int(std::ceil(healedRadius(spot.radius))), 255, cv::FILLED);
@@ -312,7 +314,7 @@ void healCluster(QImage& picture, const HealBlemishes::Search& search, const std
                                               : std::nullopt;
     if (!source) {
         for (const HealBlemishes::Spot& spot : spots)
-            if (!isWide(search, spot))
+            if (!search.isWide(spot))
                 healSpot(picture, search, spot);
             else
                 healWide(picture, search, spot, typical);
@@ -361,7 +363,7 @@ std::vector<HealBlemishes::Judged> HealBlemishes::judgedMarks(const OpenedPhoto&
     const Search search(photo, s.f_Heal_Blemishes_Size);
     std::vector<Judged> judged;
     for (const BlemishMark& mark : search.map.marks)
-        judged.push_back({{search.inPhoto(mark.centre), std::max(mark.diameter, 1.5) / 2 / search.face.scale}, mark});
+        judged.push_back({search.spotOf(mark), mark});
     return judged;
 }
 
@@ -382,8 +384,8 @@ HealBlemishes::Outcome HealBlemishes::outcomeOf(const OpenedPhoto& photo, const 
         return outcome;
     const double threshold = BlemishMap::thresholdFor(s.u_Heal_Blemishes_Strength);
     for (const BlemishMark& mark : search.map.marks)
-        if ((mark.kind == BlemishMark::Kind::Mole || mark.kind == BlemishMark::Kind::Freckle) && mark.peak >= threshold)
-            outcome.kept.push_back({search.inPhoto(mark.centre), std::max(mark.diameter, 1.5) / 2 / search.face.scale});
+        if (mark.isKeptAsItIs() && mark.peak >= threshold)
+            outcome.kept.push_back(search.spotOf(mark));
     for (QPointF percent : edits.array_Kept_Spots)
         outcome.kept.push_back({photo.pixelAtOpenedPercent(percent), search.clickedRadius()});
     return outcome;
