@@ -54,6 +54,10 @@ double widestAt(float size) { return std::max(2.0, double(size) * kWorkingWidth 
 double healedRadius(double radius) { return 2 * radius + 1; }
 double fadeWidth(double radius) { return std::max(1.0, 0.6 * healedRadius(radius)); }
 
+// The skin's own grain, in working pixels: a mark healed under its own
+// texture keeps only what is finer (its pores), not its spots.
+constexpr double kGrain = 0.7;
+
 // Whether a disc lies on healable skin (a heal's fade may reach into the
 // margin the skin keeps from the features and the face's edge).
 bool clearOfFeatures(const FaceSkin& face, QPointF centre, double reach)
@@ -99,11 +103,29 @@ struct HealBlemishes::Search {
 
     // Where healing a spot may change the photo: the skin, but a mark kept
     // for what it is, however near a spot.
-    bool healable(QPointF photoPoint) const
+    bool healable(QPointF photoPoint) const { return face.allows(photoPoint) && !kept.at<uchar>(working(photoPoint)); }
+
+    // Whether a photo pixel stands out of the skin around it.
+    bool standsOut(QPointF photoPoint) const
     {
-        const int x = int(std::floor((photoPoint.x() - face.area.x) * face.scale));
-        const int y = int(std::floor((photoPoint.y() - face.area.y) * face.scale));
-        return face.allows(photoPoint) && !kept.at<uchar>(y, x);
+        const cv::Point w = working(photoPoint);
+        return w.inside(cv::Rect(0, 0, map.contrast.cols, map.contrast.rows))
+               && map.contrast.at<float>(w) >= BlemishMap::kEdge;
+    }
+
+    // Where a heal may change the photo: one clicked or a stroke whatever it
+    // covers on the skin, one found sparing the marks kept.
+    std::function<bool(QPointF)> allowsFor(const HealBlemishes::Spot& spot) const
+    {
+        if (!spot.area)
+            return [this](QPointF at) { return face.allows(at); };
+        return [this](QPointF at) { return healable(at); };
+    }
+
+    cv::Point working(QPointF photoPoint) const
+    {
+        return {int(std::floor((photoPoint.x() - face.area.x) * face.scale)),
+                int(std::floor((photoPoint.y() - face.area.y) * face.scale))};
     }
 
     QPointF inPhoto(cv::Point2d working) const
@@ -119,6 +141,10 @@ struct HealBlemishes::Search {
 
     // Whether a found spot is touching spots seen as one mark wider than Size.
     bool isWide(const HealBlemishes::Spot& spot) const { return 2 * spot.radius * face.scale > widest; }
+
+    // The fade of an area of spots healed at once: over half of Size, as the
+    // skin's shade under a wide area may differ from that beside it.
+    double areaFade(double typical) const { return std::max(fadeWidth(typical), widest / face.scale / 2); }
 
     // The radius of a spot clicked, in photo pixels.
     double clickedRadius() const { return widest / face.scale / 2; }
@@ -137,7 +163,7 @@ struct HealBlemishes::Search {
             const auto kept = std::find_if(keptSpots.begin(), keptSpots.end(), [&](QPointF p) {
                 return QLineF(photo.pixelAtOpenedPercent(p), spot.centre).length() <= clickedRadius() + spot.radius;
             });
-            if (kept == keptSpots.end() && clearOfFeatures(face, spot.centre, healedRadius(spot.radius))) {
+            if (kept == keptSpots.end() && clearOfFeatures(face, spot.centre, spot.radius + 1)) {
                 spots.push_back(spot);
                 ++inGroup[mark.group];
             }
@@ -229,16 +255,6 @@ void healStroke(QImage& picture, const FaceSkin& face, const OpenedPhoto& photo,
              [&](QPointF at) { return face.allows(at); });
 }
 
-// A spot healed as a disc: one found spares the marks kept around it, one
-// clicked (it names no area) heals whatever it covers.
-void healSpot(QImage& picture, const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
-{
-    healDisc(picture, spot.centre, healedRadius(spot.radius), fadeWidth(spot.radius),
-             sourceFor(search, spot.centre, spot.radius, picture.size()), [&](QPointF at) {
-                 return spot.area ? search.healable(at) : search.face.allows(at);
-             });
-}
-
 // Where a found spot heals, in photo pixels: a disc out to its diameter;
 // for touching spots seen as one wider mark, its own area a quarter of Size
 // wider (a disc that wide would wash out the skin between them).
@@ -258,9 +274,14 @@ QRect healedBounds(const HealBlemishes::Search& search, const HealBlemishes::Spo
 void paintHealed(cv::Mat& mask, QPoint origin, const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
 {
     if (!search.isWide(spot)) {
-        const QPointF at = spot.centre - QPointF(origin);
-        cv::circle(mask, cv::Point(int(std::lround(at.x())), int(std::lround(at.y()))),
-                   int(std::ceil(healedRadius(spot.radius))), 255, cv::FILLED);
+        const double core = spot.radius + 1, reach = healedRadius(spot.radius);
+        for (int y = 0; y < mask.rows; ++y)
+            for (int x = 0; x < mask.cols; ++x) {
+                const QPointF at(origin.x() + x, origin.y() + y);
+                const double d = QLineF(at, spot.centre).length();
+                if (d <= core || (d <= reach && search.standsOut(at)))
+                    mask.at<uchar>(y, x) = 255;
+            }
         return;
     }
     const FaceSkin& face = search.face;
@@ -277,6 +298,25 @@ void paintHealed(cv::Mat& mask, QPoint origin, const HealBlemishes::Search& sear
         }
 }
 
+// A spot healed: one clicked (it names no area) as a disc over whatever it
+// covers; one found over its own extent — what stands out of the skin
+// within its healed disc, its halo with it — sparing the marks kept around.
+void healSpot(QImage& picture, const HealBlemishes::Search& search, const HealBlemishes::Spot& spot)
+{
+    const std::optional<QPointF> source = sourceFor(search, spot.centre, spot.radius, picture.size());
+    if (!spot.area) {
+        healDisc(picture, spot.centre, healedRadius(spot.radius), fadeWidth(spot.radius), source,
+                 search.allowsFor(spot));
+        return;
+    }
+    const QRect box = healedBounds(search, spot).adjusted(-1, -1, 1, 1);
+    cv::Mat mask = cv::Mat::zeros(box.height(), box.width(), CV_8U);
+    paintHealed(mask, box.topLeft(), search, spot);
+    const std::optional<QPoint> offset = source ? std::optional((*source - spot.centre).toPoint()) : std::nullopt;
+    healArea(picture, mask, box.topLeft(), fadeWidth(spot.radius), std::max(1.0, healedRadius(spot.radius) / 2), offset,
+             search.allowsFor(spot));
+}
+
 // Touching spots seen as one wider mark, healed alone: the new shading under
 // its own texture.
 void healWide(QImage& picture, const HealBlemishes::Search& search, const HealBlemishes::Spot& spot, double typical)
@@ -284,8 +324,8 @@ void healWide(QImage& picture, const HealBlemishes::Search& search, const HealBl
     const QRect box = healedBounds(search, spot).adjusted(-1, -1, 1, 1);
     cv::Mat mask = cv::Mat::zeros(box.height(), box.width(), CV_8U);
     paintHealed(mask, box.topLeft(), search, spot);
-    healArea(picture, mask, box.topLeft(), fadeWidth(typical), std::max(1.0, healedRadius(typical) / 2), QPoint(0, 0),
-             [&](QPointF at) { return search.healable(at); });
+    healArea(picture, mask, box.topLeft(), search.areaFade(typical), std::max(1.0, healedRadius(typical) / 2), QPoint(0, 0),
+             search.allowsFor(spot), std::max(1.0, kGrain / search.face.scale));
 }
 
 // Touching spots healed as one area: the union of what each would heal
@@ -323,8 +363,8 @@ void healCluster(QImage& picture, const HealBlemishes::Search& search, const std
     cv::Mat mask = cv::Mat::zeros(box.height(), box.width(), CV_8U);
     for (const HealBlemishes::Spot& spot : spots)
         paintHealed(mask, box.topLeft(), search, spot);
-    healArea(picture, mask, box.topLeft(), fadeWidth(typical), std::max(1.0, healedRadius(typical) / 2),
-             (*source - centre).toPoint(), [&](QPointF at) { return search.healable(at); });
+    healArea(picture, mask, box.topLeft(), search.areaFade(typical), std::max(1.0, healedRadius(typical) / 2),
+             (*source - centre).toPoint(), search.allowsFor(spots.front()));
 }
 
 OpenedPhoto healedPhoto(const OpenedPhoto& photo, const HealBlemishes::Search& search, const HealBlemishes::Settings& s,

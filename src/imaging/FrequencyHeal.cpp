@@ -31,12 +31,12 @@ void limitToGrain(cv::Mat& texture)
 
 // What both heals share, inside `box` of the picture: the area (non-zero
 // in `area`) inpainted and blurred by `sigma` for its shading, plus the
-// fine texture of the box moved by `offset`, laid over each opaque pixel
+// texture finer than `grain` of the box moved by `offset`, laid over each opaque pixel
 // the caller allows with the weight `weight(x, y)` gives (0 leaves it).
 // The blend is written by hand: the fade, the opaque-only rule and the
 // caller's mask decide per pixel, which no OpenCV call combines.
 template <typename Weight>
-void healInBox(QImage& picture, const cv::Rect& box, const cv::Mat& area, double sigma,
+void healInBox(QImage& picture, const cv::Rect& box, const cv::Mat& area, double sigma, double grain,
                std::optional<cv::Point> offset, Weight&& weight, const std::function<bool(QPointF)>& allows)
 {
     const cv::Rect whole(0, 0, picture.width(), picture.height());
@@ -52,7 +52,7 @@ void healInBox(QImage& picture, const cv::Rect& box, const cv::Mat& area, double
             cv::Mat patch, smooth;
             cv::cvtColor(all(from), patch, cv::COLOR_RGBA2RGB);
             patch.convertTo(patch, CV_32F);
-            cv::GaussianBlur(patch, smooth, {0, 0}, sigma);
+            cv::GaussianBlur(patch, smooth, {0, 0}, grain);
             texture = patch - smooth;
             limitToGrain(texture);
         }
@@ -92,13 +92,13 @@ void healDisc(QImage& picture, QPointF centre, double radius, double fade, std::
     std::optional<cv::Point> offset;
     if (source)
         offset = cv::Point(int(std::lround(source->x())), int(std::lround(source->y()))) - c;
-    healInBox(picture, box, disk, sigma, offset, [&](int x, int y) {
+    healInBox(picture, box, disk, sigma, sigma, offset, [&](int x, int y) {
         return faded(QLineF(QPointF(box.x + x, box.y + y), centre).length() - radius, fade);
     }, allows);
 }
 
 void healArea(QImage& picture, const cv::Mat& mask, QPoint origin, double fade, double sigma,
-              std::optional<QPoint> sourceOffset, const std::function<bool(QPointF)>& allows)
+              std::optional<QPoint> sourceOffset, const std::function<bool(QPointF)>& allows, double grain)
 {
     const int margin = int(std::ceil(fade + 3 * sigma));
     const cv::Rect placed(origin.x(), origin.y(), mask.cols, mask.rows);
@@ -115,6 +115,6 @@ void healArea(QImage& picture, const cv::Mat& mask, QPoint origin, double fade, 
     std::optional<cv::Point> offset;
     if (sourceOffset)
         offset = cv::Point(sourceOffset->x(), sourceOffset->y());
-    healInBox(picture, box, area, sigma, offset, [&](int x, int y) { return faded(distance.at<float>(y, x), fade); },
+    healInBox(picture, box, area, sigma, grain > 0 ? grain : sigma, offset, [&](int x, int y) { return faded(distance.at<float>(y, x), fade); },
               allows);
 }

@@ -21,7 +21,8 @@ void healDisc(QImage& picture, QPointF centre, double radius, double fade, std::
 
 // The same for an area of any shape, healed at once (a stroke, a cluster):
 // `mask` (8-bit, non-zero in the area) lies at `origin` in the picture;
-// `sigma` parts the shading from the texture; the texture comes from the
-// area moved by `sourceOffset`; the fade is measured from the area's edge.
+// `sigma` blurs the shading, and parts it from the texture unless `grain`
+// (over 0) does; the texture comes from the area moved by `sourceOffset`;
+// the fade is measured from the area's edge.
 void healArea(QImage& picture, const cv::Mat& mask, QPoint origin, double fade, double sigma,
-              std::optional<QPoint> sourceOffset, const std::function<bool(QPointF)>& allows);
+              std::optional<QPoint> sourceOffset, const std::function<bool(QPointF)>& allows, double grain = 0);

@@ -79,3 +79,34 @@ TEST(FrequencyHeal, TheTextureFadesOutFromTheDiscsEdgeAndKeepsOutOfTheMask)
     for (int x = 20; x < 60; ++x)
         EXPECT_EQ(picture.pixel(x, 47), before.pixel(x, 47)) << "outside the mask";
 }
+
+// An area healed under its own texture parted at a fine grain loses the
+// spot within it and keeps the grain around it; parted at the shading's
+// scale, the spot would come back with the texture.
+TEST(FrequencyHeal, OwnTextureFinerThanTheGrainKeepsThePoresNotTheSpot)
+{
+    QImage picture = makePicture({90, 90});
+    for (int y = 0; y < 90; ++y)
+        for (int x = 0; x < 90; ++x) {
+            const int pore = (x * 7 + y * 13) % 5 < 2 ? 12 : 0;
+            const int spot = int(60 * std::exp(-(std::pow(x - 45, 2) + std::pow(y - 45, 2)) / 18.0));
+            picture.setPixelColor(x, y, QColor(170 + pore - spot, 150 + pore - spot, 140 + pore - spot));
+        }
+    const auto meanAndGrain = [&](int from, int to) { // red over an annulus of the centre
+        double sum = 0, n = 0, grain = 0;
+        for (int y = 0; y < 90; ++y)
+            for (int x = 0; x < 90; ++x)
+                if (const double d = std::hypot(x - 45, y - 45); d >= from && d < to) {
+                    const int red = qRed(picture.pixel(x, y)), right = qRed(picture.pixel(x + 1, y));
+                    sum += red, grain += std::abs(red - right), n += 1;
+                }
+        return std::pair{sum / n, grain / n};
+    };
+    const auto [skin, skinGrain] = meanAndGrain(20, 30);
+    cv::Mat area = cv::Mat::zeros(90, 90, CV_8U);
+    cv::circle(area, {45, 45}, 10, 255, cv::FILLED);
+    healArea(picture, area, {0, 0}, 4, 5, QPoint(0, 0), [](QPointF) { return true; }, 1);
+    const auto [middle, middleGrain] = meanAndGrain(0, 4);
+    EXPECT_LT(std::abs(middle - skin), 6) << "the spot, 60 levels deep, is gone";
+    EXPECT_GT(middleGrain, 0.5 * skinGrain) << "the pores stay";
+}
