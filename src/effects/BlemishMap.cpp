@@ -277,11 +277,11 @@ BlemishMark::Kind kindOf(const BlemishMark& m, const Face& face)
     using Kind = BlemishMark::Kind;
     // Larger than Size: a mark, not a spot — unless it is red spots that touch
     // (several peaks within it, no wider than four spots): dense acne.
-    if (m.diameter > face.widest && (isPigment(m) || m.peaks < 2 || m.diameter > 4 * face.widest))
+    if (m.diameter > face.widest && ((isPigment(m) && m.redder < 0.4 * m.darker) || m.peaks < 2 || m.diameter > 4 * face.widest))
         return Kind::Large;
     if (isLine(m, face.faceWidth))
         return Kind::Line;
-    if (m.darker < 0 && m.redder < 0.5 * -m.darker && m.diameter > face.widest / 2)
+    if (m.darker < 0 && m.redder < 0.5 * -m.darker && m.diameter > 0.9 * face.widest)
         return Kind::Large; // lighter and wide: shine, not a whitehead
     if (!isPigment(m))
         return Kind::Spot; // red (papules, pustules, red marks) or lighter (whiteheads, scars)

@@ -46,6 +46,11 @@ void healInBox(QImage& picture, const cv::Rect& box, const cv::Mat& area, double
     cv::inpaint(target, area, filled, 3, cv::INPAINT_TELEA);
     filled.convertTo(low, CV_32F);
     cv::GaussianBlur(low, low, {0, 0}, sigma);
+    cv::Mat own, ownLow;
+    target.convertTo(own, CV_32F);
+    cv::GaussianBlur(own, ownLow, {0, 0}, grain);
+    own -= ownLow;
+    bool moved = false; // texture from elsewhere: it and the own cross-fade keeping their strength
     if (offset) {
         const cv::Rect from = box + *offset;
         if ((from & whole) == from) {
@@ -55,6 +60,7 @@ void healInBox(QImage& picture, const cv::Rect& box, const cv::Mat& area, double
             cv::GaussianBlur(patch, smooth, {0, 0}, grain);
             texture = patch - smooth;
             limitToGrain(texture);
+            moved = *offset != cv::Point(0, 0);
         }
     }
     for (int y = 0; y < box.height; ++y)
@@ -63,9 +69,14 @@ void healInBox(QImage& picture, const cv::Rect& box, const cv::Mat& area, double
             const double alpha = p[3] == 255 ? weight(x, y) : 0;
             if (alpha <= 0 || !allows(QPointF(box.x + x, box.y + y)))
                 continue;
-            const cv::Vec3f want = low.at<cv::Vec3f>(y, x) + texture.at<cv::Vec3f>(y, x);
+            // Two unrelated textures mixed half and half keep 0.7 of their
+            // grain: weights whose squares sum to 1 keep all of it.
+            const double norm = moved ? std::hypot(alpha, 1 - alpha) : 1;
+            const cv::Vec3f shade = ownLow.at<cv::Vec3f>(y, x) + alpha * (low.at<cv::Vec3f>(y, x) - ownLow.at<cv::Vec3f>(y, x));
+            const cv::Vec3f want = shade + (alpha / norm) * texture.at<cv::Vec3f>(y, x)
+                                   + ((1 - alpha) / norm) * own.at<cv::Vec3f>(y, x);
             for (int k = 0; k < 3; ++k)
-                p[k] = cv::saturate_cast<uchar>(p[k] + alpha * (want[k] - p[k]));
+                p[k] = cv::saturate_cast<uchar>(want[k]);
         }
 }
 
