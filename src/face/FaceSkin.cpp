@@ -102,8 +102,8 @@ cv::Mat skinMask(const OpenedPhoto& photo, const FaceSkin& skin, double faceWidt
                                         &r.path_Space_Between_Eye_Eyebrow_Right, &r.path_Nose, &r.path_Lips,
                                         &r.path_Inside_Mouth})
         painter.fillPath(flipped(*feature, h), Qt::black);
-    painter.fillPath(browBand(landmarks, 17, 0.07 * faceWidth), Qt::black);
-    painter.fillPath(browBand(landmarks, 22, 0.07 * faceWidth), Qt::black);
+    painter.fillPath(browBand(landmarks, 17, 0.04 * faceWidth), Qt::black);
+    painter.fillPath(browBand(landmarks, 22, 0.04 * faceWidth), Qt::black);
     painter.end();
     // Only what is wholly white and of the skin's colour counts, kept clear of
     // the rest by 1.5 % of the face.
