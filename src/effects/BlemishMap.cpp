@@ -275,14 +275,16 @@ bool partOfLargeMark(const BlemishMark& m, const cv::Mat& contrast, double wides
 BlemishMark::Kind kindOf(const BlemishMark& m, const Face& face)
 {
     using Kind = BlemishMark::Kind;
-    // Larger than Size: a mark, not a spot — unless it is red spots that touch
-    // (several peaks within it, no wider than four spots): dense acne.
-    if (m.diameter > face.widest && ((isPigment(m) && m.redder < 0.4 * m.darker) || m.peaks < 2 || m.diameter > 4 * face.widest))
+    // Larger than Size: a mark, not a spot — unless it is red or red-brown
+    // spots that touch (several peaks within it, no wider than four spots):
+    // dense acne and its marks. A brown patch (a birthmark) is barely red.
+    const bool brown = isPigment(m) && m.redder < 0.4 * m.darker;
+    if (m.diameter > face.widest && (brown || m.peaks < 2 || m.diameter > 4 * face.widest))
         return Kind::Large;
     if (isLine(m, face.faceWidth))
         return Kind::Line;
     if (m.darker < 0 && m.redder < 0.5 * -m.darker && m.diameter > 0.9 * face.widest)
-        return Kind::Large; // lighter and wide: shine, not a whitehead
+        return Kind::Large; // lighter and about as wide as Size: shine, not a whitehead
     if (!isPigment(m))
         return Kind::Spot; // red (papules, pustules, red marks) or lighter (whiteheads, scars)
     if (m.alike >= 3 && m.diameter <= 0.015 * face.faceWidth)
