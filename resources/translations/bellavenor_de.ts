@@ -343,8 +343,36 @@
         <translation>%1 Male behalten</translation>
     </message>
     <message>
-        <source>The largest spot healed, as a share of the face&apos;s width (300 is 3 %); a larger mark, such as a mole, stays</source>
-        <translation>Der größte entfernte Fleck, als Anteil der Gesichtsbreite (300 sind 3 %); ein größeres Mal, etwa ein Leberfleck, bleibt</translation>
+        <source>The largest spot healed, in percent of the face&apos;s width; a larger mark, such as a mole, stays</source>
+        <translation>Der größte entfernte Fleck, in Prozent der Gesichtsbreite; ein größeres Mal, etwa ein Leberfleck, bleibt</translation>
+    </message>
+    <message>
+        <source>Natural Skin</source>
+        <translation>Natürliche Haut</translation>
+    </message>
+    <message>
+        <source>Evenness</source>
+        <translation>Ebenmäßigkeit</translation>
+    </message>
+    <message>
+        <source>Texture</source>
+        <translation>Struktur</translation>
+    </message>
+    <message>
+        <source>Detail size</source>
+        <translation>Detailgröße</translation>
+    </message>
+    <message>
+        <source>How much of the skin&apos;s blotches, redness and small shadows is evened, in percent; the light that shapes the face stays</source>
+        <translation>Wie stark Flecken, Rötungen und kleine Schatten der Haut ausgeglichen werden, in Prozent; das Licht, das das Gesicht formt, bleibt</translation>
+    </message>
+    <message>
+        <source>The skin&apos;s pores and fine texture, in percent of what they are: 100 keeps them, less softens them, more brings them out</source>
+        <translation>Poren und feine Struktur der Haut, in Prozent des Vorhandenen: 100 behält sie, weniger mildert sie, mehr hebt sie hervor</translation>
+    </message>
+    <message>
+        <source>The size below which detail counts as texture, in percent of the face&apos;s width</source>
+        <translation>Die Größe, unter der Details als Struktur gelten, in Prozent der Gesichtsbreite</translation>
     </message>
     <message>
         <source>How faint a spot may be and still be healed: at 0 only spots that stand out clearly, at 100 faint ones too</source>

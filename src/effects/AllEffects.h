@@ -5,6 +5,7 @@
 #include "EyeShadow.h"
 #include "HealBlemishes.h"
 #include "LipColour.h"
+#include "NaturalSkin.h"
 #include "SkinSmoothing.h"
 #include "TeethWhitening.h"
 #include "UnderEyeDarkening.h"
@@ -18,13 +19,13 @@ template <typename... Effect>
 struct EffectList {};
 
 // Every effect, in the order its panel is closed and its switch goes off
-// when a new photo comes (skin smoothing first, healing last: it came
-// last, and settings files keep their order). Only what needs the effects
+// when a new photo comes (skin smoothing first, healing and natural skin
+// last: they came last, and settings files keep their order). Only what needs the effects
 // themselves includes this: the catalogue, the order of the steps and the
 // compositor. The order in which they paint is the table of steps
 // (EffectOrder.cpp).
 using Effects = EffectList<SkinSmoothing, EyeColour, LipColour, TeethWhitening, WidenEyes, WrinkleRemoval, EyeShadow,
-                           CheekBlush, UnderEyeDarkening, HealBlemishes>;
+                           CheekBlush, UnderEyeDarkening, HealBlemishes, NaturalSkin>;
 
 template <typename... Effect>
 constexpr bool sameOrderAsSettings(EffectList<Effect...>)

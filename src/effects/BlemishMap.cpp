@@ -353,3 +353,19 @@ BlemishMap BlemishMap::of(const FaceSkin& skin, double widest)
     map.contrast = contrast.most;
     return map;
 }
+
+cv::Mat BlemishMap::areaOf(const std::function<bool(const BlemishMark&)>& which) const
+{
+    double labels = 0; // marks too faint to list keep their labels
+    cv::minMaxLoc(areas, nullptr, &labels);
+    std::vector<uchar> keeps(size_t(labels) + 1, 0);
+    for (const BlemishMark& mark : marks)
+        if (which(mark))
+            keeps[size_t(mark.label)] = 255;
+    cv::Mat kept = cv::Mat::zeros(areas.size(), CV_8U);
+    for (int y = 0; y < kept.rows; ++y)
+        for (int x = 0; x < kept.cols; ++x)
+            kept.at<uchar>(y, x) = keeps[size_t(areas.at<int>(y, x))];
+    cv::dilate(kept, kept, cv::getStructuringElement(cv::MORPH_ELLIPSE, {5, 5}));
+    return kept;
+}

@@ -5,6 +5,7 @@
 #include <opencv2/core.hpp>
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 // What a retoucher sees on a face's skin: every mark that stands out of the
@@ -47,6 +48,9 @@ struct BlemishMap {
     // The contrast a mark needs to be healed at a Strength (0 to 100): the
     // higher the Strength, the fainter the spots healed.
     static double thresholdFor(std::uint64_t strength);
+
+    // 255 over the marks `which` chooses, a little wider; 0 elsewhere.
+    cv::Mat areaOf(const std::function<bool(const BlemishMark&)>& which) const;
 
     // Every mark on `skin`; spots up to `widest` working pixels across.
     static BlemishMap of(const FaceSkin& skin, double widest);

@@ -129,10 +129,25 @@ struct HealBlemishesSettings {
     static constexpr auto effectSwitch = &HealBlemishesSettings::b_Heal_Blemishes;
 };
 
+// Natural skin (its effect: NaturalSkin.h).
+struct NaturalSkinSettings {
+    // Evenness: how much of the skin's medium-size unevenness is evened, in
+    // percent; Texture: its fine detail, in percent of what it is; Detail
+    // size: below it detail is texture, in percent of the face's width.
+#define BELLAVENOR_NATURAL_SKIN_FIELDS(SWITCH, SETTING, MODE)                                           \
+    SWITCH(b_Natural_Skin)                                                                              \
+    SETTING(std::uint64_t, u_Natural_Skin_Evenness, 80, 0, 100, AsIs, "Natural Skin Evenness")          \
+    SETTING(std::uint64_t, u_Natural_Skin_Texture, 100, 0, 200, AsIs, "Natural Skin Texture")           \
+    SETTING(float, f_Natural_Skin_Detail_Size, 0.4f, 0.1, 2, Hundredths, "Natural Skin Detail Size")
+    BELLAVENOR_SETTINGS_BLOCK(NaturalSkinSettings, BELLAVENOR_NATURAL_SKIN_FIELDS)
+    static constexpr auto effectSwitch = &NaturalSkinSettings::b_Natural_Skin;
+};
+
 template <typename... EffectSettings>
 struct SettingsList {};
 
 // Every effect's settings, in the order of the effects (AllEffects.h).
 using EffectSettingsList =
     SettingsList<SkinSmoothingSettings, EyeColourSettings, LipColourSettings, TeethWhiteningSettings, WidenEyesSettings,
-                 WrinkleRemovalSettings, EyeShadowSettings, CheekBlushSettings, UnderEyeDarkeningSettings, HealBlemishesSettings>;
+                 WrinkleRemovalSettings, EyeShadowSettings, CheekBlushSettings, UnderEyeDarkeningSettings, HealBlemishesSettings,
+                 NaturalSkinSettings>;

@@ -24,8 +24,9 @@ const PanelDescription& HealBlemishes::panel()
           .label = {QT_TRANSLATE_NOOP("Effects", "Size")},
           .caption = "label_Size",
           .value = "label_Size_Value",
-          .meaning = QT_TRANSLATE_NOOP("Effects", "The largest spot healed, as a share of the face's width "
-                                                  "(300 is 3 %); a larger mark, such as a mole, stays")},
+          .meaning = QT_TRANSLATE_NOOP("Effects", "The largest spot healed, in percent of the face's width; "
+                                                  "a larger mark, such as a mole, stays"),
+          .unit = "%"},
          {.kind = ControlKind::Slider,
           .field = "u_Heal_Blemishes_Strength",
           .control = "slider_Strength",
@@ -88,17 +89,7 @@ struct HealBlemishes::Search {
     {
         if (face.isEmpty())
             return;
-        double labels = 0;
-        cv::minMaxLoc(map.areas, nullptr, &labels);
-        std::vector<uchar> keeps(size_t(labels) + 1, 0);
-        for (const BlemishMark& mark : map.marks)
-            if (mark.isKeptAsItIs())
-                keeps[size_t(mark.label)] = 255;
-        kept = cv::Mat::zeros(map.areas.size(), CV_8U);
-        for (int y = 0; y < kept.rows; ++y)
-            for (int x = 0; x < kept.cols; ++x)
-                kept.at<uchar>(y, x) = keeps[size_t(map.areas.at<int>(y, x))];
-        cv::dilate(kept, kept, cv::getStructuringElement(cv::MORPH_ELLIPSE, {5, 5}));
+        kept = map.areaOf([](const BlemishMark& mark) { return mark.isKeptAsItIs(); });
     }
 
     // Where healing a spot may change the photo: the skin, but a mark kept

@@ -34,6 +34,9 @@ struct PanelControl {
     // What the setting means, shown as the control's and caption's tooltip
     // (an "Effects" label).
     const char* meaning = nullptr;
+    // A slider's value shown in the setting's own units with this after it
+    // ("%": 0.4 %), not as the slider's position.
+    const char* unit = nullptr;
 };
 
 struct PanelDescription {

@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
+#include <QLocale>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -260,17 +261,24 @@ void EffectPanel::bindSlider(const PanelControl& c)
     };
     if (c.writesOnly) // starts where the setting starts, whatever the state says
         slider->setValue(real ? int(startingValueOf<float>(c.field)) : int(startingValueOf<std::uint64_t>(c.field)));
-    addShow(slider, [slider, value, shown] {
+    // The position, or the value in its units ("0.4 %").
+    const auto showValue = [value, unit = c.unit, perUnit](int position) {
+        if (unit)
+            value->setText(QLocale().toString(position / perUnit) + QChar(0x202F) + QString::fromUtf8(unit));
+        else
+            value->setNum(position);
+    };
+    addShow(slider, [slider, shown, showValue] {
         slider->setValue(shown());
-        value->setNum(slider->value());
+        showValue(slider->value());
     }, c.writesOnly);
-    value->setNum(slider->value());
-    connect(slider, &QSlider::valueChanged, this, [this, c, value, real, count, perUnit](int position) {
+    showValue(slider->value());
+    connect(slider, &QSlider::valueChanged, this, [this, c, real, count, perUnit, showValue](int position) {
         if (real)
             *real = float(position) / float(perUnit);
         else
             *count = std::uint64_t(position);
-        value->setNum(position);
+        showValue(position);
         changed(c.field);
     });
 }

@@ -38,6 +38,8 @@ const CompositorStep kSteps[] = {
     {"heal blemishes", {&S::b_Heal_Blemishes}, step<&HealBlemishes::heal>,
      "first, as retouchers heal: every later step reads the healed photo, so a healed spot stays healed under "
      "every effect"},
+    {"natural skin", {&S::b_Natural_Skin}, step<&NaturalSkin::even>,
+     "after the healing, so it evens healed skin, and before every colour: the effects paint on the evened skin"},
     {"photo and skin smoothing", {}, step<&SkinSmoothing::startFromPhoto>,
      "every effect paints on the photo; the smoothed face covers the whole picture, so it is the base",
      &S::b_Face_Skin_Smooth},

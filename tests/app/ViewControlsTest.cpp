@@ -80,8 +80,8 @@ struct CategoryRows {
 
 const CategoryRows kCategories[] = {
     {&Ui::MainWindow::toolbarItemFace, &Ui::MainWindow::menuItemFace,
-     {&S::b_Face_Skin_Smooth, &S::b_Remove_Wrinkles, &S::b_Apply_Cheeks, &S::b_Heal_Blemishes},
-     {&S::b_Face_Skin_Smooth, &S::b_Remove_Wrinkles, &S::b_Heal_Blemishes}},
+     {&S::b_Face_Skin_Smooth, &S::b_Remove_Wrinkles, &S::b_Apply_Cheeks, &S::b_Heal_Blemishes, &S::b_Natural_Skin},
+     {&S::b_Face_Skin_Smooth, &S::b_Remove_Wrinkles, &S::b_Heal_Blemishes, &S::b_Natural_Skin}},
     {&Ui::MainWindow::toolbarItemEye, &Ui::MainWindow::menuItemEye,
      {&S::b_Color_Eyes, &S::b_Widen_Eyes, &S::b_Eye_Eyeshadow, &S::b_Eyes_Darken},
      {&S::b_Color_Eyes, &S::b_Widen_Eyes, &S::b_Eye_Eyeshadow}},

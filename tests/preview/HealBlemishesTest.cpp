@@ -239,6 +239,7 @@ TEST(HealBlemishes, AClickedMoleStaysHealedUnderTheOtherEffectsAndTheSwitchOffCh
     EditingState all;
     for (bool EditingState::*effect : switchesInCloseOrder())
         all.*effect = true;
+    all.b_Natural_Skin = false; // the nine effects of the window's first design
     all.b_Heal_Blemishes = false;
     const PointList clicked{100 * mole.centre / 2048};
     const QImage nine = composed(planted.photo, all, clicked);

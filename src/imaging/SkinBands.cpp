@@ -1,0 +1,71 @@
+#include "SkinBands.h"
+
+#include <opencv2/imgproc.hpp>
+
+cv::Mat blurOver(const cv::Mat& values, const cv::Mat& weight, double sigma)
+{
+    cv::Mat weighted, spread, total, blurred;
+    const cv::Mat three[] = {weight, weight, weight};
+    cv::merge(three, 3, spread);
+    cv::GaussianBlur(values.mul(spread), weighted, {0, 0}, sigma);
+    cv::GaussianBlur(spread, total, {0, 0}, sigma);
+    blurred = values.clone();
+    cv::Mat reached = total > 1e-4f;
+    cv::Mat ratio = weighted / cv::max(total, 1e-4f);
+    ratio.copyTo(blurred, reached);
+    return blurred;
+}
+
+cv::Mat mediumBandOf(const cv::Mat& rgb, const cv::Mat& skin, double fine, double coarse)
+{
+    cv::Mat values, weight;
+    rgb.convertTo(values, CV_32F);
+    skin.convertTo(weight, CV_32F, 1.0 / 255);
+    weight.setTo(1, weight > 0);
+    const auto band = [&](const cv::Mat& of) { return cv::Mat(blurOver(of, weight, fine) - blurOver(of, weight, coarse)); };
+    // A difference of blurs passes the middle sizes only in part: taken
+    // away once, it leaves about half of them (what it passes of its own
+    // output). Taken again from what is left, a quarter.
+    const cv::Mat once = band(values);
+    return once + band(values - once);
+}
+
+void applySkinChange(QImage& picture, const QRect& area, const cv::Mat& change, const cv::Mat& weight, double fine,
+                     double texture)
+{
+    const QRect inside = area & picture.rect();
+    if (inside.isEmpty() || change.empty())
+        return;
+    const cv::Rect box(inside.x(), inside.y(), inside.width(), inside.height());
+    cv::Mat pixels = cv::Mat(picture.height(), picture.width(), CV_8UC4, picture.bits(), size_t(picture.bytesPerLine()))(box);
+    // The change and its weight were made over the whole area: the part of
+    // the picture's edge it may overhang is cut off after sizing.
+    const cv::Rect within(inside.x() - area.x(), inside.y() - area.y(), inside.width(), inside.height());
+    cv::Mat changeHere, weightHere;
+    cv::resize(change, changeHere, {area.width(), area.height()}, 0, 0, cv::INTER_LINEAR);
+    cv::resize(weight, weightHere, {area.width(), area.height()}, 0, 0, cv::INTER_LINEAR);
+    changeHere = changeHere(within);
+    weightHere = weightHere(within);
+    cv::Mat detail;
+    if (texture != 1) {
+        cv::Mat rgb, smooth;
+        cv::cvtColor(pixels, rgb, cv::COLOR_RGBA2RGB);
+        rgb.convertTo(rgb, CV_32F);
+        cv::GaussianBlur(rgb, smooth, {0, 0}, std::max(0.3, fine));
+        detail = (rgb - smooth) * (texture - 1);
+    }
+    // Written by hand: the weight, the opaque-only rule and the detail
+    // meet per pixel, which no OpenCV call combines.
+    for (int y = 0; y < pixels.rows; ++y)
+        for (int x = 0; x < pixels.cols; ++x) {
+            uchar* p = pixels.ptr<uchar>(y, x);
+            const float w = weightHere.at<float>(y, x);
+            if (w <= 0 || p[3] != 255)
+                continue;
+            cv::Vec3f delta = changeHere.at<cv::Vec3f>(y, x);
+            if (!detail.empty())
+                delta += detail.at<cv::Vec3f>(y, x);
+            for (int k = 0; k < 3; ++k)
+                p[k] = cv::saturate_cast<uchar>(p[k] + w * delta[k]);
+        }
+}
