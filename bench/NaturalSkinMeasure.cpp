@@ -1,9 +1,11 @@
 // How Natural Skin changes real faces, band by band, on the skin it finds
-// (where it changes with full weight): the medium band's spread (blotches,
-// about 0.4 to 4 % of the face's width) against before, the fine band's
-// energy (pores, below 0.4 %) against before, the coarse shading's mean
-// change (above 4 %, levels of L*), and the pixels changed where it should
-// change nothing (off the skin's soft edge; the eyes, brows and lips).
+// (where it changes with full weight), each band read over the skin alone
+// with Gaussians whose sigmas are shares of the face's width: the medium
+// band's spread (blotches, between 0.4 % and 2.5 %) against before, the
+// fine band's (pores, below 0.4 %) against before, the coarse shading's
+// mean change (above 2.5 %, levels of L*), and the pixels changed where it
+// should change nothing (off the skin's soft edge; the eyes, brows and
+// lips).
 //
 //   measure_natural_skin PHOTO... [--evenness N] [--texture N]
 
@@ -51,7 +53,7 @@ Bands bandsOf(const cv::Mat& L, const cv::Mat& skin, double faceWidth)
     skin.convertTo(weight, CV_32F, 1.0 / 255);
     cv::Mat smooth, shape;
     cv::extractChannel(blurOver(L3, weight, std::max(1.0, 0.004 * faceWidth)), smooth, 0);
-    cv::extractChannel(blurOver(L3, weight, 0.04 * faceWidth), shape, 0);
+    cv::extractChannel(blurOver(L3, weight, 0.025 * faceWidth), shape, 0);
     return {L - smooth, smooth - shape, shape};
 }
 

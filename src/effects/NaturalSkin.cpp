@@ -50,8 +50,9 @@ namespace {
 constexpr double kWorkingWidth = 400;
 
 // Above this, in percent of the face's width, detail is the face's shape
-// and light: a Gaussian this wide spans about a tenth of the face.
-constexpr double kCoarse = 4;
+// and light: a Gaussian this wide spans about 6 % of the face, and the
+// shading of the nose, the cheekbones and the jaw is wider.
+constexpr double kCoarse = 2.5;
 
 // The skin's edge fades over this, in percent of the face's width: within
 // the margin the skin keeps from the features, so they stay to the bit.
