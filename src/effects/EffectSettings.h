@@ -134,11 +134,19 @@ struct NaturalSkinSettings {
     // Evenness: how much of the skin's medium-size unevenness is evened, in
     // percent; Texture: its fine detail, in percent of what it is; Detail
     // size: below it detail is texture, in percent of the face's width.
+    // The brush that adds skin to what it finds or takes skin away: its
+    // width in percent of the face's width, its edge's softness in percent
+    // of its radius. The strokes belong to the photo (PhotoEdits.h).
 #define BELLAVENOR_NATURAL_SKIN_FIELDS(SWITCH, SETTING, MODE)                                           \
     SWITCH(b_Natural_Skin)                                                                              \
     SETTING(std::uint64_t, u_Natural_Skin_Evenness, 80, 0, 100, AsIs, "Natural Skin Evenness")          \
     SETTING(std::uint64_t, u_Natural_Skin_Texture, 100, 0, 200, AsIs, "Natural Skin Texture")           \
-    SETTING(float, f_Natural_Skin_Detail_Size, 0.4f, 0.1, 2, Hundredths, "Natural Skin Detail Size")
+    SETTING(float, f_Natural_Skin_Detail_Size, 0.4f, 0.1, 2, Hundredths, "Natural Skin Detail Size")    \
+    SETTING(float, f_Natural_Skin_Brush_Size, 5.0f, 1, 20, Hundredths, "Skin Brush Size")               \
+    SETTING(std::uint64_t, u_Natural_Skin_Brush_Softness, 50, 0, 100, AsIs, "Skin Brush Softness")      \
+    MODE(bool, b_Activated_Add_Skin, false, 0, 1, false)                                                \
+    MODE(bool, b_Activated_Remove_Skin, false, 0, 1, false)                                             \
+    MODE(bool, b_Show_Skin_Mask, false, 0, 1, false)
     BELLAVENOR_SETTINGS_BLOCK(NaturalSkinSettings, BELLAVENOR_NATURAL_SKIN_FIELDS)
     static constexpr auto effectSwitch = &NaturalSkinSettings::b_Natural_Skin;
 };

@@ -4,6 +4,8 @@
 #include "Picture.h"
 #include "SkinBands.h"
 
+#include <QPainter>
+
 #include <opencv2/imgproc.hpp>
 
 const PanelDescription& NaturalSkin::panel()
@@ -37,7 +39,26 @@ const PanelDescription& NaturalSkin::panel()
           .value = "label_Detail_Size_Value",
           .meaning = QT_TRANSLATE_NOOP("Effects", "The size below which detail counts as texture, in percent of "
                                                   "the face's width"),
-          .unit = "%"}}};
+          .unit = "%"},
+         {ControlKind::Mode, "b_Activated_Add_Skin", "checkAddSkin", {QT_TRANSLATE_NOOP("Effects", "Add skin")}},
+         {ControlKind::Mode, "b_Activated_Remove_Skin", "checkRemoveSkin", {QT_TRANSLATE_NOOP("Effects", "Remove skin")}},
+         {.kind = ControlKind::Slider,
+          .field = "f_Natural_Skin_Brush_Size",
+          .control = "slider_Brush_Size",
+          .label = {QT_TRANSLATE_NOOP("Effects", "Brush size")},
+          .caption = "label_Brush_Size",
+          .value = "label_Brush_Size_Value",
+          .meaning = QT_TRANSLATE_NOOP("Effects", "The width of the skin brushes, in percent of the face's width"),
+          .unit = "%"},
+         {.kind = ControlKind::Slider,
+          .field = "u_Natural_Skin_Brush_Softness",
+          .control = "slider_Brush_Softness",
+          .label = {QT_TRANSLATE_NOOP("Effects", "Softness")},
+          .caption = "label_Brush_Softness",
+          .value = "label_Brush_Softness_Value",
+          .meaning = QT_TRANSLATE_NOOP("Effects", "How softly a brush stroke's edge fades, in percent of its radius"),
+          .unit = "%"},
+         {ControlKind::Toggle, "b_Show_Skin_Mask", "checkShowSkinMask", {QT_TRANSLATE_NOOP("Effects", "Show mask")}}}};
     return panel;
 }
 
@@ -70,11 +91,36 @@ double workingWidthFor(const OpenedPhoto& photo)
     return p.size() < kLandmarkCount ? kWorkingWidth : std::min(kWorkingWidth, QLineF(p[0], p[16]).length());
 }
 
-NaturalSkin::Band bandOf(const OpenedPhoto& photo, float detailSize)
+// The strokes of one brush at the working scale: 1 under them, their edge
+// fading over Softness of their radius.
+cv::Mat brushed(const OpenedPhoto& photo, const FaceSkin& skin, const QList<PointList>& strokes,
+                const NaturalSkin::Settings& s)
+{
+    cv::Mat painted = cv::Mat::zeros(skin.allowed.size(), CV_32F);
+    if (strokes.isEmpty())
+        return painted;
+    const double radius = workingPixels(s.f_Natural_Skin_Brush_Size, skin) / 2;
+    const auto working = [&](QPointF percent) {
+        const QPointF at = photo.pixelAtOpenedPercent(percent);
+        return cv::Point2d((at.x() - skin.area.x) * skin.scale, (at.y() - skin.area.y) * skin.scale);
+    };
+    for (const PointList& stroke : strokes)
+        for (qsizetype i = 0; i < stroke.size(); ++i)
+            cv::line(painted, working(stroke[i]), working(stroke[std::max<qsizetype>(i - 1, 0)]), 1.0,
+                     std::max(1, int(std::lround(2 * radius))), cv::LINE_AA);
+    if (const double soft = double(s.u_Natural_Skin_Brush_Softness) / 100 * radius / 2; soft > 0.3)
+        cv::GaussianBlur(painted, painted, {0, 0}, soft);
+    return painted;
+}
+
+NaturalSkin::Band bandOf(const OpenedPhoto& photo, const NaturalSkin::Settings& s, const PhotoEdits& edits)
 {
     NaturalSkin::Band band{FaceSkin::of(photo, workingWidthFor(photo)), {}, {}};
     if (band.skin.isEmpty())
         return band;
+    const cv::Mat added = brushed(photo, band.skin, edits.array_Skin_Added_Strokes, s);
+    const cv::Mat removed = brushed(photo, band.skin, edits.array_Skin_Removed_Strokes, s);
+    band.skin.allowed = (band.skin.allowed | (added > 0.5f)) & ~(removed > 0.5f);
     // Moles, freckles and a dark brown mark wider than a spot (a large mole,
     // a birthmark) stay as they are and take no part in the skin's bands (a
     // dark mole would leave a light halo evened dark around it); the skin
@@ -87,19 +133,28 @@ NaturalSkin::Band bandOf(const OpenedPhoto& photo, float detailSize)
     cv::Mat apart;
     const cv::Mat skin = band.skin.allowed & ~kept;
     // Detail finer than a pixel is all texture.
-    const double fine = std::max(1.0, workingPixels(detailSize, band.skin));
+    const double fine = std::max(1.0, workingPixels(s.f_Natural_Skin_Detail_Size, band.skin));
     band.medium = mediumBandOf(band.skin.rgb, skin, fine, workingPixels(kCoarse, band.skin));
     // What is finer than Detail size in it is texture's: left out.
     cv::GaussianBlur(band.medium, band.medium, {0, 0}, 0.7 * fine);
-    // The soft edge lies within the skin: beyond it, nothing changes.
+    // The soft edge lies within the skin: beyond it, nothing changes but
+    // what a brush added, by its own soft edge.
     const int clear = 2 * int(std::ceil(2 * soft)) + 1;
     cv::dilate(kept, apart, cv::getStructuringElement(cv::MORPH_ELLIPSE, {clear, clear}));
     cv::Mat inner;
     cv::erode(band.skin.allowed & ~apart, inner, cv::getStructuringElement(cv::MORPH_ELLIPSE, {clear, clear}));
     inner.convertTo(band.weight, CV_32F, 1.0 / 255);
     cv::GaussianBlur(band.weight, band.weight, {0, 0}, soft);
-    band.weight.setTo(0, ~skin | (band.weight < 1e-3f));
+    band.weight.setTo(0, ~skin);
+    band.weight = cv::max(band.weight, added).mul(1 - removed);
+    band.weight.setTo(0, (band.weight < 1e-3f) | kept);
     return band;
+}
+
+NaturalSkin::BandKey bandKeyOf(qint64 photo, const NaturalSkin::Settings& s, const PhotoEdits& edits)
+{
+    return {photo, s.f_Natural_Skin_Detail_Size, s.f_Natural_Skin_Brush_Size, s.u_Natural_Skin_Brush_Softness,
+            edits.array_Skin_Added_Strokes, edits.array_Skin_Removed_Strokes};
 }
 
 OpenedPhoto evenedWith(const OpenedPhoto& photo, const NaturalSkin::Band& band, const NaturalSkin::Settings& s)
@@ -121,13 +176,122 @@ OpenedPhoto evenedWith(const OpenedPhoto& photo, const NaturalSkin::Band& band, 
 void NaturalSkin::even(EffectPass& pass, const Settings& s, Memos& memos)
 {
     const OpenedPhoto& photo = *pass.photo;
-    const Band& band = memos.band.get({pass.photoKey(), s.f_Natural_Skin_Detail_Size},
-                                      [&](Band& made) { made = bandOf(photo, s.f_Natural_Skin_Detail_Size); });
-    const Key key{pass.photoKey(), s.u_Natural_Skin_Evenness, s.u_Natural_Skin_Texture, s.f_Natural_Skin_Detail_Size};
+    const BandKey bandKey = bandKeyOf(pass.photoKey(), s, pass.photoEdits);
+    const Band& band = memos.band.get(bandKey, [&](Band& made) { made = bandOf(photo, s, pass.photoEdits); });
+    const Key key{bandKey, s.u_Natural_Skin_Evenness, s.u_Natural_Skin_Texture};
     pass.photo = &memos.evened.get(key, [&](OpenedPhoto& evened) { evened = evenedWith(photo, band, s); });
 }
 
-OpenedPhoto NaturalSkin::evenedPhoto(const OpenedPhoto& photo, const Settings& s)
+OpenedPhoto NaturalSkin::evenedPhoto(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits)
 {
-    return evenedWith(photo, bandOf(photo, s.f_Natural_Skin_Detail_Size), s);
+    return evenedWith(photo, bandOf(photo, s, edits), s);
+}
+
+NaturalSkin::Mask NaturalSkin::maskOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits)
+{
+    Band band = bandOf(photo, s, edits);
+    return {std::move(band.weight), band.skin.area};
+}
+
+namespace {
+
+class SkinBrushTool final : public PhotoTool {
+public:
+    explicit SkinBrushTool(NaturalSkin::Settings& s)
+        : s_(s)
+    {
+    }
+
+    bool isOn() const override { return s_.b_Activated_Add_Skin || s_.b_Activated_Remove_Skin; }
+
+    void press(const ToolPointer& at, ToolTarget& target) override
+    {
+        stroke_ = {topDown(at.percent)};
+        target.overlayChanged();
+    }
+
+    void drag(const ToolPointer& at, ToolTarget& target) override
+    {
+        if (stroke_.isEmpty())
+            return;
+        stroke_.append(topDown(at.percent));
+        target.overlayChanged();
+    }
+
+    void release(const ToolPointer&, ToolTarget& target) override
+    {
+        const PointList stroke = std::exchange(stroke_, {});
+        if (stroke.isEmpty())
+            return;
+        PhotoEdits& edits = target.photoEdits();
+        (s_.b_Activated_Add_Skin ? edits.array_Skin_Added_Strokes : edits.array_Skin_Removed_Strokes).append(stroke);
+        target.photoEdited(QCoreApplication::translate(
+            "EditHistory", s_.b_Activated_Add_Skin ? NaturalSkin::kAddSkin : NaturalSkin::kRemoveSkin));
+    }
+
+    std::optional<QCursor> hover(const ToolPointer&, const ToolTarget&) override { return QCursor(Qt::CrossCursor); }
+
+    QString hint() const override
+    {
+        return s_.b_Activated_Add_Skin
+                   ? QCoreApplication::translate("Effects", "Paint over skin the effect missed to add it")
+                   : QCoreApplication::translate("Effects", "Paint over what is not skin to take it away");
+    }
+
+    // The stroke under way, as wide as the brush; and with "Show mask" the
+    // skin the effect changes tinted by how much.
+    void paintOverlay(QPainter& painter, const QTransform& toView, const ToolTarget& target) override
+    {
+        const OpenedPhoto& photo = target.openedPhoto();
+        painter.save();
+        if (s_.b_Natural_Skin && s_.b_Show_Skin_Mask) {
+            const QImage& tint = tintOn(target);
+            const cv::Rect& a = mask_.area;
+            painter.setTransform(toView, true);
+            painter.drawImage(QRectF(a.x, a.y, a.width, a.height), tint);
+            painter.setTransform(QTransform());
+        }
+        if (!stroke_.isEmpty()) {
+            const FaceLandmarks& p = photo.facePointsRelativeToImageSize;
+            const double width = p.size() < kLandmarkCount ? 10
+                                                           : s_.f_Natural_Skin_Brush_Size / 100 * QLineF(p[0], p[16]).length();
+            QPolygonF path;
+            for (QPointF percent : stroke_)
+                path << toView.map(photo.pixelAtOpenedPercent(percent));
+            painter.setRenderHint(QPainter::Antialiasing);
+            const QColor colour = s_.b_Activated_Add_Skin ? QColor(40, 230, 120, 110) : QColor(230, 60, 60, 110);
+            painter.setPen(QPen(colour, std::max(2.0, width * toView.m11()), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            path.size() == 1 ? painter.drawPoint(path.front()) : painter.drawPolyline(path);
+        }
+        painter.restore();
+    }
+
+private:
+    static QPointF topDown(QPointF percent) { return {percent.x(), 100 - percent.y()}; }
+
+    // The mask as a tint, made again only when the photo, the settings or
+    // the strokes changed.
+    const QImage& tintOn(const ToolTarget& target)
+    {
+        const NaturalSkin::BandKey key = bandKeyOf(target.openedPhoto().img_Basic.cacheKey(), s_, target.photoEdits());
+        return tint_.get(key, [&](QImage& tint) {
+            mask_ = NaturalSkin::maskOf(target.openedPhoto(), s_, target.photoEdits());
+            tint = QImage(mask_.weight.cols, mask_.weight.rows, QImage::Format_ARGB32_Premultiplied);
+            for (int y = 0; y < tint.height(); ++y)
+                for (int x = 0; x < tint.width(); ++x)
+                    tint.setPixelColor(x, y, QColor(255, 40, 160, int(110 * mask_.weight.at<float>(y, x))));
+        });
+    }
+
+    NaturalSkin::Settings& s_;
+    PointList stroke_; // percent of the photo, y from the top
+    NaturalSkin::Mask mask_;
+    Memo<NaturalSkin::BandKey, QImage> tint_;
+};
+
+} // namespace
+
+void NaturalSkin::addTools(Settings& s, std::vector<std::unique_ptr<PhotoTool>>& tools)
+{
+    tools.push_back(std::make_unique<SkinBrushTool>(s));
 }

@@ -4,16 +4,21 @@
 #include "EffectSettings.h"
 #include "FaceSkin.h"
 #include "PanelDescription.h"
+#include "PhotoTool.h"
 
 #include <QCoreApplication>
+
+#include <memory>
+#include <vector>
 
 // Natural skin: the face's skin evened the way a careful retoucher evens it
 // — blotches, redness and small shadows (its medium-size detail) taken
 // down by Evenness, its pores and fine texture (below Detail size) kept as
 // they are or scaled by Texture, the light that models the face (its
 // coarse shading) left alone. Only the skin changes (FaceSkin: no eyes,
-// brows, lips, nostrils, hair or background), with a soft edge. It evens
-// the photo every later step reads, after the healing.
+// brows, lips, nostrils, hair or background), with a soft edge; brushes
+// add skin it missed or take away what is not skin. It evens the photo
+// every later step reads, after the healing.
 struct NaturalSkin {
     using Settings = NaturalSkinSettings;
     static constexpr auto effectSwitch = Settings::effectSwitch;
@@ -22,17 +27,18 @@ struct NaturalSkin {
 
     struct BandKey {
         qint64 photo;
-        float detailSize;
+        float detailSize, brushSize;
+        std::uint64_t softness;
+        QList<PointList> added, removed;
         bool operator==(const BandKey&) const = default;
     };
     struct Key {
-        qint64 photo;
+        BandKey band;
         std::uint64_t evenness, texture;
-        float detailSize;
         bool operator==(const Key&) const = default;
     };
     // The skin's medium band at the working scale, and where it changes
-    // with how much (the soft-edged skin).
+    // with how much (the soft-edged skin, as the brushes corrected it).
     struct Band {
         FaceSkin skin;
         cv::Mat medium, weight;
@@ -45,6 +51,21 @@ struct NaturalSkin {
     // "natural skin": the photo the later steps read becomes the evened one.
     static void even(EffectPass& pass, const Settings& s, Memos& memos);
 
-    // The photo evened with these settings (what `even` hands on).
-    static OpenedPhoto evenedPhoto(const OpenedPhoto& photo, const Settings& s);
+    // The photo evened with these settings and the strokes of the skin
+    // brushes (what `even` hands on).
+    static OpenedPhoto evenedPhoto(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits = {});
+
+    // Where it changes the photo and how much: the weight (CV_32F, 0 to 1)
+    // over `area` (photo pixels), at the working scale.
+    struct Mask {
+        cv::Mat weight;
+        cv::Rect area;
+    };
+    static Mask maskOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits);
+
+    // Its brushes on the photo while Add skin or Remove skin is on: a drag
+    // paints a stroke, a click a dab; each one undo step.
+    static constexpr const char* kAddSkin = QT_TRANSLATE_NOOP("EditHistory", "Add Skin");
+    static constexpr const char* kRemoveSkin = QT_TRANSLATE_NOOP("EditHistory", "Remove Skin");
+    static void addTools(Settings& s, std::vector<std::unique_ptr<PhotoTool>>& tools);
 };

@@ -32,6 +32,10 @@ struct PhotoEdits {
     // The strokes healed along their paths (a scar, a stray hair, a line
     // of spots), each its points in percent of the photo, y from its top.
     QList<PointList> array_Heal_Strokes;
+    // The strokes that add skin to the skin Natural Skin finds, and that take
+    // skin away, the same way.
+    QList<PointList> array_Skin_Added_Strokes;
+    QList<PointList> array_Skin_Removed_Strokes;
 
     // Calls visit(name, field, unit) for what a settings file keeps of it,
     // in this order: the spots in percent of the photo, the areas and ring
@@ -43,6 +47,8 @@ struct PhotoEdits {
         visit("array_Healed_Spots", array_Healed_Spots, Unit::Percent);
         visit("array_Kept_Spots", array_Kept_Spots, Unit::Percent);
         visit("array_Heal_Strokes", array_Heal_Strokes, Unit::Percent);
+        visit("array_Skin_Added_Strokes", array_Skin_Added_Strokes, Unit::Percent);
+        visit("array_Skin_Removed_Strokes", array_Skin_Removed_Strokes, Unit::Percent);
         visit("rect_Cheek_Left_Area_To_Paint", rect_Cheek_Left_Area_To_Paint, Unit::Pixels);
         visit("rect_Cheek_Right_Area_To_Paint", rect_Cheek_Right_Area_To_Paint, Unit::Pixels);
         visit("array_Eye_Darken_Left_Points", array_Eye_Darken_Left_Points, Unit::Pixels);

@@ -104,5 +104,7 @@ PhotoEdits proxyPhotoEdits(const PhotoEdits& photoEdits, QSizeF photoSize, const
     onFrame.array_Healed_Spots = photoEdits.array_Healed_Spots;
     onFrame.array_Kept_Spots = photoEdits.array_Kept_Spots;
     onFrame.array_Heal_Strokes = photoEdits.array_Heal_Strokes;
+    onFrame.array_Skin_Added_Strokes = photoEdits.array_Skin_Added_Strokes;
+    onFrame.array_Skin_Removed_Strokes = photoEdits.array_Skin_Removed_Strokes;
     return onFrame;
 }

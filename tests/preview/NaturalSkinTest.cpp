@@ -78,4 +78,16 @@ TEST(NaturalSkin, BlotchesEvenPoresStayTextureScalesThemAndNothingOffTheSkinMove
     cv::transform(pixelsOf(natural) != pixelsOf(before), moved, cv::Matx14f(1, 1, 1, 1));
     EXPECT_EQ(cv::countNonZero((moved > 0) & ~inPhoto(1)), 0) << "off the skin every pixel stays";
     EXPECT_EQ(evened(0, 100), before) << "Evenness 0 and Texture 100 change nothing";
+
+    // A stroke taking skin away leaves the cheek under it as it was; one
+    // adding skin over a brow evens what it covers too.
+    const QPointF cheek = (p[3] + p[48]) / 2, brow = p[19];
+    PhotoEdits edits;
+    edits.array_Skin_Removed_Strokes = {{100 * (cheek - QPointF(0.05 * w, 0)) / 1024, 100 * (cheek + QPointF(0.05 * w, 0)) / 1024}};
+    edits.array_Skin_Added_Strokes = {{100 * brow / 1024}};
+    const QImage brushed = NaturalSkin::evenedPhoto(photo, NaturalSkin::Settings{}, edits).img_Basic;
+    EXPECT_EQ(brushed.pixel(cheek.toPoint()), before.pixel(cheek.toPoint())) << "skin taken away";
+    EXPECT_NE(natural.pixel(cheek.toPoint()), before.pixel(cheek.toPoint()));
+    EXPECT_EQ(natural.pixel(brow.toPoint()), before.pixel(brow.toPoint()));
+    EXPECT_NE(brushed.pixel(brow.toPoint()), before.pixel(brow.toPoint())) << "skin added";
 }
