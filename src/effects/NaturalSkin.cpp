@@ -113,9 +113,23 @@ cv::Mat brushed(const OpenedPhoto& photo, const FaceSkin& skin, const QList<Poin
     return painted;
 }
 
+// Where the added strokes reach, photo pixels.
+QRect addedOver(const OpenedPhoto& photo, const NaturalSkin::Settings& s, const PhotoEdits& edits)
+{
+    const FaceLandmarks& p = photo.facePointsRelativeToImageSize;
+    if (p.size() < kLandmarkCount)
+        return {};
+    const double radius = s.f_Natural_Skin_Brush_Size / 100 * QLineF(p[0], p[16]).length() / 2 + 1;
+    QRectF over;
+    for (const PointList& stroke : edits.array_Skin_Added_Strokes)
+        for (QPointF percent : stroke)
+            over |= QRectF(photo.pixelAtOpenedPercent(percent) - QPointF(radius, radius), QSizeF(2 * radius, 2 * radius));
+    return over.toAlignedRect();
+}
+
 NaturalSkin::Band bandOf(const OpenedPhoto& photo, const NaturalSkin::Settings& s, const PhotoEdits& edits)
 {
-    NaturalSkin::Band band{FaceSkin::of(photo, workingWidthFor(photo)), {}, {}};
+    NaturalSkin::Band band{FaceSkin::of(photo, workingWidthFor(photo), addedOver(photo, s, edits)), {}, {}};
     if (band.skin.isEmpty())
         return band;
     const cv::Mat added = brushed(photo, band.skin, edits.array_Skin_Added_Strokes, s);

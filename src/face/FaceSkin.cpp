@@ -123,7 +123,7 @@ bool FaceSkin::allows(QPointF photoPoint) const
     return x >= 0 && y >= 0 && x < allowed.cols && y < allowed.rows && allowed.at<uchar>(y, x) != 0;
 }
 
-FaceSkin FaceSkin::of(const OpenedPhoto& photo, double workingWidth)
+FaceSkin FaceSkin::of(const OpenedPhoto& photo, double workingWidth, const QRect& alsoOver)
 {
     FaceSkin skin;
     const FaceLandmarks& p = photo.facePointsRelativeToImageSize;
@@ -131,7 +131,7 @@ FaceSkin FaceSkin::of(const OpenedPhoto& photo, double workingWidth)
         return skin;
     const double faceWidth = std::hypot(p[16].x() - p[0].x(), p[16].y() - p[0].y());
     const QRect area = (flipped(photo.regions.rect_Face_Skin, photo.imgSize.height()).toAlignedRect()
-                        | forehead(p, faceWidth).boundingRect().toAlignedRect())
+                        | forehead(p, faceWidth).boundingRect().toAlignedRect() | alsoOver)
                        & QRect(QPoint(0, 0), photo.img_Basic.size());
     if (faceWidth < 8 || area.width() < 8 || area.height() < 8)
         return skin;

@@ -3,6 +3,7 @@
 #include "OpenedPhoto.h"
 
 #include <QPointF>
+#include <QRect>
 
 #include <opencv2/core.hpp>
 
@@ -25,6 +26,8 @@ struct FaceSkin {
     bool allows(QPointF photoPoint) const;
 
     // The skin of the photo's face brought to `workingWidth` pixels from
-    // ear to ear; empty without a face or for a face under 8 pixels.
-    static FaceSkin of(const OpenedPhoto& photo, double workingWidth);
+    // ear to ear, its picture reaching over `alsoOver` too (photo pixels:
+    // where a brush added skin); empty without a face or for a face under
+    // 8 pixels.
+    static FaceSkin of(const OpenedPhoto& photo, double workingWidth, const QRect& alsoOver = {});
 };
