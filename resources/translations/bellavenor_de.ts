@@ -316,6 +316,14 @@
         <translation>Strich heilen</translation>
     </message>
     <message>
+        <source>Add Skin</source>
+        <translation>Haut hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove Skin</source>
+        <translation>Haut entfernen</translation>
+    </message>
+    <message>
         <source>Keep Spot</source>
         <translation>Fleck behalten</translation>
     </message>
@@ -409,6 +417,42 @@
     <message>
         <source>Edit spots</source>
         <translation>Flecken bearbeiten</translation>
+    </message>
+    <message>
+        <source>Add skin</source>
+        <translation>Haut hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove skin</source>
+        <translation>Haut entfernen</translation>
+    </message>
+    <message>
+        <source>Brush size</source>
+        <translation>Pinselgröße</translation>
+    </message>
+    <message>
+        <source>Softness</source>
+        <translation>Weichheit</translation>
+    </message>
+    <message>
+        <source>Show mask</source>
+        <translation>Maske zeigen</translation>
+    </message>
+    <message>
+        <source>The width of the skin brushes, in percent of the face&apos;s width</source>
+        <translation>Die Breite der Hautpinsel, in Prozent der Gesichtsbreite</translation>
+    </message>
+    <message>
+        <source>How softly a brush stroke&apos;s edge fades, in percent of its radius</source>
+        <translation>Wie weich der Rand eines Pinselstrichs ausläuft, in Prozent seines Radius</translation>
+    </message>
+    <message>
+        <source>Paint over skin the effect missed to add it</source>
+        <translation>Über Haut malen, die der Effekt übersehen hat, um sie hinzuzufügen</translation>
+    </message>
+    <message>
+        <source>Paint over what is not skin to take it away</source>
+        <translation>Über das malen, was keine Haut ist, um es herauszunehmen</translation>
     </message>
 </context>
 <context>
