@@ -25,9 +25,11 @@ cv::Mat mediumBandOf(const cv::Mat& rgb, const cv::Mat& skin, double fine, doubl
     const auto band = [&](const cv::Mat& of) { return cv::Mat(blurOver(of, weight, fine) - blurOver(of, weight, coarse)); };
     // A difference of blurs passes the middle sizes only in part: taken
     // away once, it leaves about half of them (what it passes of its own
-    // output). Taken again from what is left, a quarter.
-    const cv::Mat once = band(values);
-    return once + band(values - once);
+    // output). Taken twice more from what is left, an eighth.
+    cv::Mat taken = band(values);
+    for (int again = 0; again < 2; ++again)
+        taken += band(values - taken);
+    return taken;
 }
 
 void applySkinChange(QImage& picture, const QRect& area, const cv::Mat& change, const cv::Mat& weight, double fine,

@@ -18,7 +18,7 @@ cv::Mat blurOver(const cv::Mat& values, const cv::Mat& weight, double sigma);
 // and `coarse` (Gaussian sigmas in its pixels), both read over `skin`
 // (8-bit, non-zero on skin) — blotches, redness and small shadows, not the
 // pores below `fine` nor the light that models the face above `coarse`.
-// Taking it away leaves a quarter of what a difference of those blurs
+// Taking it away leaves an eighth of what a difference of those blurs
 // finds. CV_32FC3, in levels.
 cv::Mat mediumBandOf(const cv::Mat& rgb, const cv::Mat& skin, double fine, double coarse);
 
