@@ -8,6 +8,11 @@
 // lips).
 //
 //   measure_natural_skin PHOTO... [--evenness N] [--texture N]
+//   measure_natural_skin --outlines bench/data/skin-outlines.json SHARED
+//
+// With --outlines, the skin it changes against the skin outlined by hand:
+// the share of the outlined skin it covers and the share of what it
+// changes that lies outside it.
 
 #include "BlemishMap.h"
 #include "Compositor.h"
@@ -20,7 +25,12 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QPainter>
 
 #include <opencv2/imgproc.hpp>
@@ -128,6 +138,42 @@ void measure(const QString& path, const NaturalSkinSettings& s)
                 qPrintable(QFileInfo(path).baseName()), 100 * mediumLeft, 100 * unmarkedLeft, 100 * fineKept, shape, outside, features);
 }
 
+QPolygon polygonOf(const QJsonValue& points)
+{
+    QPolygon polygon;
+    for (const QJsonValue point : points.toArray())
+        polygon << QPoint(point[0].toInt(), point[1].toInt());
+    return polygon;
+}
+
+void measureMask(const QJsonObject& labelled, const QDir& shared, const NaturalSkinSettings& s)
+{
+    const QString path = shared.filePath(labelled["file"].toString());
+    const OpenResult opened = analysePhoto(path, decodePhoto(path));
+    if (opened.outcome != OpenResult::Opened)
+        return;
+    const QSize size = opened.photo.img_Basic.size();
+    QImage outlined(size, QImage::Format_Grayscale8);
+    outlined.fill(0);
+    QPainter painter(&outlined);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::white);
+    painter.drawPolygon(polygonOf(labelled["outline"]));
+    painter.setBrush(Qt::black);
+    for (const QJsonValue hole : labelled["holes"].toArray())
+        painter.drawPolygon(polygonOf(hole));
+    painter.end();
+    const cv::Mat skin = cv::Mat(size.height(), size.width(), CV_8U, outlined.bits(), size_t(outlined.bytesPerLine())) > 0;
+    const NaturalSkin::Mask mask = NaturalSkin::maskOf(opened.photo, s, {});
+    cv::Mat changes = cv::Mat::zeros(skin.size(), CV_8U), weight;
+    cv::resize(mask.weight, weight, mask.area.size(), 0, 0, cv::INTER_LINEAR);
+    changes(mask.area).setTo(255, weight > 0);
+    const double covered = double(cv::countNonZero(changes & skin)) / cv::countNonZero(skin);
+    const double outside = double(cv::countNonZero(changes & ~skin)) / std::max(1, cv::countNonZero(changes));
+    std::printf("%-22s %-7s skin covered %5.1f %% | changed outside the skin %5.1f %%\n",
+                qPrintable(QFileInfo(path).baseName()), qPrintable(labelled["tone"].toString()), 100 * covered, 100 * outside);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -137,11 +183,20 @@ int main(int argc, char** argv)
     parser.addPositionalArgument("photos", "photos of one face each");
     parser.addOption({"evenness", "Evenness", "percent", "80"});
     parser.addOption({"texture", "Texture", "percent", "100"});
+    parser.addOption({"outlines", "skin outlined by hand, the photos' paths from the folder given", "file"});
     parser.process(app);
     NaturalSkinSettings s;
     s.b_Natural_Skin = true;
     s.u_Natural_Skin_Evenness = parser.value("evenness").toULongLong();
     s.u_Natural_Skin_Texture = parser.value("texture").toULongLong();
+    if (parser.isSet("outlines")) {
+        QFile file(parser.value("outlines"));
+        if (!file.open(QIODevice::ReadOnly) || parser.positionalArguments().size() != 1)
+            parser.showHelp(64);
+        for (const QJsonValue labelled : QJsonDocument::fromJson(file.readAll())["photos"].toArray())
+            measureMask(labelled.toObject(), QDir(parser.positionalArguments().first()), s);
+        return 0;
+    }
     for (const QString& path : parser.positionalArguments())
         measure(path, s);
     return 0;
