@@ -87,7 +87,12 @@ cv::Mat skinMask(const OpenedPhoto& photo, const FaceSkin& skin, double faceWidt
     painter.translate(-skin.area.x, -skin.area.y);
     painter.fillPath(flipped(r.path_Face, h), Qt::white);
     painter.end();
-    const cv::Mat face = cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())) == 255;
+    // The jaw's landmarks lie a little inside the face's edge: the face
+    // reaches 2.5 % beyond them where it has the skin's colour.
+    cv::Mat face = cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())) == 255;
+    const int beyond = 2 * int(std::lround(0.025 * workingWidth)) + 1;
+    cv::dilate(face, face, cv::getStructuringElement(cv::MORPH_ELLIPSE, {beyond, beyond}));
+    face.copyTo(cv::Mat(mask.height(), mask.width(), CV_8UC1, mask.bits(), size_t(mask.bytesPerLine())));
     const cv::Mat foreheadOnly(foreheadMask.height(), foreheadMask.width(), CV_8UC1, foreheadMask.bits(),
                                size_t(foreheadMask.bytesPerLine()));
     const cv::Mat skinColour = skinColoured(skin, face);
