@@ -470,7 +470,7 @@ public:
     void press(const ToolPointer& at, ToolTarget&) override
     {
         pressedAt_ = at.view;
-        stroke_ = {topDown(at.percent)};
+        stroke_ = {at.percentFromTop()};
     }
 
     // A press that moves 5 view pixels or more is a stroke: it heals along
@@ -479,7 +479,7 @@ public:
     {
         if (!pressedAt_ || (stroke_.size() < 2 && QLineF(*pressedAt_, at.view).length() < 5))
             return;
-        stroke_.append(topDown(at.percent));
+        stroke_.append(at.percentFromTop());
         target.overlayChanged();
     }
 
@@ -495,7 +495,7 @@ public:
         const QPointF p = at.percent;
         if (!pressed || QLineF(*pressed, at.view).length() >= 5 || p.x() < 0 || p.x() > 100 || p.y() < 0 || p.y() > 100)
             return;
-        if (const char* step = HealBlemishes::click(target.openedPhoto(), s_, target.photoEdits(), topDown(p)))
+        if (const char* step = HealBlemishes::click(target.openedPhoto(), s_, target.photoEdits(), at.percentFromTop()))
             target.photoEdited(QCoreApplication::translate("EditHistory", step));
     }
 
@@ -511,7 +511,9 @@ public:
     // mark kept ringed orange and dashed.
     void paintOverlay(QPainter& painter, const QTransform& toView, const ToolTarget& target) override
     {
-        paintStroke(painter, toView, target);
+        if (stroke_.size() >= 2) // the stroke under way, as wide as it heals
+            paintStrokeUnderWay(painter, toView, target.openedPhoto(), stroke_,
+                                2 * HealBlemishes::brushRadius(target.openedPhoto(), s_), QColor(40, 230, 120, 110));
         if (!shown())
             return;
         const HealBlemishes::Outcome& found = outcomeOn(target);
@@ -544,24 +546,6 @@ public:
 
 private:
     bool shown() const { return s_.b_Heal_Blemishes && s_.b_Show_Spots; }
-    static QPointF topDown(QPointF percent) { return {percent.x(), 100 - percent.y()}; }
-
-    // The stroke under way, as wide as it heals.
-    void paintStroke(QPainter& painter, const QTransform& toView, const ToolTarget& target) const
-    {
-        if (stroke_.size() < 2)
-            return;
-        const OpenedPhoto& photo = target.openedPhoto();
-        QPolygonF path;
-        for (QPointF percent : stroke_)
-            path << toView.map(photo.pixelAtOpenedPercent(percent));
-        const double width = 2 * HealBlemishes::brushRadius(photo, s_) * toView.m11();
-        painter.save();
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(QColor(40, 230, 120, 110), std::max(2.0, width), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter.drawPolyline(path);
-        painter.restore();
-    }
 
     // Found again only when the photo, the settings or the clicks changed.
     const HealBlemishes::Outcome& outcomeOn(const ToolTarget& target)

@@ -220,7 +220,7 @@ public:
 
     void press(const ToolPointer& at, ToolTarget& target) override
     {
-        stroke_ = {topDown(at.percent)};
+        stroke_ = {at.percentFromTop()};
         target.overlayChanged();
     }
 
@@ -228,7 +228,7 @@ public:
     {
         if (stroke_.isEmpty())
             return;
-        stroke_.append(topDown(at.percent));
+        stroke_.append(at.percentFromTop());
         target.overlayChanged();
     }
 
@@ -257,31 +257,21 @@ public:
     void paintOverlay(QPainter& painter, const QTransform& toView, const ToolTarget& target) override
     {
         const OpenedPhoto& photo = target.openedPhoto();
-        painter.save();
         if (s_.b_Natural_Skin && s_.b_Show_Skin_Mask) {
             const QImage& tint = tintOn(target);
             const cv::Rect& a = mask_.area;
+            painter.save();
             painter.setTransform(toView, true);
             painter.drawImage(QRectF(a.x, a.y, a.width, a.height), tint);
-            painter.setTransform(QTransform());
+            painter.restore();
         }
-        if (!stroke_.isEmpty()) {
-            const FaceLandmarks& p = photo.facePointsRelativeToImageSize;
-            const double width = p.size() < kLandmarkCount ? 10
-                                                           : s_.f_Natural_Skin_Brush_Size / 100 * QLineF(p[0], p[16]).length();
-            QPolygonF path;
-            for (QPointF percent : stroke_)
-                path << toView.map(photo.pixelAtOpenedPercent(percent));
-            painter.setRenderHint(QPainter::Antialiasing);
-            const QColor colour = s_.b_Activated_Add_Skin ? QColor(40, 230, 120, 110) : QColor(230, 60, 60, 110);
-            painter.setPen(QPen(colour, std::max(2.0, width * toView.m11()), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-            path.size() == 1 ? painter.drawPoint(path.front()) : painter.drawPolyline(path);
-        }
-        painter.restore();
+        const FaceLandmarks& p = photo.facePointsRelativeToImageSize;
+        if (p.size() >= kLandmarkCount)
+            paintStrokeUnderWay(painter, toView, photo, stroke_, s_.f_Natural_Skin_Brush_Size / 100 * QLineF(p[0], p[16]).length(),
+                                s_.b_Activated_Add_Skin ? QColor(40, 230, 120, 110) : QColor(230, 60, 60, 110));
     }
 
 private:
-    static QPointF topDown(QPointF percent) { return {percent.x(), 100 - percent.y()}; }
 
     // The mask as a tint, made again only when the photo, the settings or
     // the strokes changed.

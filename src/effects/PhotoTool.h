@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCursor>
+#include <QList>
 #include <QPointF>
 #include <QString>
 
@@ -17,7 +18,15 @@ struct ToolPointer {
     QPointF view;    // view pixels, y down: how far a press has moved
     QPointF percent; // percent of the photo, image space (y up), single precision
     QPointF pixel;   // photo pixels, image space (y up), single precision
+
+    // Percent of the photo with y from its top, as a photo's edits keep points.
+    QPointF percentFromTop() const { return {percent.x(), 100 - percent.y()}; }
 };
+
+// A stroke under way (percent of the photo, y from its top) drawn over the
+// view as wide as it will paint, `width` photo pixels, in `colour`.
+void paintStrokeUnderWay(QPainter& painter, const QTransform& toView, const OpenedPhoto& photo,
+                         const QList<QPointF>& stroke, double width, const QColor& colour);
 
 // What a tool works on and where it says what it changed: the open
 // document. A drag says moved() while it goes and names its one undo step

@@ -29,6 +29,9 @@
 #include <QTableWidget>
 #include <QTest>
 
+#include <QLabel>
+#include <QLocale>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -300,6 +303,9 @@ TEST_F(PanelsTest, EveryControlOfEveryOpenPanelShowsTheStateAfterUndoDefaultsAnd
                     const bool hundredths = settingRange(c.field)->slider == SliderScale::Hundredths;
                     EXPECT_EQ(slider->value(), hundredths ? std::lround(number * 100) : long(number))
                         << c.field << " after " << after;
+                    const QString inUnits = QLocale().toString(slider->value() / (hundredths ? 100.0 : 1.0));
+                    EXPECT_TRUE(!c.unit || app->panels().panelOf(effect)->findChild<QLabel*>(c.value)->text()
+                                               == inUnits + QChar(0x202F) + c.unit) << c.field << ": its value in its units";
                 } else if (auto* box = qobject_cast<QCheckBox*>(control)) {
                     EXPECT_EQ(box->isChecked(), number != 0) << c.field << " after " << after;
                 }

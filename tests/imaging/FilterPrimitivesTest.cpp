@@ -76,6 +76,7 @@ TEST(FrequencyHeal, TheTextureFadesOutFromTheDiscsEdgeAndKeepsOutOfTheMask)
         return std::sqrt(std::accumulate(reds.begin(), reds.end(), 0.0, [&](double sum, int r) { return sum + (r - mean) * (r - mean); }) / double(reds.size()));
     };
     EXPECT_GT(spread(10, 12.5), 3 * spread(15.5, 18)) << "texture at the edge, nearly none at the fade's end";
+    EXPECT_GT(spread(13.5, 14.5), 0.62 * spread(10, 12.5)) << "half way through the fade the grain moved in keeps its strength";
     for (int x = 20; x < 60; ++x)
         EXPECT_EQ(picture.pixel(x, 47), before.pixel(x, 47)) << "outside the mask";
 }

@@ -247,6 +247,31 @@ TEST_P(MouseTest, EditSpotsHealsAndKeepsTheSpotClickedEachClickOneStep)
     EXPECT_TRUE(photoEdits.array_Healed_Spots.isEmpty() && photoEdits.array_Heal_Strokes.size() == 1) << "not without the mode";
 }
 
+// The skin brushes: a drag with Add skin is a stroke of added skin, a click
+// with Remove skin a dab taken away, each one step; undone, it is gone.
+TEST_P(MouseTest, SkinBrushesPaintStrokesOfTheirOwnKindEachOneStep)
+{
+    state.b_Natural_Skin = state.b_Activated_Add_Skin = true;
+    redraw();
+    const QPointF cheek = cheekPercent();
+    const QPointF at = atTopDown({cheek.x() * photo.imgSize.width() / 100, cheek.y() * photo.imgSize.height() / 100});
+    QUndoStack& steps = shows.document.history().stack();
+    press(at);
+    drag(at + QPointF(20, 0));
+    release(at + QPointF(20, 0));
+    ASSERT_EQ(photoEdits.array_Skin_Added_Strokes.size(), 1);
+    EXPECT_NEAR(photoEdits.array_Skin_Added_Strokes[0].first().y(), cheek.y(), 0.2) << "y from the top of the photo";
+    EXPECT_EQ(steps.undoText(), "Add Skin");
+    state.b_Activated_Add_Skin = false, state.b_Activated_Remove_Skin = true;
+    redraw();
+    click(at);
+    EXPECT_EQ(photoEdits.array_Skin_Removed_Strokes, QList<PointList>{{photoEdits.array_Skin_Added_Strokes[0].first()}});
+    EXPECT_EQ(steps.undoText(), "Remove Skin");
+    steps.undo();
+    EXPECT_TRUE(photoEdits.array_Skin_Removed_Strokes.isEmpty());
+    EXPECT_EQ(photoEdits.array_Skin_Added_Strokes.size(), 1);
+}
+
 // Show spots rings each healed spot on the preview, centred on it, never
 // in the picture, and the status note counts them.
 TEST_P(MouseTest, ShowSpotsRingsTheHealedSpotsOnThePreviewOnly)
