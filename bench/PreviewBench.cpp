@@ -86,9 +86,8 @@ struct Changed {
 // own effect: the redraw a slider step, a colour or an Apply box asks for.
 // The field goes back and forth between two values.
 void composeAfterChanges(benchmark::State& state, const OpenedPhoto& photo, const PhotoEdits& photoEdits,
-                         const char* field, double photoPixelsPerPixel = 1)
+                         const char* field, double photoPixelsPerPixel = 1, EditingState before = everyEffectOn())
 {
-    EditingState before = everyEffectOn();
     if (const SettingRange* range = settingRange(field); range && range->effect)
         before.*range->effect = true;
     EditingState after = before;
@@ -150,6 +149,13 @@ void redrawAfter(benchmark::State& state, QSize size, const char* field)
 {
     const Photo& p = photoOf(size);
     composeAfterChanges(state, p.photo, p.photoEdits, field);
+}
+
+// The same with only the field's own effect on: what the effect itself costs.
+void redrawAlone(benchmark::State& state, QSize size, const char* field)
+{
+    const Photo& p = photoOf(size);
+    composeAfterChanges(state, p.photo, p.photoEdits, field, 1, EditingState());
 }
 
 // The preview's view while a control moves: 1400 × 900 device pixels, the
@@ -235,6 +241,9 @@ void registerAll(const char* label, QSize size)
     fields.forEachField([&](const char* field, auto&) {
         if (isPanelSetting(field))
             benchmark::RegisterBenchmark(name(QString("BM_Redraw%1/") + field).c_str(), redrawAfter, size, field)
+                ->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.5);
+        if (QByteArray(field).contains("Natural_Skin"))
+            benchmark::RegisterBenchmark(name(QString("BM_RedrawAlone%1/") + field).c_str(), redrawAlone, size, field)
                 ->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.5);
     });
     PhotoEdits marks;

@@ -127,25 +127,32 @@ QRect addedOver(const OpenedPhoto& photo, const NaturalSkin::Settings& s, const 
     return over.toAlignedRect();
 }
 
-NaturalSkin::Band bandOf(const OpenedPhoto& photo, const NaturalSkin::Settings& s, const PhotoEdits& edits)
+NaturalSkin::Skin skinOf(const OpenedPhoto& photo, const NaturalSkin::Settings& s, const PhotoEdits& edits)
 {
-    NaturalSkin::Band band{FaceSkin::of(photo, workingWidthFor(photo), addedOver(photo, s, edits)), {}, {}};
-    if (band.skin.isEmpty())
-        return band;
-    const cv::Mat added = brushed(photo, band.skin, edits.array_Skin_Added_Strokes, s);
-    const cv::Mat removed = brushed(photo, band.skin, edits.array_Skin_Removed_Strokes, s);
-    band.skin.allowed = (band.skin.allowed | (added > 0.5f)) & ~(removed > 0.5f);
+    NaturalSkin::Skin skin{FaceSkin::of(photo, workingWidthFor(photo), addedOver(photo, s, edits)), {}, {}, {}};
+    if (skin.face.isEmpty())
+        return skin;
+    skin.added = brushed(photo, skin.face, edits.array_Skin_Added_Strokes, s);
+    skin.removed = brushed(photo, skin.face, edits.array_Skin_Removed_Strokes, s);
+    skin.face.allowed = (skin.face.allowed | (skin.added > 0.5f)) & ~(skin.removed > 0.5f);
     // Moles, freckles and a dark brown mark wider than a spot (a large mole,
     // a birthmark) stay as they are and take no part in the skin's bands (a
     // dark mole would leave a light halo evened dark around it); the skin
     // around them is evened, the soft edge kept off them. Blotches, however
     // wide, are evened.
-    const double soft = workingPixels(kSoftEdge, band.skin);
-    cv::Mat kept = BlemishMap::of(band.skin, workingPixels(kMarkSize, band.skin)).areaOf([](const BlemishMark& m) {
+    skin.kept = BlemishMap::of(skin.face, workingPixels(kMarkSize, skin.face)).areaOf([](const BlemishMark& m) {
         return m.isKeptAsItIs() || (m.kind == BlemishMark::Kind::Large && m.darker >= 8 && m.redder <= m.darker && m.elongation < 2);
     });
-    cv::Mat apart;
-    const cv::Mat skin = band.skin.allowed & ~kept;
+    return skin;
+}
+
+NaturalSkin::Band bandOf(const NaturalSkin::Skin& found, const NaturalSkin::Settings& s)
+{
+    NaturalSkin::Band band{found.face, {}, {}};
+    if (band.skin.isEmpty())
+        return band;
+    const double soft = workingPixels(kSoftEdge, band.skin);
+    const cv::Mat skin = band.skin.allowed & ~found.kept;
     // Detail finer than a pixel is all texture.
     const double fine = std::max(1.0, workingPixels(s.f_Natural_Skin_Detail_Size, band.skin));
     band.medium = mediumBandOf(band.skin.rgb, skin, fine, workingPixels(kCoarse, band.skin));
@@ -154,21 +161,28 @@ NaturalSkin::Band bandOf(const OpenedPhoto& photo, const NaturalSkin::Settings& 
     // The soft edge lies within the skin: beyond it, nothing changes but
     // what a brush added, by its own soft edge.
     const int clear = 2 * int(std::ceil(2 * soft)) + 1;
-    cv::dilate(kept, apart, cv::getStructuringElement(cv::MORPH_ELLIPSE, {clear, clear}));
-    cv::Mat inner;
+    cv::Mat apart, inner;
+    cv::dilate(found.kept, apart, cv::getStructuringElement(cv::MORPH_ELLIPSE, {clear, clear}));
     cv::erode(band.skin.allowed & ~apart, inner, cv::getStructuringElement(cv::MORPH_ELLIPSE, {clear, clear}));
     inner.convertTo(band.weight, CV_32F, 1.0 / 255);
     cv::GaussianBlur(band.weight, band.weight, {0, 0}, soft);
     band.weight.setTo(0, ~skin);
-    band.weight = cv::max(band.weight, added).mul(1 - removed);
-    band.weight.setTo(0, (band.weight < 1e-3f) | kept);
+    band.weight = cv::max(band.weight, found.added).mul(1 - found.removed);
+    band.weight.setTo(0, (band.weight < 1e-3f) | found.kept);
     return band;
+}
+
+NaturalSkin::Band bandOf(const OpenedPhoto& photo, const NaturalSkin::Settings& s, const PhotoEdits& edits)
+{
+    return bandOf(skinOf(photo, s, edits), s);
 }
 
 NaturalSkin::BandKey bandKeyOf(qint64 photo, const NaturalSkin::Settings& s, const PhotoEdits& edits)
 {
-    return {photo, s.f_Natural_Skin_Detail_Size, s.f_Natural_Skin_Brush_Size, s.u_Natural_Skin_Brush_Softness,
-            edits.array_Skin_Added_Strokes, edits.array_Skin_Removed_Strokes};
+    const bool brushed = !edits.array_Skin_Added_Strokes.isEmpty() || !edits.array_Skin_Removed_Strokes.isEmpty();
+    return {{photo, brushed ? s.f_Natural_Skin_Brush_Size : 0, brushed ? s.u_Natural_Skin_Brush_Softness : 0,
+             edits.array_Skin_Added_Strokes, edits.array_Skin_Removed_Strokes},
+            s.f_Natural_Skin_Detail_Size};
 }
 
 OpenedPhoto evenedWith(const OpenedPhoto& photo, const NaturalSkin::Band& band, const NaturalSkin::Settings& s)
@@ -191,7 +205,9 @@ void NaturalSkin::even(EffectPass& pass, const Settings& s, Memos& memos)
 {
     const OpenedPhoto& photo = *pass.photo;
     const BandKey bandKey = bandKeyOf(pass.photoKey(), s, pass.photoEdits);
-    const Band& band = memos.band.get(bandKey, [&](Band& made) { made = bandOf(photo, s, pass.photoEdits); });
+    const Band& band = memos.band.get(bandKey, [&](Band& made) {
+        made = bandOf(memos.skin.get(bandKey.skin, [&](Skin& found) { found = skinOf(photo, s, pass.photoEdits); }), s);
+    });
     const Key key{bandKey, s.u_Natural_Skin_Evenness, s.u_Natural_Skin_Texture};
     pass.photo = &memos.evened.get(key, [&](OpenedPhoto& evened) { evened = evenedWith(photo, band, s); });
 }

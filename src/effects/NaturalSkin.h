@@ -25,11 +25,17 @@ struct NaturalSkin {
     static constexpr CatalogueRow row{Category::Face, 4, QT_TRANSLATE_NOOP("Effects", "Natural Skin"), true};
     static const PanelDescription& panel();
 
-    struct BandKey {
+    // The brush's size and softness count only once something is brushed.
+    struct SkinKey {
         qint64 photo;
-        float detailSize, brushSize;
+        float brushSize;
         std::uint64_t softness;
         QList<PointList> added, removed;
+        bool operator==(const SkinKey&) const = default;
+    };
+    struct BandKey {
+        SkinKey skin;
+        float detailSize;
         bool operator==(const BandKey&) const = default;
     };
     struct Key {
@@ -37,13 +43,20 @@ struct NaturalSkin {
         std::uint64_t evenness, texture;
         bool operator==(const Key&) const = default;
     };
+    // The skin as the brushes corrected it, the marks kept as they are in
+    // it and what each brush painted, at the working scale.
+    struct Skin {
+        FaceSkin face;
+        cv::Mat kept, added, removed;
+    };
     // The skin's medium band at the working scale, and where it changes
-    // with how much (the soft-edged skin, as the brushes corrected it).
+    // with how much (the soft-edged skin).
     struct Band {
         FaceSkin skin;
         cv::Mat medium, weight;
     };
     struct Memos {
+        Memo<SkinKey, Skin> skin; // Detail size does not change it
         Memo<BandKey, Band> band; // Evenness and Texture only scale it
         Memo<Key, OpenedPhoto> evened;
     };

@@ -1,19 +1,67 @@
 #include "SkinBands.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <opencv2/imgproc.hpp>
+
+namespace {
+
+// A Gaussian this wide keeps nothing a picture shrunk to a third of its
+// sigma could not hold: it is blurred there, at a fraction of the cost,
+// and brought back.
+int shrinkFor(double sigma) { return std::max(1, int(sigma / 3)); }
+
+cv::Mat gaussianOf(const cv::Mat& values, double sigma, int shrink)
+{
+    cv::Mat blurred;
+    if (shrink == 1) {
+        cv::GaussianBlur(values, blurred, {0, 0}, sigma);
+        return blurred;
+    }
+    cv::Mat small;
+    cv::resize(values, small, {}, 1.0 / shrink, 1.0 / shrink, cv::INTER_AREA);
+    // Averaging blocks of `shrink` already blurs by about shrink / √12.
+    const double left = std::sqrt(std::max(0.25, sigma * sigma - shrink * shrink / 12.0)) / shrink;
+    cv::GaussianBlur(small, small, {0, 0}, left);
+    cv::resize(small, blurred, values.size(), 0, 0, cv::INTER_LINEAR);
+    return blurred;
+}
+
+// A normalised convolution whose weight is blurred once for every picture
+// blurred over it.
+class BlurOver {
+public:
+    BlurOver(const cv::Mat& weight, double sigma)
+        : sigma_(sigma)
+        , shrink_(shrinkFor(sigma))
+    {
+        const cv::Mat three[] = {weight, weight, weight};
+        cv::merge(three, 3, spread_);
+        total_ = gaussianOf(spread_, sigma, shrink_);
+        reached_ = total_ > 1e-4f;
+        total_ = cv::max(total_, 1e-4f);
+    }
+
+    cv::Mat operator()(const cv::Mat& values) const
+    {
+        cv::Mat blurred = values.clone();
+        cv::Mat ratio = gaussianOf(values.mul(spread_), sigma_, shrink_) / total_;
+        ratio.copyTo(blurred, reached_);
+        return blurred;
+    }
+
+private:
+    double sigma_;
+    int shrink_;
+    cv::Mat spread_, total_, reached_;
+};
+
+} // namespace
 
 cv::Mat blurOver(const cv::Mat& values, const cv::Mat& weight, double sigma)
 {
-    cv::Mat weighted, spread, total, blurred;
-    const cv::Mat three[] = {weight, weight, weight};
-    cv::merge(three, 3, spread);
-    cv::GaussianBlur(values.mul(spread), weighted, {0, 0}, sigma);
-    cv::GaussianBlur(spread, total, {0, 0}, sigma);
-    blurred = values.clone();
-    cv::Mat reached = total > 1e-4f;
-    cv::Mat ratio = weighted / cv::max(total, 1e-4f);
-    ratio.copyTo(blurred, reached);
-    return blurred;
+    return BlurOver(weight, sigma)(values);
 }
 
 cv::Mat mediumBandOf(const cv::Mat& rgb, const cv::Mat& skin, double fine, double coarse)
@@ -22,7 +70,8 @@ cv::Mat mediumBandOf(const cv::Mat& rgb, const cv::Mat& skin, double fine, doubl
     rgb.convertTo(values, CV_32F);
     skin.convertTo(weight, CV_32F, 1.0 / 255);
     weight.setTo(1, weight > 0);
-    const auto band = [&](const cv::Mat& of) { return cv::Mat(blurOver(of, weight, fine) - blurOver(of, weight, coarse)); };
+    const BlurOver fineBlur(weight, fine), coarseBlur(weight, coarse);
+    const auto band = [&](const cv::Mat& of) { return cv::Mat(fineBlur(of) - coarseBlur(of)); };
     // A difference of blurs passes the middle sizes only in part: taken
     // away once, it leaves about half of them (what it passes of its own
     // output). Taken twice more from what is left, an eighth.
