@@ -6,11 +6,13 @@
 #include "ViewProxy.h"
 
 #include <QColorSpace>
+#include <QPainter>
 #include <QColorTransform>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <type_traits>
@@ -283,12 +285,99 @@ void registerLive()
     });
 }
 
+// A 12 MP group photo: the head photo alone, or four of them in a grid
+// (-1: the grid with its largest face only, the same picture around one
+// face).
+QImage groupPhoto(int faces)
+{
+    if (faces == 1)
+        return portraitPhoto(k12Megapixels);
+    const QImage one = portraitPhoto(k12Megapixels / 2);
+    QImage group = makePicture(k12Megapixels);
+    QPainter painter(&group);
+    for (int k = 0; k < 4; ++k)
+        painter.drawImage((k % 2) * one.width(), (k / 2) * one.height(), one);
+    return group;
+}
+
+OpenResult openedGroup(const QImage& picture, bool everyFace = true)
+{
+    FacePick pick;
+    pick.every = everyFace;
+    pick.largest = !everyFace;
+    return analysePhoto("group", DecodedPhoto{picture, QSizeF(picture.size()), {}, {}, {}}, pick);
+}
+
+const Photo& groupOf(int faces)
+{
+    static std::map<int, Photo> photos;
+    auto found = photos.find(faces);
+    if (found == photos.end()) {
+        OpenResult opened = openedGroup(groupPhoto(std::abs(faces)), faces > 0);
+        if (opened.outcome != OpenResult::Opened || opened.photo.faceCount() != std::max(1, faces))
+            qFatal("the group photo was not opened with its %d faces", faces);
+        PhotoEdits edits = PhotoEdits::of(opened.photo.regions);
+        found = photos.emplace(faces, Photo{std::move(opened.photo), std::move(edits)}).first;
+    }
+    return found->second;
+}
+
+// Every face found, landmarks and regions, from the decoded photo.
+void openFaces(benchmark::State& state, int faces)
+{
+    const QImage picture = groupPhoto(std::abs(faces));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(openedGroup(picture, faces > 0));
+}
+
+void fullRedrawFaces(benchmark::State& state, int faces)
+{
+    const Photo& p = groupOf(faces);
+    for (auto _ : state) {
+        Compositor compositor;
+        benchmark::DoNotOptimize(compositor.compose(p.photo, p.photoEdits, everyEffectOn()));
+    }
+}
+
+// A lip colour step in the fitted view, all nine effects on, every face.
+void interactiveStepFaces(benchmark::State& state, int faces)
+{
+    const Photo& p = groupOf(faces);
+    const ProxyFrame frame = fittedFrame(k12Megapixels);
+    const OpenedPhoto proxy = proxyPhoto(p.photo, frame);
+    composeAfterChanges(state, proxy, proxyPhotoEdits(p.photoEdits, p.photo.imgSize, frame),
+                        "f_Color_Lips_Transparency", frame.photoPixelsPerPixel());
+}
+
+// The same step on the whole picture: the redraw once the hand rests.
+void settleFaces(benchmark::State& state, int faces)
+{
+    const Photo& p = groupOf(faces);
+    composeAfterChanges(state, p.photo, p.photoEdits, "f_Color_Lips_Transparency");
+}
+
+void registerFaces()
+{
+    for (int faces : {1, 4, -4}) {
+        const std::string count = faces > 0 ? std::to_string(faces) : "1of4";
+        benchmark::RegisterBenchmark(("BM_OpenFaces12MP/" + count).c_str(), openFaces, faces)
+            ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
+        benchmark::RegisterBenchmark(("BM_FullRedrawFaces12MP/" + count).c_str(), fullRedrawFaces, faces)
+            ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
+        benchmark::RegisterBenchmark(("BM_InteractiveStepFaces12MP/" + count).c_str(), interactiveStepFaces, faces)
+            ->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.3);
+        benchmark::RegisterBenchmark(("BM_SettleFaces12MP/" + count).c_str(), settleFaces, faces)
+            ->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.3);
+    }
+}
+
 BENCHMARK(showP3Frame)->Name("BM_ShowP3Frame1600x1000")->Unit(benchmark::kMillisecond)->UseRealTime();
 
 const bool registered = [] {
     registerAll("12MP", k12Megapixels);
     registerAll("24MP", k24Megapixels);
     registerLive();
+    registerFaces();
     return true;
 }();
 

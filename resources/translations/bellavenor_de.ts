@@ -222,6 +222,18 @@
 <context>
     <name>AppDelegate</name>
     <message>
+        <source>%1 faces</source>
+        <translation>%1 Gesichter</translation>
+    </message>
+    <message>
+        <source>%1 of %2 faces</source>
+        <translation>%1 von %2 Gesichtern</translation>
+    </message>
+    <message>
+        <source>face %1 of %2</source>
+        <translation>Gesicht %1 von %2</translation>
+    </message>
+    <message>
         <source>Fit (%1)</source>
         <translation>Eingepasst (%1)</translation>
     </message>
@@ -474,6 +486,10 @@
         <translation>Gesicht markieren…</translation>
     </message>
     <message>
+        <source>Finding every face…</source>
+        <translation>Alle Gesichter werden gesucht…</translation>
+    </message>
+    <message>
         <source>Finding the face…</source>
         <translation>Gesicht wird gesucht…</translation>
     </message>
@@ -506,6 +522,25 @@
     </message>
 </context>
 <context>
+    <name>FacesList</name>
+    <message>
+        <source>Faces</source>
+        <translation>Gesichter</translation>
+    </message>
+    <message>
+        <source>Face %1</source>
+        <translation>Gesicht %1</translation>
+    </message>
+    <message>
+        <source>Retouch Face %1</source>
+        <translation>Gesicht %1 retuschieren</translation>
+    </message>
+    <message>
+        <source>Leave Out Face %1</source>
+        <translation>Gesicht %1 auslassen</translation>
+    </message>
+</context>
+<context>
     <name>FaceChooser</name>
     <message>
         <source>Choose a Face</source>
@@ -516,8 +551,12 @@
         <translation>Gesicht markieren</translation>
     </message>
     <message>
-        <source>%1 faces were found. Click the face to retouch.</source>
-        <translation>%1 Gesichter wurden gefunden. Klicken Sie auf das Gesicht, das Sie retuschieren möchten.</translation>
+        <source>%1 faces were found. Click the face to retouch, or retouch every face.</source>
+        <translation>%1 Gesichter wurden gefunden. Klicken Sie auf das Gesicht, das Sie retuschieren möchten, oder retuschieren Sie jedes Gesicht.</translation>
+    </message>
+    <message>
+        <source>&amp;Every Face</source>
+        <translation>&amp;Jedes Gesicht</translation>
     </message>
     <message>
         <source>No face was found. Drag a frame from the brows to the chin.</source>

@@ -59,6 +59,7 @@ bool AppDelegate::applicationDidFinishLaunching()
         PanelContext{*document_, labels, window_.get(), [this] { Change_Cursor_To_Color_Picker(); }});
     table_ = std::make_unique<CategoryTable>(tableActions(), labels, document_->state,
                                              [this](const EffectInfo& effect) { openEffect(effect); });
+    faces_ = new FacesList(window_.get(), *document_);
     panels_ = std::make_unique<PanelDock>(window_.get(), *panelContext_);
     saveAndShare_ = std::make_unique<SaveAndShare>(*document_, *session_, dialogs, labels, window_.get());
     files_ = std::make_unique<FileActions>(*document_, dialogs, *window_, *settings_, presetsFolder);
@@ -136,6 +137,20 @@ void AppDelegate::connectDocument()
     connect(document_.get(), &Document::photoReplaced, this, &AppDelegate::showStatus);
 }
 
+// Which faces of a group photo are retouched: "face 3 of 4", "3 faces",
+// "2 of 3 faces"; nothing for a photo of one face.
+QString AppDelegate::facesRetouched(const OpenedPhoto& photo, const PhotoEdits& edits)
+{
+    const int faces = photo.faceCount();
+    if (faces > 1) {
+        const int kept = faces - int(edits.facesLeftOut.size());
+        return kept == faces ? tr("%1 faces").arg(faces) : tr("%1 of %2 faces").arg(kept).arg(faces);
+    }
+    if (photo.facesFound > 1 && photo.faceNumber > 0)
+        return tr("face %1 of %2").arg(photo.faceNumber).arg(photo.facesFound);
+    return {};
+}
+
 void AppDelegate::showStatus()
 {
     QLabel* line = window_ ? window_->statusLine() : nullptr;
@@ -154,6 +169,8 @@ void AppDelegate::showStatus()
                          .arg(photo.img_Basic.width())
                          .arg(photo.img_Basic.height())
                          .arg(view->framing().fitted ? tr("Fit (%1)").arg(zoom) : zoom);
+    if (const QString faces = facesRetouched(photo, document_->photoEdits); !faces.isEmpty())
+        status += "    " + faces;
     // What the mouse does now, while a tool on the photo is on.
     if (const PhotoTool* tool = view->activeTool())
         status += "    " + tool->hint();

@@ -7,6 +7,7 @@
 
 #include <QPointer>
 #include "LocalisedLabels.h"
+#include "FacesList.h"
 #include "PanelDock.h"
 #include "RenderSession.h"
 #include "SaveAndShare.h"
@@ -129,6 +130,7 @@ public slots:
 
     // The status line: the photo's file name, its size and the zoom.
     void showStatus();
+    static QString facesRetouched(const OpenedPhoto& photo, const PhotoEdits& edits);
 
     // A Help menu page: shipped pages in the program's help window.
     void openHelp(const QUrl& page);
@@ -154,6 +156,7 @@ private:
     std::unique_ptr<PanelContext> panelContext_;
     std::unique_ptr<CategoryTable> table_;
     std::unique_ptr<PanelDock> panels_;
+    FacesList* faces_ = nullptr; // the window's child
     std::unique_ptr<SaveAndShare> saveAndShare_;
     std::unique_ptr<FileActions> files_;
     std::unique_ptr<PreviewKeys> previewKeys_;

@@ -26,7 +26,7 @@ struct Dialogs {
     // The name Presets → Save as Preset… gives (empty: cancelled).
     std::function<QString()> askPresetName;
     // The face to take on a photo refused for its faces (none: cancelled).
-    std::function<std::optional<FaceFrame>(const FaceChoice& choice)> chooseFace;
+    std::function<ChosenFaces(const FaceChoice& choice)> chooseFace;
     std::function<void(const QUrl& url)> openWithDefaultApplication;
     std::function<void(int status)> endProcess;
 

@@ -3,6 +3,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QPainter>
 #include <QVBoxLayout>
 
@@ -121,7 +122,8 @@ QString explanation(const FaceChoice& choice)
 {
     const int offered = int(choice.frames.size());
     if (!choice.markByHand)
-        return FaceChooser::tr("%1 faces were found. Click the face to retouch.").arg(choice.facesSeen);
+        return FaceChooser::tr("%1 faces were found. Click the face to retouch, or retouch every face.")
+            .arg(choice.facesSeen);
     QString text = FaceChooser::tr("No face was found. Drag a frame from the brows to the chin.");
     if (offered == 1)
         text += " " + FaceChooser::tr("Or click the face found on the photo turned or enlarged.");
@@ -143,20 +145,28 @@ FaceChooser::FaceChooser(FaceChoice choice, QWidget* parent)
     label->setWordWrap(true);
     layout->addWidget(label);
     auto* view = new FramesView(choice_, [this](const FaceFrame& frame) {
-        chosen_ = frame;
+        chosen_ = ChosenFaces(frame);
         accept();
     }, this);
     view->setObjectName("frames");
     layout->addWidget(view, 1);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    if (!choice_.markByHand && choice_.facesSeen > 1) {
+        QPushButton* every = buttons->addButton(tr("&Every Face"), QDialogButtonBox::AcceptRole);
+        every->setObjectName("everyFace");
+        connect(every, &QPushButton::clicked, this, [this] {
+            chosen_ = ChosenFaces({}, true);
+            accept();
+        });
+    }
     layout->addWidget(buttons);
     if (parent)
         resize(parent->size() * 0.8);
 }
 
-std::optional<FaceFrame> FaceChooser::ask(const FaceChoice& choice, QWidget* parent)
+ChosenFaces FaceChooser::ask(const FaceChoice& choice, QWidget* parent)
 {
     FaceChooser chooser(choice, parent);
-    return chooser.exec() == QDialog::Accepted ? chooser.chosen() : std::nullopt;
+    return chooser.exec() == QDialog::Accepted ? chooser.chosen() : ChosenFaces();
 }

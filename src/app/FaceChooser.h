@@ -17,20 +17,34 @@ struct FaceChoice {
     int facesSeen = 0; // by the detector, on the photo as it is
 };
 
+// What the person took: one frame, or every face the detector found.
+struct ChosenFaces {
+    std::optional<FaceFrame> frame;
+    bool every = false;
+
+    ChosenFaces(std::optional<FaceFrame> one = {}, bool all = false)
+        : frame(std::move(one))
+        , every(all)
+    {
+    }
+    explicit operator bool() const { return frame || every; }
+};
+
 // The photo with the frames numbered, largest first: a click in a frame
 // takes it; when marking by hand a drag from the brows to the chin draws
-// one. Escape or Cancel takes none.
+// one. With several faces found "Every Face" takes them all. Escape or
+// Cancel takes none.
 class FaceChooser : public QDialog {
     Q_OBJECT
 public:
     FaceChooser(FaceChoice choice, QWidget* parent);
 
-    const std::optional<FaceFrame>& chosen() const { return chosen_; }
+    const ChosenFaces& chosen() const { return chosen_; }
 
-    // Shows the dialog and returns the frame taken, if any.
-    static std::optional<FaceFrame> ask(const FaceChoice& choice, QWidget* parent);
+    // Shows the dialog and returns what was taken, if anything.
+    static ChosenFaces ask(const FaceChoice& choice, QWidget* parent);
 
 private:
     FaceChoice choice_; // the frames view reads it while the dialog lives
-    std::optional<FaceFrame> chosen_;
+    ChosenFaces chosen_;
 };

@@ -8,6 +8,7 @@
 #include "ui_MainWindow.h"
 
 #include <QDir>
+#include <algorithm>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QStandardPaths>
@@ -123,13 +124,23 @@ OpenResult FileActions::offerFaceChoice(OpenResult refused)
             }
         });
     }
-    const std::optional<FaceFrame> frame = dialogs_.chooseFace(choice);
-    if (!frame)
+    const ChosenFaces chosen = dialogs_.chooseFace(choice);
+    if (!chosen)
         return {};
     const QString path = refused.photo.path;
-    return whileTheWindowPaints<OpenResult>(tr("Finding the face…"), [&] {
-        return guardedOpen(path, [&] { return openWithFace(std::move(refused), *frame); });
+    const std::vector<QRect> found = refused.faces;
+    OpenResult opened = whileTheWindowPaints<OpenResult>(chosen.every ? tr("Finding every face…") : tr("Finding the face…"), [&] {
+        return guardedOpen(path, [&] {
+            return chosen.every ? openEveryFace(std::move(refused)) : openWithFace(std::move(refused), *chosen.frame);
+        });
     });
+    // Which of the faces found was clicked, for the status line.
+    if (chosen.frame && several) {
+        const auto clicked = std::find(found.begin(), found.end(), chosen.frame->box);
+        opened.photo.faceNumber = clicked == found.end() ? 0 : int(clicked - found.begin()) + 1;
+        opened.photo.facesFound = int(found.size());
+    }
+    return opened;
 }
 
 // The open dialog starts in the last photo's folder, else in the pictures

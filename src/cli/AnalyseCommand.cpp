@@ -18,6 +18,18 @@ int fail(int status, const QString& message)
     return status;
 }
 
+QJsonArray facesOf(const OpenedPhoto& photo)
+{
+    QJsonArray faces;
+    for (int i = 0; i < photo.faceCount(); ++i) {
+        const OpenedPhoto face = photo.asFace(i);
+        faces.append(QJsonObject{{"landmarks", toJson(face.facePointsRelativeToImageSize)},
+                                 {"facePointsInPercentRelativeToImage", toJson(face.facePointsInPercentRelativeToImage)},
+                                 {"regions", toJson(FaceRegions::build(face.facePointsRelativeToImageSize, photo.imgSize))}});
+    }
+    return faces;
+}
+
 } // namespace
 
 int runAnalyse(const QStringList& given)
@@ -27,7 +39,7 @@ int runAnalyse(const QStringList& given)
     if (QString error; !takeFaceOptions(arguments, pick, error))
         return fail(kCliUsage, error);
     if (arguments.size() != 1 || arguments.first().startsWith('-'))
-        return fail(kCliUsage, "usage: bellavenor-cli analyse PHOTO [--face N | --face-box X,Y,W,H]");
+        return fail(kCliUsage, "usage: bellavenor-cli analyse PHOTO [--face N | --face-box X,Y,W,H | --all-faces]");
     DLibWrapper::startReadingModel(); // while the photo is decoded
     DecodedPhoto decoded = decodePhoto(arguments.first());
     if (!decoded.ok())
@@ -37,7 +49,7 @@ int runAnalyse(const QStringList& given)
     switch (opened.outcome) {
     case OpenResult::Opened: break;
     case OpenResult::NoFace: return fail(kCliNoFace, opened.message);
-    case OpenResult::SeveralFaces: return fail(kCliSeveralFaces, opened.message);
+    case OpenResult::SeveralFaces: return fail(kCliSeveralFaces, severalFacesMessage(int(opened.faces.size())));
     case OpenResult::NoSuchFace: return fail(kCliUsage, noSuchFaceMessage(pick, int(opened.faces.size()), size));
     case OpenResult::Failed: return fail(kCliUnreadable, opened.message);
     }
@@ -55,6 +67,8 @@ int runAnalyse(const QStringList& given)
         analysis.insert("facesFound", int(opened.faces.size()));
         analysis.insert("face", opened.faceTaken);
     }
+    if (pick.every) // each face as the one above, the largest first
+        analysis.insert("faces", facesOf(photo));
     std::fputs(QJsonDocument(analysis).toJson(QJsonDocument::Indented).constData(), stdout);
     return kCliOk;
 }

@@ -39,6 +39,7 @@ struct Job {
     QString reason;
     qint64 milliseconds = 0;
     int faces = 0, face = 0; // found, and retouched (1-based)
+    int retouched = 0;       // faces retouched
 };
 
 void refuse(Job& job, const QString& kind, const QString& reason)
@@ -55,10 +56,12 @@ void render(Job& job, const BatchOptions& options)
     clock.start();
     FacePick pick;
     pick.largest = options.largestFace;
+    pick.every = options.allFaces;
     const RenderOutcome outcome = renderPhotoFile(job.input, options.state, job.output, options.encoding, {}, pick);
     job.milliseconds = clock.elapsed();
     job.faces = outcome.faces;
     job.face = outcome.faceTaken;
+    job.retouched = outcome.facesRetouched;
     switch (outcome.result) {
     case RenderOutcome::Written: job.result = "rendered"; return;
     case RenderOutcome::NoFace: return refuse(job, "no face", outcome.message);
@@ -73,6 +76,8 @@ void render(Job& job, const BatchOptions& options)
 // Which face of a group photo was retouched, for the progress lines.
 QString faceOf(const Job& job)
 {
+    if (job.retouched > 1)
+        return QString(", %1 faces").arg(job.retouched);
     return job.faces > 1 ? QString(", face %1 of %2").arg(job.face).arg(job.faces) : QString();
 }
 
@@ -152,14 +157,18 @@ std::vector<Job> plan(const QStringList& photos, const BatchOptions& options)
 bool writeReport(const QString& path, const std::vector<Job>& jobs)
 {
     QJsonArray entries;
-    for (const Job& job : jobs)
-        entries.append(QJsonObject{{"input", job.input},
-                                   {"output", job.output},
-                                   {"result", job.result},
-                                   {"reason", job.reason},
-                                   {"milliseconds", job.milliseconds},
-                                   {"facesFound", job.faces},
-                                   {"face", job.face}});
+    for (const Job& job : jobs) {
+        QJsonObject entry{{"input", job.input},
+                          {"result", job.result},
+                          {"reason", job.reason},
+                          {"milliseconds", job.milliseconds},
+                          {"facesFound", job.faces},
+                          {"face", job.face},
+                          {"facesRetouched", job.retouched}};
+        if (job.result != "refused") // a refused photo has no picture
+            entry.insert("output", job.output);
+        entries.append(entry);
+    }
     QSaveFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(entries).toJson()) >= 0 && file.commit();
 }

@@ -20,6 +20,7 @@ struct BatchOptions {
     bool oneAtATime = false; // one thread: for measuring what the second gains
     QString report;          // a JSON file with one entry per photo, when given
     bool largestFace = false; // a group photo is retouched on its largest face
+    bool allFaces = false;    // or on every face
 };
 
 // The pictures Bellavenor reads among `inputs`: files as given, folders'

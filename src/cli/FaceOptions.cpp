@@ -25,6 +25,11 @@ bool takeFaceOptions(QStringList& arguments, FacePick& pick, QString& error)
 {
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString option = arguments[i];
+        if (option == "--all-faces") {
+            pick.every = true;
+            arguments.removeAt(i--);
+            continue;
+        }
         if (option != "--face" && option != "--face-box")
             continue;
         if (i + 1 >= arguments.size()) {
@@ -52,6 +57,10 @@ bool takeFaceOptions(QStringList& arguments, FacePick& pick, QString& error)
         error = "--face and --face-box cannot be given together.";
         return false;
     }
+    if (pick.every && (pick.number != 0 || !pick.box.isNull())) {
+        error = QString("--all-faces cannot be given with %1.").arg(pick.number != 0 ? "--face" : "--face-box");
+        return false;
+    }
     return true;
 }
 
@@ -65,4 +74,10 @@ QString noSuchFaceMessage(const FacePick& pick, int facesFound, QSize photo)
         return QString("--face %1: no face was found on the picture.").arg(pick.number);
     return QString("--face %1: the picture has %2 face%3; choose 1 to %2.")
         .arg(pick.number).arg(facesFound).arg(facesFound == 1 ? "" : "s");
+}
+
+QString severalFacesMessage(int facesFound)
+{
+    return QString("The picture has %1 faces: --face N takes one (1 is the largest), --all-faces takes every one.")
+        .arg(facesFound);
 }

@@ -135,14 +135,16 @@ int runRender(const QStringList& given)
     const QString settings = settingsFileOf(args, error);
     if (!error.isEmpty() || (!settings.isEmpty() && !readSettingsFile(settings, state, error, &done)))
         return fail(kCliUnreadable, error);
-    if (args.batch() && !args.face.isDefault())
-        return fail(kCliUsage, "--face and --face-box take one photo; a batch takes --largest-face.");
+    if (args.batch() && (args.face.number != 0 || !args.face.box.isNull()))
+        return fail(kCliUsage, "--face and --face-box take one photo; a batch takes --largest-face or --all-faces.");
+    if (args.largestFace && args.face.every)
+        return fail(kCliUsage, "--largest-face and --all-faces cannot be given together.");
     // A batch never carries what was done on one photo to the others.
     if (args.batch() && done)
         tellWarnings({leftOutFor(done, {}, {})});
     if (args.batch())
         return runBatch({args.photos, args.output, args.encoding, state, args.recursive, args.overwrite, args.quiet,
-                         args.oneAtATime, args.report, args.largestFace});
+                         args.oneAtATime, args.report, args.largestFace, args.face.every});
     args.face.largest = args.largestFace;
     StageClock clock{args.timings, {}};
     clock.timer.start();
@@ -152,7 +154,7 @@ int runRender(const QStringList& given)
     switch (outcome.result) {
     case RenderOutcome::Written: return kCliOk;
     case RenderOutcome::NoFace: return fail(kCliNoFace, outcome.message);
-    case RenderOutcome::SeveralFaces: return fail(kCliSeveralFaces, outcome.message);
+    case RenderOutcome::SeveralFaces: return fail(kCliSeveralFaces, severalFacesMessage(outcome.faces));
     case RenderOutcome::NoSuchFace:
         return fail(kCliUsage, noSuchFaceMessage(args.face, outcome.faces, outcome.photoSize));
     default: return fail(kCliUnreadable, outcome.message);

@@ -407,10 +407,12 @@ double HealBlemishes::brushRadius(const OpenedPhoto& photo, const Settings& s)
     return widestAt(s.f_Heal_Blemishes_Size) * faceWidth / kWorkingWidth / 2;
 }
 
-HealBlemishes::Outcome HealBlemishes::outcomeOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits)
+namespace {
+
+HealBlemishes::Outcome outcomeOnFace(const OpenedPhoto& photo, const HealBlemishes::Settings& s, const PhotoEdits& edits)
 {
-    const Search search(photo, s.f_Heal_Blemishes_Size);
-    Outcome outcome{search.healed(photo, s, edits), {}};
+    const HealBlemishes::Search search(photo, s.f_Heal_Blemishes_Size);
+    HealBlemishes::Outcome outcome{search.healed(photo, s, edits), {}};
     if (search.face.isEmpty())
         return outcome;
     const double threshold = BlemishMap::thresholdFor(s.u_Heal_Blemishes_Strength);
@@ -422,8 +424,27 @@ HealBlemishes::Outcome HealBlemishes::outcomeOf(const OpenedPhoto& photo, const 
     return outcome;
 }
 
-const char* HealBlemishes::click(const OpenedPhoto& photo, const Settings& s, PhotoEdits& edits, QPointF percent)
+} // namespace
+
+HealBlemishes::Outcome HealBlemishes::outcomeOf(const OpenedPhoto& photo, const Settings& s, const PhotoEdits& edits)
 {
+    if (photo.faceCount() == 1)
+        return outcomeOnFace(photo, s, edits);
+    Outcome all;
+    for (int face = 0; face < photo.faceCount(); ++face) {
+        if (edits.facesLeftOut.contains(face))
+            continue;
+        Outcome one = outcomeOnFace(photo.asFace(face), s, edits.ofFace(photo, face));
+        all.healed.insert(all.healed.end(), one.healed.begin(), one.healed.end());
+        all.kept.insert(all.kept.end(), one.kept.begin(), one.kept.end());
+    }
+    return all;
+}
+
+// A click belongs to the face nearest it: that face's spots decide.
+const char* HealBlemishes::click(const OpenedPhoto& opened, const Settings& s, PhotoEdits& edits, QPointF percent)
+{
+    const OpenedPhoto photo = opened.asFace(opened.faceAt(opened.pixelAtOpenedPercent(percent)));
     const Search search(photo, s.f_Heal_Blemishes_Size);
     if (search.face.isEmpty())
         return nullptr;

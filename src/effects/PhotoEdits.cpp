@@ -1,9 +1,11 @@
 #include "PhotoEdits.h"
 
+#include "OpenedPhoto.h"
 #include "SinglePrecision.h"
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 PhotoEdits PhotoEdits::of(const FaceRegions& r)
 {
@@ -14,6 +16,30 @@ PhotoEdits PhotoEdits::of(const FaceRegions& r)
     edits.array_Eye_Darken_Right_Points = r.array_Eye_Darken_Right_Points;
     edits.path_Eye_Darken_Left = r.path_Eye_Darken_Left;
     edits.path_Eye_Darken_Right = r.path_Eye_Darken_Right;
+    return edits;
+}
+
+PhotoEdits PhotoEdits::ofFace(const OpenedPhoto& photo, int face) const
+{
+    PhotoEdits edits = face == 0 ? *this : of(photo.otherFaces[size_t(face - 1)].regions);
+    const auto isMine = [&](QPointF percent) { return photo.faceAt(photo.pixelAtOpenedPercent(percent)) == face; };
+    const auto spots = [&](const PointList& all) {
+        PointList mine;
+        std::copy_if(all.begin(), all.end(), std::back_inserter(mine), isMine);
+        return mine;
+    };
+    const auto strokes = [&](const QList<PointList>& all) {
+        QList<PointList> mine;
+        std::copy_if(all.begin(), all.end(), std::back_inserter(mine),
+                     [&](const PointList& stroke) { return !stroke.isEmpty() && isMine(stroke.front()); });
+        return mine;
+    };
+    edits.array_Healed_Spots = spots(array_Healed_Spots);
+    edits.array_Kept_Spots = spots(array_Kept_Spots);
+    edits.array_Heal_Strokes = strokes(array_Heal_Strokes);
+    edits.array_Skin_Added_Strokes = strokes(array_Skin_Added_Strokes);
+    edits.array_Skin_Removed_Strokes = strokes(array_Skin_Removed_Strokes);
+    edits.facesLeftOut.clear();
     return edits;
 }
 

@@ -2,6 +2,8 @@
 
 #include "FaceRegions.h"
 
+struct OpenedPhoto;
+
 #include <QPainterPath>
 #include <QRectF>
 
@@ -36,6 +38,9 @@ struct PhotoEdits {
     // skin away, the same way.
     QList<PointList> array_Skin_Added_Strokes;
     QList<PointList> array_Skin_Removed_Strokes;
+    // With every face retouched, the faces left as they are (0 the first,
+    // as OpenedPhoto::asFace counts them).
+    QList<int> facesLeftOut;
 
     // Calls visit(name, field, unit) for what a settings file keeps of it,
     // in this order: the spots in percent of the photo, the areas and ring
@@ -57,6 +62,11 @@ struct PhotoEdits {
 
     // As the photo's regions have them.
     static PhotoEdits of(const FaceRegions& regions);
+
+    // What belongs to face `face` of `photo`: the first face's areas and
+    // rings are these, another face's its own regions'; each spot and
+    // stroke belongs to the face nearest it (a stroke by where it starts).
+    PhotoEdits ofFace(const OpenedPhoto& photo, int face) const;
 
     // The under-eye rings become the eye outlines again, with their closed
     // outlines in image space.

@@ -67,9 +67,15 @@ void makeSmoothedBase(EffectPass& pass, const SkinSmoothing::Settings& s, Memos&
     const OpenedPhoto& photo = *pass.photo;
     const qint64 faceKey = pass.photoKey(); // the holes are made from it
     const MaskedArea& holes = memos.holes.get(faceKey, [&](MaskedArea& made) {
-        made = RegionImages::faceFullPicture(photo.img_Basic, photo.imgSize, photo.regions);
+        std::vector<const FaceRegions*> faces{&photo.regions};
+        for (const PhotoFace& other : photo.otherFaces)
+            faces.push_back(&other.regions);
+        made = RegionImages::facesFullPicture(photo.img_Basic, photo.imgSize, faces);
     });
-    const PatchedPicture face(toPicture(photo.img_Basic), holes.picture, holes.area.topLeft());
+    // Several faces' holes come as a whole picture of their own.
+    const PatchedPicture face = holes.area == photo.img_Basic.rect()
+                                    ? PatchedPicture(holes.picture)
+                                    : PatchedPicture(toPicture(photo.img_Basic), holes.picture, holes.area.topLeft());
     SkinSmoothingAmounts settings = skinSmoothingAmounts(s.u_Face_Skin_Smooth_Level, s.u_Face_Skin_Smooth_Radius);
     settings.radius = pass.scaled(settings.radius);
     const SkinSmoothingPlanes& planes =

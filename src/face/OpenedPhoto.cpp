@@ -5,8 +5,11 @@
 #include "PhotoDecoder.h"
 
 #include <QFileInfo>
+#include <QLineF>
 
+#include <algorithm>
 #include <exception>
+#include <limits>
 #include <new>
 
 namespace {
@@ -40,9 +43,33 @@ OpenResult takePicked(OpenResult found, const FacePick& pick)
     }
     const FaceFrame frame = FaceFrame::drawn(found.faces[size_t(number - 1)]);
     OpenResult opened = openWithFace(std::move(found), frame);
-    opened.faceTaken = number;
+    opened.faceTaken = opened.photo.faceNumber = number;
+    opened.photo.facesFound = count;
     return opened;
 }
+
+} // namespace
+
+OpenResult openEveryFace(OpenResult found)
+{
+    const std::vector<QRect> boxes = found.faces;
+    OpenResult opened = takePicked(std::move(found), FacePick{1, false, {}, false});
+    if (opened.outcome != OpenResult::Opened)
+        return opened;
+    OpenedPhoto& photo = opened.photo;
+    for (size_t i = 1; i < boxes.size(); ++i) {
+        OpenResult other;
+        other.photo.img_Basic = photo.img_Basic;
+        other.photo.imgSize = photo.imgSize;
+        other = openWithFace(std::move(other), FaceFrame::drawn(boxes[i]));
+        if (other.outcome != OpenResult::Opened)
+            continue; // a face the detector saw but the landmarks cannot be placed on
+        photo.otherFaces.push_back(faceOf(std::move(other.photo.facePointsRelativeToImageSize), photo.imgSize));
+    }
+    return opened;
+}
+
+namespace {
 
 OpenResult analyseDecoded(const QString& path, DecodedPhoto decoded, const FacePick& pick)
 {
@@ -71,7 +98,9 @@ OpenResult analyseDecoded(const QString& path, DecodedPhoto decoded, const FaceP
         result.message = detection.code == 2 ? "More than one face was found on the picture."
                                              : "No face was found on the picture.";
         result.photo = withoutFace(path, std::move(decoded));
-        return pick.isDefault() || result.faces.empty() ? result : takePicked(std::move(result), pick);
+        if (pick.isDefault() || result.faces.empty())
+            return result;
+        return pick.every ? openEveryFace(std::move(result)) : takePicked(std::move(result), pick);
     }
     if (pick.number > 1) // one face, and another asked for
         return takePicked(std::move(result), pick);
@@ -80,17 +109,67 @@ OpenResult analyseDecoded(const QString& path, DecodedPhoto decoded, const FaceP
     photo.facePointsRelativeToImageSize = std::move(detection.landmarks);
     deriveRegions(photo);
     result.outcome = OpenResult::Opened;
-    result.faceTaken = 1;
+    result.faceTaken = photo.faceNumber = photo.facesFound = 1;
     return result;
 }
 
 } // namespace
 
+PhotoFace faceOf(FaceLandmarks landmarks, QSizeF imgSize)
+{
+    PhotoFace face;
+    face.regions = FaceRegions::build(landmarks, imgSize);
+    face.facePointsRelativeToImageSize = std::move(landmarks);
+    face.facePointsInPercentRelativeToImage = toPercentOfImage(face.facePointsRelativeToImageSize, imgSize);
+    face.regions.array_Face_Points = toPercentOfImage(face.regions.array_Face_Points, imgSize);
+    return face;
+}
+
+OpenedPhoto OpenedPhoto::asFace(int index) const
+{
+    OpenedPhoto seen = *this;
+    seen.otherFaces.clear();
+    if (index == 0)
+        return seen;
+    const PhotoFace& face = otherFaces[size_t(index - 1)];
+    seen.facePointsRelativeToImageSize = face.facePointsRelativeToImageSize;
+    seen.facePointsInPercentRelativeToImage = face.facePointsInPercentRelativeToImage;
+    seen.regions = face.regions;
+    return seen;
+}
+
+namespace {
+
+// How far `pixel` lies from the face's centre, in the face's width.
+double distanceInFaces(QPointF pixel, const FaceLandmarks& face)
+{
+    if (face.size() < kLandmarkCount)
+        return std::numeric_limits<double>::max();
+    QPointF centre;
+    for (QPointF p : face)
+        centre += p / face.size();
+    return QLineF(pixel, centre).length() / std::max(1.0, QLineF(face[0], face[16]).length());
+}
+
+} // namespace
+
+int OpenedPhoto::faceAt(QPointF pixel) const
+{
+    int nearest = 0;
+    double best = distanceInFaces(pixel, facePointsRelativeToImageSize);
+    for (size_t i = 0; i < otherFaces.size(); ++i)
+        if (const double d = distanceInFaces(pixel, otherFaces[i].facePointsRelativeToImageSize); d < best) {
+            best = d;
+            nearest = int(i) + 1;
+        }
+    return nearest;
+}
+
 void deriveRegions(OpenedPhoto& photo)
 {
-    photo.regions = FaceRegions::build(photo.facePointsRelativeToImageSize, photo.imgSize);
-    photo.facePointsInPercentRelativeToImage = toPercentOfImage(photo.facePointsRelativeToImageSize, photo.imgSize);
-    photo.regions.array_Face_Points = toPercentOfImage(photo.regions.array_Face_Points, photo.imgSize);
+    PhotoFace face = faceOf(photo.facePointsRelativeToImageSize, photo.imgSize);
+    photo.facePointsInPercentRelativeToImage = std::move(face.facePointsInPercentRelativeToImage);
+    photo.regions = std::move(face.regions);
 }
 
 OpenResult guardedOpen(const QString& path, const std::function<OpenResult()>& stage)

@@ -12,6 +12,14 @@
 #include <functional>
 #include <vector>
 
+// One face of a photo retouched with every face: its landmarks (photo
+// pixels, y down), in percent, and its regions, as OpenedPhoto has them.
+struct PhotoFace {
+    FaceLandmarks facePointsRelativeToImageSize;
+    PointList facePointsInPercentRelativeToImage;
+    FaceRegions regions;
+};
+
 // Everything derived from one opened photo: made in one piece by
 // openAndAnalyse and swapped in whole, so a refused photo leaves nothing
 // half-changed.
@@ -32,6 +40,20 @@ struct OpenedPhoto {
     // that photo (y down): all of it, or the part a preview frame shows.
     // Points the user clicks are kept in percent of the photo opened.
     QRectF partOfOpened{0, 0, 100, 100};
+    // With every face retouched, the faces after the one above (the
+    // largest), largest first; empty when one face is.
+    std::vector<PhotoFace> otherFaces;
+    // Which face the detector found this is (1-based, largest first; 0 for
+    // a frame found otherwise or drawn), of how many it found.
+    int faceNumber = 0, facesFound = 0;
+
+    int faceCount() const { return 1 + int(otherFaces.size()); }
+    // The same photo seen as face `index` (0 is the one above): that face's
+    // landmarks and regions in the fields every effect reads.
+    OpenedPhoto asFace(int index) const;
+    // The face a pixel (y down) belongs to: the one whose centre is
+    // nearest, measured in each face's own width.
+    int faceAt(QPointF pixel) const;
 
     bool isEmpty() const { return img_Basic.isNull(); }
     // The pixel (y down) of this picture at `percent` of the photo opened.
@@ -46,6 +68,7 @@ struct OpenedPhoto {
 // Fills the regions and the percent landmarks from the photo's size and
 // landmarks.
 void deriveRegions(OpenedPhoto& photo);
+PhotoFace faceOf(FaceLandmarks landmarks, QSizeF imgSize);
 
 struct OpenResult {
     enum Outcome { Opened, NoFace, SeveralFaces, Failed, NoSuchFace };
@@ -69,8 +92,10 @@ struct FacePick {
     int number = 0;
     bool largest = false;
     QRect box;
+    // Every face found, each predicted on its box as the Nth would be.
+    bool every = false;
 
-    bool isDefault() const { return number == 0 && !largest && box.isNull(); }
+    bool isDefault() const { return number == 0 && !largest && box.isNull() && !every; }
 };
 
 // Reads the photo, finds exactly one face and derives all its regions and
@@ -82,6 +107,12 @@ OpenResult openAndAnalyse(const QString& path);
 // says. A face number beyond the faces found is NoSuchFace; a box outside
 // the photo is Failed.
 OpenResult analysePhoto(const QString& path, DecodedPhoto decoded, const FacePick& pick = {});
+
+// Completes an open refused for several faces (`found` holds the decoded
+// photo and the faces) with every face: the largest as the photo's face,
+// the others beside it, each predicted on its own box exactly as taking
+// that face alone predicts it.
+OpenResult openEveryFace(OpenResult found);
 
 // Runs a stage of an open so that no exception leaves it: running out of
 // memory and a failing library call come back as a refusal naming the file.

@@ -8,6 +8,7 @@
 #include <QPainter>
 
 #include <initializer_list>
+#include <vector>
 
 namespace {
 
@@ -89,6 +90,23 @@ MaskedArea faceFullPicture(const QImage& photo, QSizeF imgSize, const FaceRegion
 {
     return masked(photo, imgSize, r.rect_Full_Eye_Left | r.rect_Full_Eye_Right | r.rect_Lips, Qt::black,
                   {{r.path_Eye_Left, Qt::white}, {r.path_Eye_Right, Qt::white}, {r.path_Lips, Qt::white}});
+}
+
+// Each face's own masked area laid into a copy of the whole photo: one
+// mask over their whole span would cost a photo-sized mask, and a patch
+// over most rows a copy of each row every time one is read.
+MaskedArea facesFullPicture(const QImage& photo, QSizeF imgSize, const std::vector<const FaceRegions*>& faces)
+{
+    if (faces.size() == 1)
+        return faceFullPicture(photo, imgSize, *faces.front());
+    MaskedArea all{copied(photo, photo.rect()), photo.rect()};
+    QPainter painter(&all.picture);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    for (const FaceRegions* r : faces) {
+        const MaskedArea one = faceFullPicture(photo, imgSize, *r);
+        painter.drawImage(one.area.topLeft(), one.picture);
+    }
+    return all;
 }
 
 QImage lipsBlackWhite(const QImage& photo, QSizeF imgSize, const FaceRegions& r)

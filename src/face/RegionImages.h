@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "FaceRegions.h"
 
 #include <QImage>
@@ -34,6 +36,8 @@ QImage faceSkinCut(const QImage& photo, QSizeF imgSize, const FaceRegions& regio
 // image_Face_Full_Picture: the whole photo without eyes and lips, kept only
 // over the area where it differs from the photo.
 MaskedArea faceFullPicture(const QImage& photo, QSizeF imgSize, const FaceRegions& regions);
+// The same without the eyes and lips of every one of `faces`.
+MaskedArea facesFullPicture(const QImage& photo, QSizeF imgSize, const std::vector<const FaceRegions*>& faces);
 
 // image_Lips_Black_White: the lips without the inside of the mouth, grey.
 QImage lipsBlackWhite(const QImage& photo, QSizeF imgSize, const FaceRegions& regions);

@@ -36,8 +36,8 @@ EditingState inPhotoSpace(const EditingState& state, const PhotoMetadata& metada
 
 Compositor::Compositor(Use use)
     : keeps_(use == Again)
-    , memos_(std::make_unique<EffectMemos>())
 {
+    memos_.push_back(std::make_unique<EffectMemos>());
 }
 
 Compositor::~Compositor() = default;
@@ -61,11 +61,66 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const PhotoEdits& ph
     ++passes_;
     handles_ = handlesOf(photoEdits, state, photo.imgSize);
     const EditingState painted = inPhotoSpace(state, photo.metadata);
-    CompositorPass pass{{working_, record_, &photo, photoEdits, handles_, photoPixelsPerPixel, keeps_}, painted, *memos_};
-    for (const CompositorStep& step : steps)
-        if (step.runs(painted))
+    CompositorPass pass{{working_, record_, &photo, photoEdits, handles_, photoPixelsPerPixel, keeps_}, painted,
+                        *memos_.front()};
+    for (const CompositorStep& step : steps) {
+        if (!step.runs(painted))
+            continue;
+        if (photo.faceCount() == 1)
             step.paint(pass);
+        else if (step.wholePicture)
+            paintWithEveryFace(step, pass, photo);
+        else
+            paintFaceByFace(step, pass, photo);
+    }
     return working_;
+}
+
+EffectMemos& Compositor::memosOfFace(int face)
+{
+    while (int(memos_.size()) <= face)
+        memos_.push_back(std::make_unique<EffectMemos>());
+    return *memos_[size_t(face)];
+}
+
+// A step once for each face kept of `opened`: each face's step reads the
+// photo as the steps before left it, with that face's landmarks, regions and marks
+// (PhotoEdits::ofFace), and keeps what it makes apart from the other
+// faces'. Only the first face has handles the mouse moves.
+void Compositor::paintFaceByFace(const CompositorStep& step, CompositorPass& pass, const OpenedPhoto& opened)
+{
+    const PhotoEdits& photoEdits = pass.effect.photoEdits;
+    const OpenedPhoto* current = pass.effect.photo;
+    const Handles none;
+    for (int face = 0; face < opened.faceCount(); ++face) {
+        if (photoEdits.facesLeftOut.contains(face))
+            continue;
+        OpenedPhoto seen = opened.asFace(face);
+        seen.img_Basic = current->img_Basic;
+        const PhotoEdits edits = photoEdits.ofFace(opened, face);
+        CompositorPass facePass{{pass.effect.working, pass.effect.record, &seen, edits, face == 0 ? pass.effect.handles : none,
+                                 pass.effect.pixelScale, pass.effect.keeps},
+                                pass.state, memosOfFace(face)};
+        step.paint(facePass);
+        if (facePass.effect.photo != &seen) // the step hands the later steps a photo of its own
+            current = facePass.effect.photo;
+    }
+    // The later steps read the photo the last face's step made; the faces
+    // come from the photo as opened.
+    pass.effect.photo = current;
+}
+
+// A step of the whole picture reads the photo as the steps before left it
+// with every face of `opened` on it.
+void Compositor::paintWithEveryFace(const CompositorStep& step, CompositorPass& pass, const OpenedPhoto& opened)
+{
+    const OpenedPhoto* current = pass.effect.photo;
+    OpenedPhoto seen = opened;
+    seen.img_Basic = current->img_Basic;
+    pass.effect.photo = &seen;
+    step.paint(pass);
+    if (pass.effect.photo == &seen)
+        pass.effect.photo = current;
 }
 
 const QImage* Compositor::tryCompose(const OpenedPhoto& photo, const PhotoEdits& photoEdits, const EditingState& state,

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <vector>
 
 struct EffectMemos; // what every effect keeps between pictures (AllEffects.h)
 
@@ -62,10 +63,15 @@ public:
     std::uint64_t passes() const { return passes_; }
 
 private:
+    EffectMemos& memosOfFace(int face);
+    void paintWithEveryFace(const CompositorStep& step, CompositorPass& pass, const OpenedPhoto& opened);
+    void paintFaceByFace(const CompositorStep& step, CompositorPass& pass, const OpenedPhoto& opened);
+
     bool keeps_;
     QImage working_;
     std::uint64_t passes_ = 0;
     WorkingRecord record_;
-    std::unique_ptr<EffectMemos> memos_;
+    // What the effects keep, face by face (one face: the first only).
+    std::vector<std::unique_ptr<EffectMemos>> memos_;
     Handles handles_;
 };

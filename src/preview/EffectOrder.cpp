@@ -42,7 +42,7 @@ const CompositorStep kSteps[] = {
      "after the healing, so it evens healed skin, and before every colour: the effects paint on the evened skin"},
     {"photo and skin smoothing", {}, step<&SkinSmoothing::startFromPhoto>,
      "every effect paints on the photo; the smoothed face covers the whole picture, so it is the base",
-     &S::b_Face_Skin_Smooth},
+     &S::b_Face_Skin_Smooth, true},
     {"lips mask", {&S::b_Color_Lips}, step<&LipColour::paintMask>,
      "a grey, brighter copy of the lips under their colour keeps their light and shade"},
     {"eye colour", {&S::b_Color_Eyes}, step<&EyeColour::paintColour>,

@@ -18,6 +18,8 @@ struct CompositorStep {
     // runs whatever the switch says (skin smoothing in the base, whitening
     // in the mouth interior).
     bool EditingState::*chooses = nullptr;
+    // It paints the whole picture once, not face by face.
+    bool wholePicture = false;
 
     // Whether the step draws any part of the effect with this switch.
     bool draws(bool EditingState::*effectSwitch) const;

@@ -55,6 +55,7 @@ RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, c
         outcome.message = opened.message;
         return outcome;
     }
+    outcome.facesRetouched = opened.photo.faceCount();
     const QString leftOut = leftOutFor(done, photo, opened.photo.imgSize.toSize());
     if (!leftOut.isEmpty())
         outcome.warnings << leftOut;

@@ -39,6 +39,7 @@ struct RenderOutcome {
     enum Result { Written, Unreadable, NoFace, SeveralFaces, NotRendered, NotWritten, NoSuchFace };
     Result result = Unreadable;
     int faces = 0, faceTaken = 0; // faces found, and which was retouched (1-based)
+    int facesRetouched = 0;
     QSize photoSize;              // the upright photo's, once decoded
     QString message;     // why, naming the file, when not written
     QStringList warnings; // what was left out of the photo or the picture

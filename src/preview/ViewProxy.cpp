@@ -75,9 +75,16 @@ OpenedPhoto proxyPhoto(const OpenedPhoto& photo, const ProxyFrame& frame)
                                 part.y() + a.y() / whole.height() * part.height(), a.width() / whole.width() * part.width(),
                                 a.height() / whole.height() * part.height());
     const QTransform map = pictureToFrame(frame);
-    for (const QPointF& landmark : photo.facePointsRelativeToImageSize)
-        proxy.facePointsRelativeToImageSize.append(map.map(landmark));
+    const auto mapped = [&](const FaceLandmarks& landmarks) {
+        FaceLandmarks onFrame;
+        for (const QPointF& landmark : landmarks)
+            onFrame.append(map.map(landmark));
+        return onFrame;
+    };
+    proxy.facePointsRelativeToImageSize = mapped(photo.facePointsRelativeToImageSize);
     deriveRegions(proxy);
+    for (const PhotoFace& face : photo.otherFaces)
+        proxy.otherFaces.push_back(faceOf(mapped(face.facePointsRelativeToImageSize), proxy.imgSize));
     return proxy;
 }
 
@@ -106,5 +113,6 @@ PhotoEdits proxyPhotoEdits(const PhotoEdits& photoEdits, QSizeF photoSize, const
     onFrame.array_Heal_Strokes = photoEdits.array_Heal_Strokes;
     onFrame.array_Skin_Added_Strokes = photoEdits.array_Skin_Added_Strokes;
     onFrame.array_Skin_Removed_Strokes = photoEdits.array_Skin_Removed_Strokes;
+    onFrame.facesLeftOut = photoEdits.facesLeftOut;
     return onFrame;
 }

@@ -5,6 +5,9 @@
 #include "View_Picture.h"
 #include "face/FaceFixtures.h"
 
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
 #include <QCheckBox>
 #include <QDropEvent>
 #include <QFile>
@@ -130,6 +133,29 @@ TEST_F(OpenActionTest, AFaceChosenOrMarkedOpensThePhotoWithThatFaceAndCancelKeep
     EXPECT_EQ(app->document().photo()->facePointsRelativeToImageSize.size(), kLandmarkCount);
 }
 
+// "Every Face" opens the group with every face; the faces list unticks one
+// as an undo step, the status line says how many are retouched.
+TEST_F(OpenActionTest, EveryFaceOpensEveryFaceAndTheFacesListLeavesOneOut)
+{
+    app->dialogs.chooseFace = [](const FaceChoice&) { return ChosenFaces({}, true); };
+    alertAnswer = 1;
+    open(writePicture("heads.png", headsSideBySide({1.0, 1.3, 1.1}).picture));
+    ASSERT_EQ(app->document().photo()->faceCount(), 3);
+    auto* list = app->window()->findChild<QListWidget*>("facesList");
+    ASSERT_TRUE(list && list->isVisible());
+    ASSERT_EQ(list->count(), 3);
+    const auto status = [&] { return app->window()->findChild<QLabel*>("statusLine")->text(); };
+    EXPECT_TRUE(status().endsWith("3 faces")) << status().toStdString();
+    list->item(1)->setCheckState(Qt::Unchecked);
+    EXPECT_EQ(app->document().photoEdits.facesLeftOut, QList<int>{1});
+    EXPECT_TRUE(status().endsWith("2 of 3 faces")) << status().toStdString();
+    app->document().history().stack().undo();
+    EXPECT_TRUE(app->document().photoEdits.facesLeftOut.isEmpty());
+    EXPECT_EQ(list->item(1)->checkState(), Qt::Checked);
+    open(portraitPath());
+    EXPECT_FALSE(list->isVisible()) << "one face: no list";
+}
+
 // While the photo is analysed the window keeps handling its events (it
 // paints), says so and shows the busy cursor.
 TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
@@ -162,7 +188,7 @@ TEST_F(OpenActionTest, PhotoGivenAtStartOrDroppedOpensThroughTheSameAction)
 
 // In the chooser a click inside a frame takes it (the smaller of two
 // overlapping frames), a drag draws a frame on the photo's pixels when
-// marking by hand, and Escape takes nothing.
+// marking by hand, Every Face takes them all, and Escape takes nothing.
 TEST(FaceChooserTest, AClickTakesTheFrameUnderItADragDrawsOneAndEscapeNone)
 {
     QImage photo(400, 200, QImage::Format_RGB32);
@@ -184,15 +210,19 @@ TEST(FaceChooserTest, AClickTakesTheFrameUnderItADragDrawsOneAndEscapeNone)
         return run(false, [&](QWidget& view, auto at) { QTest::mouseClick(&view, Qt::LeftButton, {}, at(pixel)); });
     };
     for (const auto& [pixel, taken] : {std::pair{QPointF(300, 90), 1}, {QPointF(30, 150), 0}, {QPointF(80, 80), 2}})
-        EXPECT_EQ(clickAt(pixel)->box, frames[size_t(taken)].box) << "the smallest frame under the pointer";
-    EXPECT_FALSE(clickAt({220, 190}).has_value()) << "outside every frame";
+        EXPECT_EQ(clickAt(pixel).frame->box, frames[size_t(taken)].box) << "the smallest frame under the pointer";
+    EXPECT_FALSE(clickAt({220, 190})) << "outside every frame";
+    const ChosenFaces every = run(false, [](QWidget& view, auto) {
+        QTest::mouseClick(view.window()->findChild<QPushButton*>("everyFace"), Qt::LeftButton);
+    });
+    EXPECT_TRUE(every.every && !every.frame) << "Every Face";
     const std::optional<FaceFrame> drawn = run(true, [](QWidget& view, auto at) {
         QTest::mousePress(&view, Qt::LeftButton, {}, at({200, 30}));
         QTest::mouseMove(&view, at({240, 100}));
         QTest::mouseRelease(&view, Qt::LeftButton, {}, at({240, 100}));
-    });
+    }).frame;
     ASSERT_TRUE(drawn.has_value());
     EXPECT_LE((drawn->box.topLeft() - QPoint(200, 30)).manhattanLength(), 2);
     EXPECT_LE((QPoint(drawn->box.width(), drawn->box.height()) - QPoint(40, 70)).manhattanLength(), 3);
-    EXPECT_FALSE(run(true, [](QWidget& view, auto) { QTest::keyClick(view.window(), Qt::Key_Escape); }).has_value());
+    EXPECT_FALSE(run(true, [](QWidget& view, auto) { QTest::keyClick(view.window(), Qt::Key_Escape); }));
 }

@@ -69,7 +69,7 @@ TEST(CommandLine, HelpVersionUnknownWordsAndTheLogOnlyWhenAsked)
 // retouches it; a face beyond those found, a box outside the photo or of no
 // size, malformed numbers: one line naming the option and its range, the
 // usage status, nothing written. A batch with --largest-face says which face
-// of how many.
+// of how many. --all-faces lists every face as --face N gives it.
 TEST(FaceOptions, TakeTheFaceAskedForOrSayWhatTheyAllow)
 {
     QTemporaryDir folder;
@@ -91,6 +91,14 @@ TEST(FaceOptions, TakeTheFaceAskedForOrSayWhatTheyAllow)
     const QString boxed = QString("%1,%2,%3,%4").arg(768 + 170).arg(60).arg(110).arg(120);
     const QJsonObject inBox = QJsonDocument::fromJson(runCli({"analyse", photo, "--face-box", boxed}).out).object();
     EXPECT_NEAR(inBox["landmarks"][30][0].toDouble(), second["landmarks"][30][0].toDouble(), 3);
+    const QJsonArray every = QJsonDocument::fromJson(runCli({"analyse", photo, "--all-faces"}).out)["faces"].toArray();
+    ASSERT_EQ(every.size(), 2);
+    EXPECT_EQ(every[0]["landmarks"], first["landmarks"]);
+    EXPECT_EQ(every[1]["landmarks"], second["landmarks"]) << "each face as --face N gives it";
+    EXPECT_EQ(every[1]["regions"], second["regions"]);
+    const CliRun several = runCli({"analyse", photo});
+    EXPECT_EQ(several.status, 2);
+    EXPECT_TRUE(several.err.contains("2 faces: --face N takes one (1 is the largest), --all-faces")) << several.err.toStdString();
 
     const QString out = folder.filePath("out.png");
     const std::pair<QStringList, QString> refused[] = {
@@ -103,6 +111,8 @@ TEST(FaceOptions, TakeTheFaceAskedForOrSayWhatTheyAllow)
         {{"analyse", photo, "--face-box", "10,10,50,7"}, "--face-box needs X,Y,W,H"},
         {{"render", photo, "--face-box", "1200,10,100,100", "-o", out}, "lies outside the photo: X and X+W up to 1280, Y and Y+H up to 512"},
         {{"render", photo, "--face", "1", "--face-box", "0,0,100,100", "-o", out}, "cannot be given together"},
+        {{"render", photo, "--all-faces", "--face", "2", "-o", out}, "--all-faces cannot be given with --face."},
+        {{"render", photo, "--largest-face", "--all-faces", "-o", folder.filePath("b/")}, "cannot be given together"},
     };
     for (const auto& [arguments, message] : refused) {
         const CliRun run = runCli(arguments);
@@ -121,6 +131,9 @@ TEST(FaceOptions, TakeTheFaceAskedForOrSayWhatTheyAllow)
     EXPECT_EQ(entry["face"].toInt(), 1);
     EXPECT_EQ(entry["facesFound"].toInt(), 2);
     EXPECT_EQ(runCli({"render", photo, "-o", folder.filePath("refused/")}).status, 5) << "without it, refused as before";
+    const CliRun all = runCli({"render", photo, "-o", folder.filePath("all/"), "--all-faces"});
+    EXPECT_EQ(all.status, 0);
+    EXPECT_TRUE(all.err.contains("2 faces")) << all.err.toStdString();
 }
 
 // The landmark model's cache: made by the first process, used by the next;

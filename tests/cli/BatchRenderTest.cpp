@@ -58,6 +58,7 @@ TEST_F(BatchRenderTest, GoodPhotosAreRenderedTheOthersReportedWithTheirReasonsAn
     for (qsizetype i = 0; i < entries.size(); ++i) {
         EXPECT_EQ(entries[i]["result"].toString(), expected[i].first) << entries[i]["input"].toString().toStdString();
         EXPECT_TRUE(entries[i]["reason"].toString().contains(expected[i].second));
+        EXPECT_EQ(entries[i].toObject().contains("output"), i < 2) << "a refused photo names no picture";
     }
     EXPECT_TRUE(run.err.contains("Rendered 2 of 5 photos")) << run.err.toStdString();
 

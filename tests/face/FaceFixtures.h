@@ -7,6 +7,12 @@
 #include <QImage>
 #include <QPainter>
 #include <QString>
+#include <QTransform>
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <vector>
 
 inline QString testDataPath(const QString& name)
 {
@@ -33,6 +39,33 @@ inline QImage portraitPicture()
 inline QImage portraitHead()
 {
     return portraitPicture().copy(0, 0, 512, 340);
+}
+
+// A group photo made of the portrait's head at these scales, side by side
+// on grey, and where each head's pixels went.
+struct HeadsFixture {
+    QImage picture;
+    std::vector<QTransform> heads;
+};
+
+inline HeadsFixture headsSideBySide(std::initializer_list<double> scales)
+{
+    const QImage head = portraitHead();
+    HeadsFixture fixture;
+    double x = 0;
+    for (double scale : scales) {
+        fixture.heads.push_back(QTransform::fromTranslate(x, 0).scale(scale, scale));
+        x += head.width() * scale;
+    }
+    fixture.picture = makePicture({int(std::ceil(x)), int(std::ceil(head.height() * std::max(scales)))});
+    fixture.picture.fill(Qt::gray);
+    QPainter painter(&fixture.picture);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    for (const QTransform& placement : fixture.heads) {
+        painter.setTransform(placement);
+        painter.drawImage(0, 0, head);
+    }
+    return fixture;
 }
 
 // Two copies of the portrait side by side: two faces of the same size.

@@ -25,32 +25,6 @@ const FaceLandmarks& headLandmarks()
     return landmarks;
 }
 
-// A fixture and where each head's pixels went on it.
-struct Fixture {
-    QImage picture;
-    std::vector<QTransform> heads;
-};
-
-Fixture sideBySide(std::initializer_list<double> scales)
-{
-    const QImage head = portraitHead();
-    Fixture fixture;
-    double x = 0;
-    for (double scale : scales) {
-        fixture.heads.push_back(QTransform::fromTranslate(x, 0).scale(scale, scale));
-        x += head.width() * scale;
-    }
-    fixture.picture = makePicture({int(std::ceil(x)), int(std::ceil(head.height() * std::max(scales)))});
-    fixture.picture.fill(Qt::gray);
-    QPainter painter(&fixture.picture);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    for (const QTransform& placement : fixture.heads) {
-        painter.setTransform(placement);
-        painter.drawImage(0, 0, head);
-    }
-    return fixture;
-}
-
 // The mean distance of `landmarks` from the head's moved by `placement`,
 // in parts of the face's width there.
 double offFromHead(const FaceLandmarks& landmarks, const QTransform& placement)
@@ -97,7 +71,7 @@ FaceLandmarks stockLandmarks(const QImage& picture, const QRect& box)
 // same box.
 TEST(FaceSearch, EveryFaceOfAGroupCanBeTakenLargestFirstWithItsOwnLandmarks)
 {
-    for (const Fixture& group : {sideBySide({1.0, 1.5}), sideBySide({1.25, 1.0, 1.5})}) {
+    for (const HeadsFixture& group : {headsSideBySide({1.0, 1.5}), headsSideBySide({1.25, 1.0, 1.5})}) {
         const DetectionResult found = DLibWrapper::Detect_Facial_Points(group.picture);
         ASSERT_EQ(found.code, 2) << "several faces stay a refusal";
         ASSERT_EQ(found.faces.size(), group.heads.size());

@@ -1,5 +1,6 @@
 #include "Compositor.h"
 #include "TestPortrait.h"
+#include "face/FaceFixtures.h"
 #include "EffectOrder.h"
 #include "EffectCatalogue.h"
 #include "FastPaths.h"
@@ -236,4 +237,51 @@ TEST(Compositor, SwappingAnyTwoNeighbouringStepsChangesThePicture)
         }
         std::swap(steps[i], steps[i + 1]);
     }
+}
+
+// A group photo with every face: each face is the face `--face N` opens,
+// its regions the head's moved with it; the picture is, pixel for pixel,
+// each face's picture alone pasted together (heads apart, nothing
+// overlaps); a face left out is left as it is.
+TEST(Compositor, EveryFaceOfAGroupIsRetouchedAsEachFaceAlone)
+{
+    const QImage group = headsSideBySide({1.0, 1.4, 1.2}).picture;
+    const auto opened = [&](FacePick pick) {
+        return analysePhoto("group", DecodedPhoto{group, QSizeF(group.size()), {}, {}, {}}, pick).photo;
+    };
+    const OpenedPhoto every = opened({0, false, {}, true});
+    ASSERT_EQ(every.faceCount(), 3);
+    std::vector<OpenedPhoto> alone;
+    for (int face = 0; face < 3; ++face) {
+        alone.push_back(opened({face + 1, false, {}, false}));
+        EXPECT_EQ(every.asFace(face).facePointsRelativeToImageSize, alone.back().facePointsRelativeToImageSize);
+        EXPECT_EQ(every.asFace(face).regions.path_Face, alone.back().regions.path_Face);
+    }
+    EditingState state;
+    state.b_Face_Skin_Smooth = state.b_Remove_Wrinkles = state.b_Color_Eyes = state.b_Widen_Eyes = true;
+    state.b_Eye_Eyeshadow = state.b_Eyes_Darken = state.b_Apply_Cheeks = state.b_Color_Lips = true;
+    state.b_Whiten_Teeth = state.b_Heal_Blemishes = state.b_Natural_Skin = true;
+    state.u_Widen_Eyes_Level = 10;
+    // Skin smoothing is the whole picture's, with every face's eyes and
+    // lips kept out of it: not each face's alone.
+    state.b_Face_Skin_Smooth = false;
+    const QImage none = composed(EditingState(), every, PhotoEdits::of(every.regions));
+    const QImage all = composed(state, every, PhotoEdits::of(every.regions));
+    PhotoEdits leftOut = PhotoEdits::of(every.regions);
+    leftOut.facesLeftOut = {0, 2};
+    EXPECT_EQ(composed(state, every, leftOut), composed(state, alone[1], PhotoEdits::of(alone[1].regions)));
+    int changedPixels = 0;
+    QImage pasted = none.copy();
+    for (const OpenedPhoto& face : alone) {
+        const QImage own = composed(state, face, PhotoEdits::of(face.regions));
+        for (int y = 0; y < own.height(); ++y)
+            for (int x = 0; x < own.width(); ++x)
+                if (own.pixel(x, y) != none.pixel(x, y)) {
+                    pasted.setPixel(x, y, own.pixel(x, y));
+                    ++changedPixels;
+                }
+    }
+    EXPECT_GT(changedPixels, group.width() * group.height() / 50);
+    EXPECT_TRUE(changedArea(all, pasted).isEmpty()) << "differs in " << changedArea(all, pasted).width() << " x "
+                                                    << changedArea(all, pasted).height();
 }
