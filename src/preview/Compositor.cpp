@@ -2,8 +2,11 @@
 
 #include "AllEffects.h"
 #include "EffectCatalogue.h"
+#include "ImageSpace.h"
 
 #include <QColorTransform>
+#include <QPainter>
+#include <QPainterPathStroker>
 
 #include <algorithm>
 #include <exception>
@@ -31,6 +34,75 @@ EditingState inPhotoSpace(const EditingState& state, const PhotoMetadata& metada
     });
     return painted;
 }
+
+// Where face `face`'s steps could paint: its landmarks' bounds, half its
+// width wider on every side (blush, blurs, handles).
+QRectF reachOf(const FaceLandmarks& face)
+{
+    const QRectF bounds = QPolygonF(face).boundingRect();
+    const double margin = bounds.width() / 2;
+    return bounds.adjusted(-margin, -margin, margin, margin);
+}
+
+// The other faces' eyes, brows and lips within face `face`'s reach, in
+// picture coordinates: what its steps must not change in a tight group.
+QPainterPath featuresBeside(const OpenedPhoto& opened, int face)
+{
+    const QRectF reach = reachOf(opened.asFace(face).facePointsRelativeToImageSize);
+    QPainterPath features;
+    features.setFillRule(Qt::WindingFill);
+    const QTransform toPicture = imageSpaceToPicture(opened.imgSize.height());
+    for (int other = 0; other < opened.faceCount(); ++other) {
+        const OpenedPhoto seen = opened.asFace(other);
+        const FaceLandmarks& p = seen.facePointsRelativeToImageSize;
+        if (other == face || !reach.intersects(QPolygonF(p).boundingRect()))
+            continue;
+        const FaceRegions& r = seen.regions;
+        features.addPath(toPicture.map(r.path_Eye_Left));
+        features.addPath(toPicture.map(r.path_Eye_Right));
+        features.addPath(toPicture.map(r.path_Lips));
+        QPainterPathStroker brow;
+        brow.setWidth(QLineF(p[0], p[16]).length() * 0.04);
+        for (const auto& [first, last] : {std::pair{17, 21}, {22, 26}}) {
+            QPainterPath line(p[first]);
+            for (int i = first + 1; i <= last; ++i)
+                line.lineTo(p[i]);
+            features.addPath(brow.createStroke(line));
+        }
+    }
+    return features;
+}
+
+// Puts back what a step changed of `guarded` in the working picture.
+class FeatureGuard {
+public:
+    FeatureGuard(QImage& working, QPainterPath guarded)
+        : working_(working)
+        , guarded_(std::move(guarded))
+        , size_(working.size())
+        , area_(guarded_.boundingRect().toAlignedRect() & working.rect())
+        , before_(area_.isEmpty() ? QImage() : working.copy(area_))
+    {
+    }
+
+    void restore(QRect& painted)
+    {
+        if (before_.isNull() || working_.size() != size_ || working_.copy(area_) == before_)
+            return;
+        QPainter painter(&working_);
+        painter.setClipPath(guarded_);
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.drawImage(area_.topLeft(), before_);
+        painted |= area_;
+    }
+
+private:
+    QImage& working_;
+    QPainterPath guarded_;
+    QSize size_;
+    QRect area_;
+    QImage before_;
+};
 
 } // namespace
 
@@ -101,7 +173,9 @@ void Compositor::paintFaceByFace(const CompositorStep& step, CompositorPass& pas
         CompositorPass facePass{{pass.effect.working, pass.effect.record, &seen, edits, face == 0 ? pass.effect.handles : none,
                                  pass.effect.pixelScale, pass.effect.keeps},
                                 pass.state, memosOfFace(face)};
+        FeatureGuard others(pass.effect.working, featuresBeside(opened, face));
         step.paint(facePass);
+        others.restore(pass.effect.record.painted);
         if (facePass.effect.photo != &seen) // the step hands the later steps a photo of its own
             current = facePass.effect.photo;
     }

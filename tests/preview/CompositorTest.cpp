@@ -285,3 +285,39 @@ TEST(Compositor, EveryFaceOfAGroupIsRetouchedAsEachFaceAlone)
     EXPECT_TRUE(changedArea(all, pasted).isEmpty()) << "differs in " << changedArea(all, pasted).width() << " x "
                                                     << changedArea(all, pasted).height();
 }
+
+// Cheek to cheek: no face's effects change another face's eyes, brows or
+// lips; each face's own features are painted as that face alone paints
+// them. The second face is the portrait's moved so that its eye lies on the
+// first face's blushed cheek.
+TEST(Compositor, InATightGroupNoFacesEffectReachesAnotherFacesFeatures)
+{
+    OpenedPhoto two = portrait();
+    const FaceLandmarks& p = two.facePointsRelativeToImageSize;
+    const QPointF cheek = (p[12] + p[13] + p[54]) / 3, eye = (p[36] + p[39]) / 2;
+    FaceLandmarks moved;
+    for (QPointF point : p)
+        moved.append(point + cheek - eye);
+    two.otherFaces.push_back(faceOf(moved, two.imgSize));
+    EditingState state;
+    state.b_Apply_Cheeks = state.b_Eyes_Darken = state.b_Eye_Eyeshadow = state.b_Color_Lips = true;
+    const QImage all = composed(state, two, PhotoEdits::of(two.regions));
+    for (int face = 0; face < 2; ++face) {
+        const OpenedPhoto alone = two.asFace(face);
+        const QImage own = composed(state, alone, PhotoEdits::of(alone.regions));
+        const double height = two.imgSize.height();
+        int differ = 0, inside = 0;
+        for (const QPainterPath& feature : {alone.regions.path_Eye_Left, alone.regions.path_Lips}) {
+            const QPainterPath shape = flipped(feature, height);
+            const QRect r = shape.boundingRect().toAlignedRect();
+            for (int y = r.top(); y <= r.bottom(); ++y)
+                for (int x = r.left(); x <= r.right(); ++x)
+                    if (shape.contains(QPointF(x + 0.5, y + 0.5))) {
+                        ++inside;
+                        differ += all.pixel(x, y) != own.pixel(x, y);
+                    }
+        }
+        EXPECT_GT(inside, 100);
+        EXPECT_EQ(differ, 0) << "face " << face << " of " << inside;
+    }
+}
