@@ -135,6 +135,7 @@ OpenedPhoto OpenedPhoto::asFace(int index) const
     seen.facePointsRelativeToImageSize = face.facePointsRelativeToImageSize;
     seen.facePointsInPercentRelativeToImage = face.facePointsInPercentRelativeToImage;
     seen.regions = face.regions;
+    seen.faceNumber = index + 1;
     return seen;
 }
 
@@ -157,10 +158,10 @@ int OpenedPhoto::faceAt(QPointF pixel) const
 {
     int nearest = 0;
     double best = distanceInFaces(pixel, facePointsRelativeToImageSize);
-    for (size_t i = 0; i < otherFaces.size(); ++i)
-        if (const double d = distanceInFaces(pixel, otherFaces[i].facePointsRelativeToImageSize); d < best) {
+    for (int i = 1; i < faceCount(); ++i)
+        if (const double d = distanceInFaces(pixel, landmarksOfFace(i)); d < best) {
             best = d;
-            nearest = int(i) + 1;
+            nearest = i;
         }
     return nearest;
 }

@@ -51,6 +51,15 @@ struct OpenedPhoto {
     // The same photo seen as face `index` (0 is the one above): that face's
     // landmarks and regions in the fields every effect reads.
     OpenedPhoto asFace(int index) const;
+    // Face `index`'s landmarks and regions, without a copy of the photo.
+    const FaceLandmarks& landmarksOfFace(int index) const
+    {
+        return index == 0 ? facePointsRelativeToImageSize : otherFaces[size_t(index - 1)].facePointsRelativeToImageSize;
+    }
+    const FaceRegions& regionsOfFace(int index) const
+    {
+        return index == 0 ? regions : otherFaces[size_t(index - 1)].regions;
+    }
     // The face a pixel (y down) belongs to: the one whose centre is
     // nearest, measured in each face's own width.
     int faceAt(QPointF pixel) const;

@@ -48,16 +48,15 @@ QRectF reachOf(const FaceLandmarks& face)
 // picture coordinates: what its steps must not change in a tight group.
 QPainterPath featuresBeside(const OpenedPhoto& opened, int face)
 {
-    const QRectF reach = reachOf(opened.asFace(face).facePointsRelativeToImageSize);
+    const QRectF reach = reachOf(opened.landmarksOfFace(face));
     QPainterPath features;
     features.setFillRule(Qt::WindingFill);
     const QTransform toPicture = imageSpaceToPicture(opened.imgSize.height());
     for (int other = 0; other < opened.faceCount(); ++other) {
-        const OpenedPhoto seen = opened.asFace(other);
-        const FaceLandmarks& p = seen.facePointsRelativeToImageSize;
+        const FaceLandmarks& p = opened.landmarksOfFace(other);
         if (other == face || !reach.intersects(QPolygonF(p).boundingRect()))
             continue;
-        const FaceRegions& r = seen.regions;
+        const FaceRegions& r = opened.regionsOfFace(other);
         features.addPath(toPicture.map(r.path_Eye_Left));
         features.addPath(toPicture.map(r.path_Eye_Right));
         features.addPath(toPicture.map(r.path_Lips));
