@@ -59,8 +59,8 @@ bool AppDelegate::applicationDidFinishLaunching()
         PanelContext{*document_, labels, window_.get(), [this] { Change_Cursor_To_Color_Picker(); }});
     table_ = std::make_unique<CategoryTable>(tableActions(), labels, document_->state,
                                              [this](const EffectInfo& effect) { openEffect(effect); });
-    faces_ = new FacesList(window_.get(), *document_);
     panels_ = std::make_unique<PanelDock>(window_.get(), *panelContext_);
+    faces_ = new FacesList(window_.get(), *document_, [this](QDockWidget* dock) { panels_->addAtTop(dock); });
     saveAndShare_ = std::make_unique<SaveAndShare>(*document_, *session_, dialogs, labels, window_.get());
     files_ = std::make_unique<FileActions>(*document_, dialogs, *window_, *settings_, presetsFolder);
     awakeFromNib();
@@ -129,6 +129,7 @@ void AppDelegate::connectView()
 void AppDelegate::connectDocument()
 {
     connect(document_.get(), &Document::edited, table_.get(), &CategoryTable::showEffectsOn);
+    connect(document_.get(), &Document::settingsReplaced, table_.get(), &CategoryTable::showEffectsOn);
     connect(document_.get(), &Document::edited, this, &AppDelegate::showStatus);
     // A whole new edit (undo, redo, Defaults, a preset or settings file, a
     // new photo) moves the sliders that only write as well: only a panel

@@ -4,20 +4,19 @@
 
 #include <QDockWidget>
 #include <QListWidget>
-#include <QMainWindow>
 #include <QSignalBlocker>
 
-FacesList::FacesList(QMainWindow* window, Document& document)
-    : QObject(window)
+FacesList::FacesList(QWidget* parent, Document& document, const std::function<void(QDockWidget*)>& addToColumn)
+    : QObject(parent)
     , document_(document)
-    , dock_(new QDockWidget(tr("Faces"), window))
+    , dock_(new QDockWidget(tr("Faces"), parent))
     , list_(new QListWidget(dock_))
 {
     dock_->setObjectName("facesDock");
     list_->setObjectName("facesList");
     dock_->setWidget(list_);
     dock_->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
-    window->addDockWidget(Qt::RightDockWidgetArea, dock_);
+    addToColumn(dock_);
     dock_->hide();
     connect(list_, &QListWidget::itemChanged, this, &FacesList::ticked);
     connect(&document_, &Document::photoReplaced, this, &FacesList::showDocument);

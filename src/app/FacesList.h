@@ -2,11 +2,13 @@
 
 #include <QObject>
 
+#include <functional>
+
 class Document;
 class QDockWidget;
 class QListWidget;
 class QListWidgetItem;
-class QMainWindow;
+class QWidget;
 
 // With every face of a group photo retouched, the faces listed at the top
 // of the panel column, each ticked while it is retouched: unticking one
@@ -16,7 +18,8 @@ class FacesList : public QObject {
     Q_OBJECT
 
 public:
-    FacesList(QMainWindow* window, Document& document);
+    // `addToColumn` puts its dock at the top of the panel column.
+    FacesList(QWidget* parent, Document& document, const std::function<void(QDockWidget*)>& addToColumn);
 
     // The list as the document now is: its faces and those left out.
     void showDocument();

@@ -2,17 +2,43 @@
 
 #include "PanelFactory.h"
 
+#include <QAbstractSlider>
+#include <QCoreApplication>
 #include <QDockWidget>
+#include <QWheelEvent>
 #include <QMainWindow>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTimer>
 
 PanelDock::PanelDock(QMainWindow* window, PanelContext& context)
     : window_(window)
     , context_(context)
     , panels_(effects().size())
+    , docks_(new QMainWindow)
+    , scroll_(new QScrollArea)
+    , columnDock_(new QDockWidget(window))
 {
+    // Docks of their own window: they stack at their natural heights and
+    // never become tabs; the space below them is left empty.
+    docks_->setWindowFlags(Qt::Widget);
+    docks_->setObjectName("panelDocks");
+    docks_->setDockOptions(QMainWindow::AnimatedDocks);
+    auto* below = new QWidget;
+    below->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    docks_->setCentralWidget(below);
+    scroll_->setObjectName("panelColumn");
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setWidgetResizable(true);
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll_->setWidget(docks_);
+    columnDock_->setObjectName("panelColumnDock");
+    columnDock_->setTitleBarWidget(new QWidget(columnDock_));
+    columnDock_->setFeatures(QDockWidget::NoDockWidgetFeatures);
+    columnDock_->setWidget(scroll_);
+    window_->addDockWidget(Qt::RightDockWidgetArea, columnDock_);
+    columnDock_->hide();
 }
 
 QPointer<QWidget>& PanelDock::panelOf(const EffectInfo& effect)
@@ -35,13 +61,12 @@ void PanelDock::open(const EffectInfo& effect)
         dockFor(made, effect);
     }
     panel->show();
-    QWidget* dock = panel->parentWidget();
-    while (dock && !qobject_cast<QDockWidget*>(dock))
-        dock = dock->parentWidget();
-    if (dock) {
+    if (auto* dock = qobject_cast<QDockWidget*>(panel->parentWidget())) {
         dock->show();
-        dock->raise(); // a panel tabbed behind another comes to the front
+        dock->raise();
     }
+    fitColumn();
+    bringIntoView(panel);
     // The keyboard goes to the panel just opened: its first control.
     for (QWidget* control : panel->findChildren<QWidget*>())
         if ((control->focusPolicy() & Qt::TabFocus) && control->isEnabled()) {
@@ -50,54 +75,78 @@ void PanelDock::open(const EffectInfo& effect)
         }
 }
 
-// A panel taller than its share of the column scrolls.
+void PanelDock::addAtTop(QDockWidget* dock)
+{
+    docks_->addDockWidget(Qt::TopDockWidgetArea, dock, Qt::Vertical);
+    takeIntoColumn(dock);
+}
+
 QDockWidget* PanelDock::dockFor(EffectPanel* panel, const EffectInfo& effect)
 {
-    auto* dock = new QDockWidget(panel->windowTitle(), window_);
+    auto* dock = new QDockWidget(panel->windowTitle(), docks_);
     dock->setObjectName(QString("panel-") + nameOfSwitch(effect.effectSwitch));
     dock->setAttribute(Qt::WA_DeleteOnClose);
-    dock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
-    auto* scroll = new QScrollArea;
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(panel);
-    // Panels too tall for the column become tabs, so no room is kept for a
-    // vertical scroll bar beside them.
-    scroll->setMinimumWidth(panel->minimumSizeHint().width());
-    scroll->setMaximumHeight(panel->sizeHint().height()); // no taller than the panel: the rest stays free
-    dock->setWidget(scroll);
-    connect(panel, &QObject::destroyed, dock, &QWidget::close); // closing the panel closes its dock
-    QDockWidget* room = roomFor(dock);
-    if (!window_->restoreDockWidget(dock))
-        window_->addDockWidget(Qt::RightDockWidgetArea, dock, Qt::Vertical);
-    if (room && !dock->isFloating() && window_->dockWidgetArea(dock) == Qt::RightDockWidgetArea) {
-        window_->tabifyDockWidget(room, dock);
-        dock->show();
-        dock->raise();
+    dock->setAllowedAreas(Qt::TopDockWidgetArea);
+    // Its natural height, never squeezed: the column scrolls instead.
+    panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    dock->setWidget(panel);
+    for (QAbstractSlider* slider : panel->findChildren<QAbstractSlider*>()) {
+        slider->setFocusPolicy(Qt::StrongFocus);
+        slider->installEventFilter(this);
     }
+    connect(panel, &QObject::destroyed, dock, &QWidget::close); // closing the panel closes its dock
+    if (!docks_->restoreDockWidget(dock))
+        docks_->addDockWidget(Qt::TopDockWidgetArea, dock, Qt::Vertical);
+    takeIntoColumn(dock);
     return dock;
 }
 
-// The column shows each panel whole: a panel that would not fit below
-// those in view becomes a tab of the last of them instead of squeezing all
-// into inner scroll bars (a small window, many panels). None: it fits.
-QDockWidget* PanelDock::roomFor(QDockWidget* dock) const
+// The column follows each dock: shown, floated, docked again or closed.
+void PanelDock::takeIntoColumn(QDockWidget* dock)
 {
-    const int titleBar = dock->style()->pixelMetric(QStyle::PM_TitleBarHeight) + 8;
-    const auto heightOf = [&](const QDockWidget* d) { return d->widget()->maximumHeight() + titleBar; };
-    int used = heightOf(dock);
-    QDockWidget* last = nullptr;
-    for (QDockWidget* other : window_->findChildren<QDockWidget*>()) {
-        if (other == dock || other->isFloating() || !other->isVisible()
-            || window_->dockWidgetArea(other) != Qt::RightDockWidgetArea || other->visibleRegion().isEmpty())
+    const auto fitLater = [this] { QTimer::singleShot(0, this, &PanelDock::fitColumn); };
+    connect(dock, &QDockWidget::topLevelChanged, this, fitLater);
+    connect(dock, &QObject::destroyed, this, fitLater);
+    // Shown or hidden while the column itself is hidden: no visibility
+    // signal, but these events.
+    dock->installEventFilter(this);
+}
+
+void PanelDock::fitColumn()
+{
+    int widest = 0;
+    bool any = false;
+    for (QDockWidget* dock : docks_->findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (dock->isFloating() || dock->isHidden())
             continue;
-        used += heightOf(other);
-        if (!last || other->y() > last->y())
-            last = other;
+        any = true;
+        widest = std::max(widest, dock->minimumSizeHint().width());
     }
-    const int column = window_->centralWidget() ? window_->centralWidget()->height() : window_->height();
-    return last && used > column ? last : nullptr;
+    const int bar = scroll_->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    scroll_->setMinimumWidth(widest + bar + 2);
+    columnDock_->setVisible(any);
+}
+
+bool PanelDock::eventFilter(QObject* watched, QEvent* event)
+{
+    if (qobject_cast<QDockWidget*>(watched) && (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent))
+        QTimer::singleShot(0, this, &PanelDock::fitColumn);
+    auto* slider = qobject_cast<QAbstractSlider*>(watched);
+    if (event->type() != QEvent::Wheel || !slider || slider->hasFocus())
+        return false;
+    QCoreApplication::sendEvent(scroll_->verticalScrollBar(), event);
+    return true;
+}
+
+void PanelDock::bringIntoView(QWidget* panel)
+{
+    if (!panel->window() || panel->window() != window_)
+        return;
+    QWidget* dock = panel->parentWidget();
+    QTimer::singleShot(0, this, [this, dock = QPointer<QWidget>(dock)] {
+        if (dock)
+            scroll_->ensureWidgetVisible(dock, 0, 0);
+    });
 }
 
 void PanelDock::showChangedOnPhoto(const char* field)
@@ -111,6 +160,8 @@ void PanelDock::showChangedOnPhoto(const char* field)
     if (QWidget* floating = panel->window(); floating != window_) {
         floating->show();
         floating->raise();
+    } else {
+        bringIntoView(panel);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QCheckBox>
 #include <QDropEvent>
 #include <QFile>
@@ -133,6 +134,26 @@ TEST_F(OpenActionTest, AFaceChosenOrMarkedOpensThePhotoWithThatFaceAndCancelKeep
     EXPECT_EQ(app->document().photo()->facePointsRelativeToImageSize.size(), kLandmarkCount);
 }
 
+// A new photo turns the effects off, and the effect list shows it at once.
+TEST_F(OpenActionTest, TheEffectListUnticksWhatANewPhotoTurnsOff)
+{
+    open(portraitPath());
+    app->OnToolbarMouth();
+    QTableWidget* table = app->tableActions();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return table->rowCount() > 0 && table->cellWidget(0, 0); }, 2000));
+    app->document().state.b_Color_Lips = true;
+    app->document().changed(Change::of("b_Color_Lips"));
+    const auto lipsTicked = [&] {
+        for (int row = 0; row < table->rowCount(); ++row)
+            if (auto* button = table->cellWidget(row, 0)->findChild<QPushButton*>(); button->text().contains("Lip"))
+                return button->isChecked();
+        return false;
+    };
+    EXPECT_TRUE(lipsTicked());
+    open(portraitPath());
+    EXPECT_FALSE(lipsTicked());
+}
+
 // "Every Face" opens the group with every face; the faces list unticks one
 // as an undo step, the status line says how many are retouched.
 TEST_F(OpenActionTest, EveryFaceOpensEveryFaceAndTheFacesListLeavesOneOut)
@@ -142,7 +163,7 @@ TEST_F(OpenActionTest, EveryFaceOpensEveryFaceAndTheFacesListLeavesOneOut)
     open(writePicture("heads.png", headsSideBySide({1.0, 1.3, 1.1}).picture));
     ASSERT_EQ(app->document().photo()->faceCount(), 3);
     auto* list = app->window()->findChild<QListWidget*>("facesList");
-    ASSERT_TRUE(list && list->isVisible());
+    ASSERT_TRUE(list && QTest::qWaitFor([&] { return list->isVisible(); }, 2000)) << "at the top of the panel column";
     ASSERT_EQ(list->count(), 3);
     const auto status = [&] { return app->window()->findChild<QLabel*>("statusLine")->text(); };
     EXPECT_TRUE(status().endsWith("3 faces")) << status().toStdString();
@@ -153,7 +174,7 @@ TEST_F(OpenActionTest, EveryFaceOpensEveryFaceAndTheFacesListLeavesOneOut)
     EXPECT_TRUE(app->document().photoEdits.facesLeftOut.isEmpty());
     EXPECT_EQ(list->item(1)->checkState(), Qt::Checked);
     open(portraitPath());
-    EXPECT_FALSE(list->isVisible()) << "one face: no list";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !list->isVisible(); }, 2000)) << "one face: no list";
 }
 
 // While the photo is analysed the window keeps handling its events (it

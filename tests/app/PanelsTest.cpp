@@ -25,6 +25,8 @@
 #include <QDockWidget>
 #include <QElapsedTimer>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSlider>
 #include <QTableWidget>
 #include <QTest>
@@ -125,7 +127,7 @@ TEST_F(PanelsTest, PickButtonsArmThePickAndAFloatingPanelStepsAside)
     EXPECT_TRUE(app->document().state.b_Cheeks_Picking_Color);
     EXPECT_EQ(app->document().state.i_Picking_Color_Index, 3);
     EXPECT_TRUE(cheek->isVisible());
-    auto* dock = qobject_cast<QDockWidget*>(cheek->parentWidget()->parentWidget()->parentWidget());
+    auto* dock = qobject_cast<QDockWidget*>(cheek->parentWidget());
     ASSERT_NE(dock, nullptr);
     dock->setFloating(true);
     cheek->ui().btn_Pick_Color_1->click();
@@ -324,4 +326,39 @@ TEST_F(PanelsTest, EveryControlOfEveryOpenPanelShowsTheStateAfterUndoDefaultsAnd
         app->panels().panelOf(effect)->findChild<QPushButton*>("buttonDefaults")->click();
         showsState(nameOfSwitch(effect.effectSwitch));
     }
+}
+
+// The panel column at 800 x 600, the default size and a large screen, with
+// 1, 3, 5 and every panel open: every control of every open panel scrolls
+// into the column's view whole, no panel is below its natural height and
+// none scrolls on its own.
+TEST_F(PanelsTest, EveryControlOfEveryOpenPanelScrollsIntoViewWholeAtEverySize)
+{
+    withPhoto();
+    app->window()->show();
+    QScrollArea* column = app->window()->findChild<QScrollArea*>("panelColumn");
+    ASSERT_NE(column, nullptr);
+    for (const QSize size : {QSize(800, 600), QSize(1200, 800), QSize(1920, 1080)})
+        for (const int open : {1, 3, 5, int(effects().size())}) {
+            app->panels().closeAll();
+            app->window()->resize(size);
+            for (int k = 0; k < open; ++k)
+                app->openEffect(effects()[size_t(k)]);
+            QCoreApplication::processEvents();
+            const QString where = QString("%1 x %2, %3 panels").arg(size.width()).arg(size.height()).arg(open);
+            for (int k = 0; k < open; ++k) {
+                QWidget* panel = app->panels().panelOf(effects()[size_t(k)]);
+                EXPECT_GE(panel->height(), panel->sizeHint().height()) << where.toStdString();
+                for (QWidget* control : panel->findChildren<QWidget*>()) {
+                    if (!control->isVisibleTo(panel) || !control->findChildren<QWidget*>().isEmpty())
+                        continue;
+                    EXPECT_FALSE(qobject_cast<QScrollBar*>(control)) << "a scroll bar in a panel";
+                    column->ensureWidgetVisible(control, 0, 0);
+                    const QRect shown(control->mapTo(column->viewport(), QPoint(0, 0)), control->size());
+                    EXPECT_TRUE(column->viewport()->rect().contains(shown))
+                        << where.toStdString() << ": " << control->objectName().toStdString() << " of "
+                        << nameOfSwitch(effects()[size_t(k)].effectSwitch);
+                }
+            }
+        }
 }
