@@ -5,6 +5,7 @@
 # hand. The version is the project's.
 find_program(HELP2MAN help2man)
 find_program(GZIP gzip REQUIRED)
+find_program(SED sed REQUIRED)
 
 # Manual pages made from each program's --help, so they cannot drift from it.
 set(man_dir ${CMAKE_BINARY_DIR}/man)
@@ -20,6 +21,9 @@ foreach(program bellavenor bellavenor-cli)
     COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen
             ${HELP2MAN} --no-info --no-discard-stderr --section=1 --name=${summary}
             --version-string=${PROJECT_VERSION} --output=${man_dir}/${program}.1 $<TARGET_FILE:${program}>
+    # Every heading of --help is a section of its own (EXIT STATUS,
+    # SETTINGS FILE), not a part of the one before.
+    COMMAND ${SED} -i -e "s/^\\.SS \"\\(.*\\):\"$/.SH \"\\U\\1\"/" ${man_dir}/${program}.1
     COMMAND ${GZIP} -9nf ${man_dir}/${program}.1
     DEPENDS ${program}
     VERBATIM)

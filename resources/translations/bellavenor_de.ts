@@ -543,6 +543,18 @@
 <context>
     <name>FaceChooser</name>
     <message>
+        <source>These are the eyes, brows, nose, mouth and jaw found in the frame. Is this the face?</source>
+        <translation>Dies sind die Augen, Brauen, Nase, Mund und Kinnlinie, die im Rahmen gefunden wurden. Ist das das Gesicht?</translation>
+    </message>
+    <message>
+        <source>Use this face</source>
+        <translation>Dieses Gesicht verwenden</translation>
+    </message>
+    <message>
+        <source>Draw again</source>
+        <translation>Neu zeichnen</translation>
+    </message>
+    <message>
         <source>Choose a Face</source>
         <translation>Gesicht wählen</translation>
     </message>

@@ -1,7 +1,10 @@
 #include "Alert.h"
 
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
+
+#include <algorithm>
 
 int presentAlertModally(const Alert& alert, QWidget* parent)
 {
@@ -16,6 +19,12 @@ int presentAlertModally(const Alert& alert, QWidget* parent)
         buttons.append(box.addButton(title, QMessageBox::AcceptRole));
     if (!buttons.isEmpty())
         box.setDefaultButton(qobject_cast<QPushButton*>(buttons.first()));
+    // Wide enough that a sentence wraps into a few even lines, not a narrow
+    // column: QMessageBox takes its width from its grid, not from a minimum.
+    const int longest = box.fontMetrics().horizontalAdvance(alert.informativeText);
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(std::clamp(longest / 2, 320, 480), 0, QSizePolicy::Minimum, QSizePolicy::Fixed),
+                      grid->rowCount(), 0, 1, grid->columnCount());
     box.exec();
     return int(buttons.indexOf(box.clickedButton()));
 }

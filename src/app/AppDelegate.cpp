@@ -217,6 +217,24 @@ void AppDelegate::setMenuAndToolbarTitles()
     ui.toolbarItemMouth->setText(l.s_IDD_MOUTH);
     ui.toolbarItemAdvanced->setText(l.s_IDD_ADVANCED);
     ui.toolbarItemShare->setText(l.s_IDD_SHARE);
+    giveMenusMnemonics(window_->menuBar());
+}
+
+// Each menu of the bar opens with Alt and a letter of its title, the
+// first one no menu before it took (File, Edit, View, Face: F, E, V, a).
+void AppDelegate::giveMenusMnemonics(QMenuBar* bar)
+{
+    QString taken;
+    for (QAction* menu : bar->actions()) {
+        QString title = menu->text().remove('&');
+        for (qsizetype i = 0; i < title.size(); ++i)
+            if (const QChar c = title[i].toLower(); c.isLetter() && !taken.contains(c)) {
+                taken += c;
+                title.insert(i, '&');
+                break;
+            }
+        menu->setText(title);
+    }
 }
 
 // Each category's menu lists its effects that have a menu entry, in row

@@ -8,6 +8,8 @@
 #include <QPointer>
 #include "LocalisedLabels.h"
 #include "FacesList.h"
+
+#include <QMenuBar>
 #include "PanelDock.h"
 #include "RenderSession.h"
 #include "SaveAndShare.h"
@@ -130,6 +132,7 @@ public slots:
 
     // The status line: the photo's file name, its size and the zoom.
     void showStatus();
+    static void giveMenusMnemonics(QMenuBar* bar);
     static QString facesRetouched(const OpenedPhoto& photo, const PhotoEdits& edits);
 
     // A Help menu page: shipped pages in the program's help window.

@@ -11,6 +11,9 @@ CategoryTable::CategoryTable(QTableWidget* table, const LocalisedLabels& labels,
     , state_(state)
     , open_(std::move(open))
 {
+    // Its rows' buttons take the keyboard, shown focused; the table itself
+    // would take a Tab with nothing to show for it.
+    table_->setFocusPolicy(Qt::NoFocus);
     timer_Reload_Toolbar_Arrays.setSingleShot(true);
     timer_Reload_Toolbar_Arrays.setInterval(200);
     connect(&timer_Reload_Toolbar_Arrays, &QTimer::timeout, this, &CategoryTable::Timer_Reload_Toolbar_Arrays_Routine);

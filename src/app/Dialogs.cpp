@@ -9,6 +9,8 @@
 #include <QFileInfo>
 #include <QInputDialog>
 
+#include <algorithm>
+
 namespace {
 
 QString tr(const char* text)
@@ -63,9 +65,15 @@ Dialogs Dialogs::over(std::function<QWidget*()> parent)
         return QFileDialog::getOpenFileName(parent(), tr("Open Settings…"), startFolder, tr("Settings") + " (*.json)");
     };
     d.askPresetName = [parent] {
-        return QInputDialog::getText(parent(), tr("Save as Preset"), tr("Name of the preset:"));
+        QInputDialog ask(parent());
+        ask.setWindowTitle(tr("Save as Preset"));
+        ask.setLabelText(tr("Name of the preset:"));
+        // Room for the whole title beside the window manager's buttons.
+        ask.setMinimumWidth(std::max(360, ask.fontMetrics().horizontalAdvance(ask.windowTitle()) + 160));
+        return ask.exec() == QDialog::Accepted ? ask.textValue() : QString();
     };
     d.chooseFace = [parent](const FaceChoice& choice) { return FaceChooser::ask(choice, parent()); };
+    d.confirmDrawnFace = [parent](const OpenedPhoto& photo) { return FaceChooser::confirm(photo, parent()); };
     d.openWithDefaultApplication = [](const QUrl& url) { QDesktopServices::openUrl(url); };
     d.endProcess = [](int status) { QCoreApplication::exit(status); };
     return d;

@@ -27,6 +27,9 @@ struct Dialogs {
     std::function<QString()> askPresetName;
     // The face to take on a photo refused for its faces (none: cancelled).
     std::function<ChosenFaces(const FaceChoice& choice)> chooseFace;
+    // The landmarks found in a frame drawn by hand, shown before the photo
+    // opens on them: true to use them, false to draw again.
+    std::function<bool(const OpenedPhoto& photo)> confirmDrawnFace;
     std::function<void(const QUrl& url)> openWithDefaultApplication;
     std::function<void(int status)> endProcess;
 

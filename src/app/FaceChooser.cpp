@@ -3,6 +3,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPixmap>
 #include <QPushButton>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -169,4 +170,48 @@ ChosenFaces FaceChooser::ask(const FaceChoice& choice, QWidget* parent)
 {
     FaceChooser chooser(choice, parent);
     return chooser.exec() == QDialog::Accepted ? chooser.chosen() : ChosenFaces();
+}
+
+namespace {
+
+// The face's part of the photo, twice its landmarks' extent, with the
+// landmarks drawn on it.
+QImage landmarksShown(const OpenedPhoto& photo)
+{
+    const QRectF bounds = QPolygonF(photo.facePointsRelativeToImageSize).boundingRect();
+    const QRect around = bounds.adjusted(-bounds.width() / 2, -bounds.height() / 2, bounds.width() / 2, bounds.height() / 2)
+                             .toAlignedRect() & photo.img_Basic.rect();
+    QImage shown = photo.img_Basic.copy(around).scaled(QSize(480, 480), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    const double scale = double(shown.width()) / std::max(1, around.width());
+    QPainter painter(&shown);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0, 230, 120));
+    for (const QPointF& point : photo.facePointsRelativeToImageSize)
+        painter.drawEllipse((point - around.topLeft()) * scale, 2.5, 2.5);
+    return shown;
+}
+
+} // namespace
+
+bool FaceChooser::confirm(const OpenedPhoto& photo, QWidget* parent)
+{
+    QDialog dialog(parent);
+    dialog.setWindowTitle(tr("Mark the Face"));
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* text = new QLabel(tr("These are the eyes, brows, nose, mouth and jaw found in the frame. Is this the face?"),
+                            &dialog);
+    text->setWordWrap(true);
+    layout->addWidget(text);
+    auto* picture = new QLabel(&dialog);
+    picture->setPixmap(QPixmap::fromImage(landmarksShown(photo)));
+    picture->setAlignment(Qt::AlignCenter);
+    layout->addWidget(picture, 1);
+    auto* buttons = new QDialogButtonBox(&dialog);
+    buttons->addButton(tr("Use this face"), QDialogButtonBox::AcceptRole)->setDefault(true);
+    buttons->addButton(tr("Draw again"), QDialogButtonBox::RejectRole);
+    connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    layout->addWidget(buttons);
+    return dialog.exec() == QDialog::Accepted;
 }

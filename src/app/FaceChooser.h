@@ -44,6 +44,10 @@ public:
     // Shows the dialog and returns what was taken, if anything.
     static ChosenFaces ask(const FaceChoice& choice, QWidget* parent);
 
+    // Shows the landmarks found in a frame drawn by hand on the photo around
+    // them: "Use this face" (true) or "Draw again" (false).
+    static bool confirm(const OpenedPhoto& photo, QWidget* parent);
+
 private:
     FaceChoice choice_; // the frames view reads it while the dialog lives
     ChosenFaces chosen_;

@@ -124,23 +124,32 @@ OpenResult FileActions::offerFaceChoice(OpenResult refused)
             }
         });
     }
-    const ChosenFaces chosen = dialogs_.chooseFace(choice);
-    if (!chosen)
-        return {};
     const QString path = refused.photo.path;
     const std::vector<QRect> found = refused.faces;
-    OpenResult opened = whileTheWindowPaints<OpenResult>(chosen.every ? tr("Finding every face…") : tr("Finding the face…"), [&] {
-        return guardedOpen(path, [&] {
-            return chosen.every ? openEveryFace(std::move(refused)) : openWithFace(std::move(refused), *chosen.frame);
-        });
-    });
-    // Which of the faces found was clicked, for the status line.
-    if (chosen.frame && several) {
-        const auto clicked = std::find(found.begin(), found.end(), chosen.frame->box);
-        opened.photo.faceNumber = clicked == found.end() ? 0 : int(clicked - found.begin()) + 1;
-        opened.photo.facesFound = int(found.size());
+    for (;;) {
+        const ChosenFaces chosen = dialogs_.chooseFace(choice);
+        if (!chosen)
+            return {};
+        OpenResult opened = whileTheWindowPaints<OpenResult>(
+            chosen.every ? tr("Finding every face…") : tr("Finding the face…"), [&, refused] {
+                return guardedOpen(path, [&] {
+                    return chosen.every ? openEveryFace(refused) : openWithFace(refused, *chosen.frame);
+                });
+            });
+        // A frame drawn by hand may hold no face: its landmarks are shown
+        // before the photo opens on them.
+        const bool drawn = chosen.frame && std::none_of(choice.frames.begin(), choice.frames.end(),
+                                                        [&](const FaceFrame& f) { return f.box == chosen.frame->box; });
+        if (drawn && opened.outcome == OpenResult::Opened && !dialogs_.confirmDrawnFace(opened.photo))
+            continue;
+        // Which of the faces found was clicked, for the status line.
+        if (chosen.frame && several) {
+            const auto clicked = std::find(found.begin(), found.end(), chosen.frame->box);
+            opened.photo.faceNumber = clicked == found.end() ? 0 : int(clicked - found.begin()) + 1;
+            opened.photo.facesFound = int(found.size());
+        }
+        return opened;
     }
-    return opened;
 }
 
 // The open dialog starts in the last photo's folder, else in the pictures

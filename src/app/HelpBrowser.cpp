@@ -1,6 +1,8 @@
 #include "HelpBrowser.h"
 
 #include <QDesktopServices>
+#include <QDialogButtonBox>
+#include <QShortcut>
 #include <QPushButton>
 #include <QHBoxLayout>
 #include <QTextBrowser>
@@ -23,9 +25,19 @@ HelpBrowser::HelpBrowser(QWidget* parent)
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(back);
     buttons->addStretch();
+    // Closed as a help window is: its Close button, Escape or Ctrl+W.
+    auto* close = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    connect(close, &QDialogButtonBox::rejected, this, &QWidget::close);
+    QList<QKeySequence> closing = QKeySequence::keyBindings(QKeySequence::Close);
+    for (const QKeySequence& keys : {QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::Key_Escape)})
+        if (!closing.contains(keys)) // the same keys twice would be ambiguous and do nothing
+            closing.append(keys);
+    for (const QKeySequence& keys : closing)
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(buttons);
     layout->addWidget(view_, 1);
+    layout->addWidget(close);
 }
 
 void HelpBrowser::open(const QUrl& page)

@@ -14,7 +14,7 @@
 
 namespace {
 
-// The manual page is made from this text.
+// The manual page is made from this text, in help2man's layout.
 constexpr const char* kHelp =
     "Usage: bellavenor [PHOTO]\n"
     "\n"
@@ -39,8 +39,13 @@ constexpr const char* kHelp =
     "  ~/.cache/Bellavenor                   the landmark model in a form read in one go\n"
     "  ~/Documents/Bellavenro                the working folder pictures are first written to\n"
     "\n"
-    "Exit status: 0 when the window was closed, 1 when a --check-installation found\n"
-    "something missing.\n";
+    "Exit status:\n"
+    "  0  the window was closed, or --check-installation found everything\n"
+    "  1  --check-installation found something missing\n"
+    "\n"
+    "Examples:\n"
+    "  bellavenor ~/Pictures/portrait.jpg\n"
+    "  bellavenor --check-installation\n";
 
 // Where the window looks for what it needs, each found or not.
 int checkInstallation()
@@ -68,14 +73,17 @@ int main(int argc, char* argv[])
         std::printf("bellavenor %s\n", BELLAVENOR_VERSION);
         return 0;
     }
+    if (given.contains("--check-installation")) { // never needs a display
+        QCoreApplication core(argc, argv);
+        QCoreApplication::setApplicationName("Bellavenor");
+        return checkInstallation();
+    }
     keepMemoryOfFreedPictures();
     QApplication application(argc, argv);
     QApplication::setApplicationName("Bellavenor");
     QApplication::setApplicationVersion(BELLAVENOR_VERSION);
     QApplication::setWindowIcon(QIcon(":/icons/bellavenor.svg"));
     LocalisedLabels::installTranslator(&application);
-    if (given.contains("--check-installation"))
-        return checkInstallation();
 
     AppDelegate delegate;
     if (!delegate.applicationDidFinishLaunching())

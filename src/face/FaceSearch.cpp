@@ -106,11 +106,14 @@ OpenResult openWithFace(OpenResult refused, const FaceFrame& frame)
     }
     const QImage searched = frame.degrees == 0 ? photo.img_Basic
                                                : photo.img_Basic.transformed(turnedBy(frame.degrees), Qt::SmoothTransformation);
-    if (frame.box.width() < 8 || frame.box.height() < 8 || !searched.rect().contains(frame.box)) {
+    // A face the detector found at the photo's edge has a box that runs
+    // past it: taken on the part inside.
+    const QRect box = frame.box & searched.rect();
+    if (box.width() < 8 || box.height() < 8) {
         result.message = "The face's frame must lie inside the photo and be at least 8 pixels wide and high.";
         return result;
     }
-    DetectionResult landmarks = DLibWrapper::Predict_Facial_Points(searched, frame.box);
+    DetectionResult landmarks = DLibWrapper::Predict_Facial_Points(searched, box);
     if (!landmarks.ok()) {
         result.message = landmarks.error;
         return result;

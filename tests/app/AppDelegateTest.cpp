@@ -1,5 +1,8 @@
 #include "StartedDelegate.h"
 #include "HelpBrowser.h"
+
+#include <QMenuBar>
+#include <QTest>
 #include "MainWindow.h"
 #include "Window_Lips_Color.h"
 #include "ui_Window_Lips_Color.h"
@@ -33,7 +36,7 @@ QStringList visibleTexts(const MainWindow& window)
     for (const QAction* action : window.findChildren<QAction*>())
         texts << action->text();
     for (const QMenu* menu : window.findChildren<QMenu*>())
-        texts << menu->title();
+        texts << menu->title().remove('&');
     return texts;
 }
 
@@ -55,6 +58,13 @@ TEST_F(AppDelegateTest, StartUpShowsTheWindowFullyLabelled)
     EXPECT_EQ(window.ui().menuItemAbout->text(), "About Bellavenor") << "the label first";
     EXPECT_EQ(window.ui().menuItemHelp->text(), "Bellavenor Help") << "the name first";
     EXPECT_TRUE(window.ui().toolbarItemFace->isChecked());
+    QString mnemonics;
+    for (const QAction* menu : window.menuBar()->actions()) {
+        const qsizetype at = menu->text().indexOf('&');
+        ASSERT_GE(at, 0) << menu->text().toStdString() << " opens with Alt and a letter";
+        EXPECT_FALSE(mnemonics.contains(menu->text()[at + 1].toLower())) << menu->text().toStdString();
+        mnemonics += menu->text()[at + 1].toLower();
+    }
     EXPECT_EQ(delegate->tableActions()->horizontalHeaderItem(0)->text(), "Face");
     EXPECT_FALSE(delegate->image_Pick_Color.isNull()) << "the colour-picker cursor ships as a resource";
     EXPECT_TRUE(alerts.empty());
@@ -98,7 +108,8 @@ TEST(Alert, SuccessCarriesTheInformationIconAndErrorTheWarningOne)
 }
 
 // Help and the Help menu's shipped pages open in the program's own window,
-// no browser needed; a link between pages is followed there.
+// no browser needed; a link between pages is followed there; Escape and
+// Ctrl+W close it.
 TEST_F(AppDelegateTest, HelpShowsTheShippedGuideInItsOwnWindow)
 {
     const auto delegate = startedDelegate();
@@ -106,10 +117,16 @@ TEST_F(AppDelegateTest, HelpShowsTheShippedGuideInItsOwnWindow)
     const QPointer<HelpBrowser> help = delegate->helpBrowser();
     ASSERT_FALSE(help.isNull());
     EXPECT_TRUE(help->isVisible());
-    EXPECT_EQ(help->view()->documentTitle(), "Bellavenor Help — Bellavenor");
+    EXPECT_EQ(help->windowTitle(), "Bellavenor Help");
     EXPECT_TRUE(help->view()->toPlainText().contains("Choose a category on the toolbar"));
     emit help->view()->anchorClicked(QUrl("privacy.html"));
     EXPECT_EQ(help->view()->documentTitle(), "Privacy policy — Bellavenor");
     delegate->window()->ui().menuItemSubmitTicket->trigger();
     EXPECT_EQ(help->view()->documentTitle(), "Support — Bellavenor");
+    for (const QKeySequence& keys : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
+        delegate->window()->ui().menuItemHelp->trigger();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(help));
+        QTest::keySequence(help, keys);
+        EXPECT_FALSE(help->isVisible()) << keys.toString().toStdString() << " closes the help";
+    }
 }

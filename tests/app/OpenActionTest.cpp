@@ -93,7 +93,8 @@ TEST_F(OpenActionTest, RefusedPhotosLeaveTheOpenPhotoAndItsStateAsTheyWere)
 
 // The refusal's second button shows the faces: the one clicked opens as a
 // single face would (effects off, a new history); the frame drawn on a photo
-// without a face too; a cancelled choice leaves the open photo.
+// without a face too, once its landmarks are confirmed; a cancelled choice
+// leaves the open photo.
 TEST_F(OpenActionTest, AFaceChosenOrMarkedOpensThePhotoWithThatFaceAndCancelKeepsTheOldOne)
 {
     open(portraitPath());
@@ -127,9 +128,17 @@ TEST_F(OpenActionTest, AFaceChosenOrMarkedOpensThePhotoWithThatFaceAndCancelKeep
     QImage wall(300, 200, QImage::Format_RGB32);
     wall.fill(Qt::gray);
     answer = FaceFrame::drawn(QRect(100, 50, 90, 100));
+    std::vector<qsizetype> confirmed; // the landmarks shown: draw again, then use them
+    app->dialogs.confirmDrawnFace = [&](const OpenedPhoto& found) {
+        confirmed.push_back(found.facePointsRelativeToImageSize.size());
+        return confirmed.size() > 1;
+    };
+    const size_t asked = shown.size();
     const QString noFace = writePicture("wall.png", wall);
     open(noFace);
     EXPECT_TRUE(shown.back().markByHand);
+    EXPECT_EQ(shown.size(), asked + 2) << "Draw again shows the photo again";
+    EXPECT_EQ(confirmed, (std::vector<qsizetype>{kLandmarkCount, kLandmarkCount}));
     EXPECT_EQ(app->document().photo()->path, noFace);
     EXPECT_EQ(app->document().photo()->facePointsRelativeToImageSize.size(), kLandmarkCount);
 }

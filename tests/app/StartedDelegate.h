@@ -23,6 +23,7 @@ protected:
             return alertAnswer;
         };
         delegate->dialogs.endProcess = [](int) {};
+        delegate->dialogs.confirmDrawnFace = [](const OpenedPhoto&) { return true; };
         delegate->dialogs.openWithDefaultApplication = [](const QUrl&) {};
         return delegate;
     }

@@ -91,6 +91,20 @@ TEST(FaceSearch, EveryFaceOfAGroupCanBeTakenLargestFirstWithItsOwnLandmarks)
     }
 }
 
+// A face whose box runs past the photo's edge (a head cut by it) is taken
+// on the part of the box inside.
+TEST(FaceSearch, AFaceCutByThePhotosEdgeIsTakenOnItsBoxInside)
+{
+    const QImage head = portraitHead();
+    const QRect found = DLibWrapper::Detect_Facial_Points(head).faces.at(0);
+    const QImage cut = head.copy(found.x() + found.width() / 4, 0, head.width(), head.height());
+    const QRect past = found.translated(-found.x() - found.width() / 4, 0); // starts left of the picture
+    ASSERT_LT(past.left(), 0);
+    const OpenResult opened = openWithFace(refusedWith(cut, {past}), FaceFrame::drawn(past));
+    ASSERT_EQ(opened.outcome, OpenResult::Opened) << opened.message.toStdString();
+    EXPECT_EQ(opened.photo.facePointsRelativeToImageSize, stockLandmarks(cut, past & cut.rect()));
+}
+
 // A head on its side (either way), tilted 50°, or with a face about 50
 // pixels wide is no face to the detector; the wider search offers its
 // frame, and taking it puts the landmarks on the face: on the photo turned
