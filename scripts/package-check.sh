@@ -3,7 +3,7 @@
 # finds no error, apt resolves its dependencies on this Debian release, and
 # the package's own files, unpacked into a temporary root (nothing is
 # installed system-wide), run: the command-line tool's version, an analysis
-# and a render of the test portrait, and the window started offscreen,
+# and a render of the test portrait, and the window started without a display,
 # finding its landmark model, help pages and translations where the package
 # puts them.
 set -euo pipefail

@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLineEdit>
 
 #include <algorithm>
 
@@ -68,8 +69,11 @@ Dialogs Dialogs::over(std::function<QWidget*()> parent)
         QInputDialog ask(parent());
         ask.setWindowTitle(tr("Save as Preset"));
         ask.setLabelText(tr("Name of the preset:"));
+        ask.setTextValue({}); // makes its text field, which sets its width
         // Room for the whole title beside the window manager's buttons.
-        ask.setMinimumWidth(std::max(360, ask.fontMetrics().horizontalAdvance(ask.windowTitle()) + 160));
+        const int wide = std::max(320, ask.fontMetrics().horizontalAdvance(ask.windowTitle()) + 160);
+        if (auto* field = ask.findChild<QLineEdit*>())
+            field->setMinimumWidth(wide);
         return ask.exec() == QDialog::Accepted ? ask.textValue() : QString();
     };
     d.chooseFace = [parent](const FaceChoice& choice) { return FaceChooser::ask(choice, parent()); };
