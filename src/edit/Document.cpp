@@ -11,7 +11,7 @@ void Document::accept(OpenedPhoto opened)
 {
     state.Reset_Variables();
     photo_ = std::make_shared<const OpenedPhoto>(std::move(opened));
-    photoEdits = PhotoEdits::of(photo_->regions);
+    photoEdits = PhotoEdits::of(*photo_);
     history_.startAt(edit()); // the old photo's steps belong to its face
     ++revision_;
     emit photoReplaced();

@@ -216,25 +216,33 @@ public:
 
     void press(const ToolPointer& at, ToolTarget& target) override
     {
+        face_ = faceUnder(at, target.openedPhoto());
+        const FaceInFront front(target.photoEdits(), face_);
         const PhotoEdits& r = target.photoEdits();
         leftAtPress_ = r.rect_Cheek_Left_Area_To_Paint;
         rightAtPress_ = r.rect_Cheek_Right_Area_To_Paint;
-        const Handles h = handlesOn(target);
+        const Handles h = handlesOn(target.photoEdits(), target);
         hitCorners(at.percent, left_, h.pointPercenteLeft);
         hitCorners(at.percent, right_, h.pointPercenteRight);
     }
 
     void drag(const ToolPointer& at, ToolTarget& target) override
     {
+        move(at, target);
+        if (moved_)
+            target.moved(); // the faces' areas back in their places
+    }
+
+    void move(const ToolPointer& at, ToolTarget& target)
+    {
+        const FaceInFront front(target.photoEdits(), face_);
         PhotoEdits& r = target.photoEdits();
         if (left_.any())
             r.rect_Cheek_Left_Area_To_Paint = draggedArea(left_, leftAtPress_, at.pixel);
         if (right_.any())
             r.rect_Cheek_Right_Area_To_Paint = draggedArea(right_, rightAtPress_, at.pixel);
-        if (left_.any() || right_.any()) {
+        if (left_.any() || right_.any())
             moved_ = true;
-            target.moved();
-        }
     }
 
     void release(const ToolPointer&, ToolTarget& target) override
@@ -248,7 +256,9 @@ public:
     // Over the left area the open hand; the right area is only marked.
     std::optional<QCursor> hover(const ToolPointer& at, const ToolTarget& target) override
     {
-        const Handles h = handlesOn(target);
+        PhotoEdits edits = target.photoEdits();
+        const FaceInFront front(edits, faceUnder(at, target.openedPhoto()));
+        const Handles h = handlesOn(edits, target);
         hitCorners(at.percent, left_, h.pointPercenteLeft);
         if (QRectF(h.pointPercenteRight[0], h.pointPercenteRight[3]).normalized().contains(at.percent))
             right_.Crop = true;
@@ -262,15 +272,15 @@ public:
     }
 
 private:
-    Handles handlesOn(const ToolTarget& target) const
+    Handles handlesOn(const PhotoEdits& edits, const ToolTarget& target) const
     {
         Handles h;
-        const OpenedPhoto& photo = target.openedPhoto();
-        CheekBlush::handles(target.photoEdits(), s_, photo.imgSize, h);
+        CheekBlush::handles(edits, s_, target.openedPhoto().imgSize, h);
         return h;
     }
 
     CheekBlush::Settings& s_;
+    int face_ = 0; // whose areas the press took
     Held left_, right_;
     QRectF leftAtPress_, rightAtPress_;
     bool moved_ = false;

@@ -19,9 +19,35 @@ PhotoEdits PhotoEdits::of(const FaceRegions& r)
     return edits;
 }
 
+PhotoEdits PhotoEdits::of(const OpenedPhoto& photo)
+{
+    PhotoEdits edits = of(photo.regions);
+    for (const PhotoFace& face : photo.otherFaces) {
+        const FaceRegions& r = face.regions;
+        edits.otherFaceShapes.push_back({r.rect_Cheek_Left_Area_To_Paint, r.rect_Cheek_Right_Area_To_Paint,
+                                         r.array_Eye_Darken_Left_Points, r.array_Eye_Darken_Right_Points});
+    }
+    return edits;
+}
+
+void PhotoEdits::swapShapes(int face)
+{
+    if (face < 1 || size_t(face) > otherFaceShapes.size())
+        return;
+    Shapes& other = otherFaceShapes[size_t(face - 1)];
+    std::swap(rect_Cheek_Left_Area_To_Paint, other.cheekLeft);
+    std::swap(rect_Cheek_Right_Area_To_Paint, other.cheekRight);
+    std::swap(array_Eye_Darken_Left_Points, other.eyeLeft);
+    std::swap(array_Eye_Darken_Right_Points, other.eyeRight);
+}
+
 PhotoEdits PhotoEdits::ofFace(const OpenedPhoto& photo, int face) const
 {
-    PhotoEdits edits = face == 0 ? *this : of(photo.otherFaces[size_t(face - 1)].regions);
+    PhotoEdits edits = *this;
+    if (face > 0 && size_t(face) <= otherFaceShapes.size())
+        edits.swapShapes(face);
+    else if (face > 0) // made for the first face only (a settings file)
+        edits = of(photo.otherFaces[size_t(face - 1)].regions);
     const auto isMine = [&](QPointF percent) { return photo.faceAt(photo.pixelAtOpenedPercent(percent)) == face; };
     const auto spots = [&](const PointList& all) {
         PointList mine;
@@ -40,6 +66,7 @@ PhotoEdits PhotoEdits::ofFace(const OpenedPhoto& photo, int face) const
     edits.array_Skin_Added_Strokes = strokes(array_Skin_Added_Strokes);
     edits.array_Skin_Removed_Strokes = strokes(array_Skin_Removed_Strokes);
     edits.facesLeftOut.clear();
+    edits.otherFaceShapes.clear();
     return edits;
 }
 

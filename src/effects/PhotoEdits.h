@@ -8,6 +8,7 @@ struct OpenedPhoto;
 #include <QRectF>
 
 #include <array>
+#include <vector>
 
 // What the person did with the mouse on the open photo: the two cheek paint
 // areas and the two under-eye rings reshaped, the spots clicked to heal or
@@ -41,6 +42,14 @@ struct PhotoEdits {
     // With every face retouched, the faces left as they are (0 the first,
     // as OpenedPhoto::asFace counts them).
     QList<int> facesLeftOut;
+    // And the other faces' blush areas and under-eye rings, as the ones
+    // above are the first face's.
+    struct Shapes {
+        QRectF cheekLeft, cheekRight;
+        PointList eyeLeft, eyeRight;
+        bool operator==(const Shapes&) const = default;
+    };
+    std::vector<Shapes> otherFaceShapes;
 
     // Calls visit(name, field, unit) for what a settings file keeps of it,
     // in this order: the spots in percent of the photo, the areas and ring
@@ -62,6 +71,12 @@ struct PhotoEdits {
 
     // As the photo's regions have them.
     static PhotoEdits of(const FaceRegions& regions);
+    // The same for every face of the photo.
+    static PhotoEdits of(const OpenedPhoto& photo);
+
+    // Face `face`'s areas and rings trade places with the first face's (a
+    // second call puts them back): the mouse reshapes the face it is on.
+    void swapShapes(int face);
 
     // What belongs to face `face` of `photo`: the first face's areas and
     // rings are these, another face's its own regions'; each spot and

@@ -23,6 +23,24 @@ struct ToolPointer {
     QPointF percentFromTop() const { return {percent.x(), 100 - percent.y()}; }
 };
 
+// The face of a group photo the pointer is on (0 the first): the one whose
+// blush areas and under-eye rings a press reshapes.
+int faceUnder(const ToolPointer& at, const OpenedPhoto& photo);
+
+// While it lives, face `face`'s areas and rings stand in the first face's
+// fields of `edits`, where the tools read and move them.
+class FaceInFront {
+public:
+    FaceInFront(PhotoEdits& edits, int face);
+    ~FaceInFront();
+    FaceInFront(const FaceInFront&) = delete;
+    FaceInFront& operator=(const FaceInFront&) = delete;
+
+private:
+    PhotoEdits& edits_;
+    int face_;
+};
+
 // A stroke under way (percent of the photo, y from its top) drawn over the
 // view as wide as it will paint, `width` photo pixels, in `colour`.
 void paintStrokeUnderWay(QPainter& painter, const QTransform& toView, const OpenedPhoto& photo,

@@ -110,6 +110,8 @@ public:
 
     void press(const ToolPointer& at, ToolTarget& target) override
     {
+        face_ = faceUnder(at, target.openedPhoto());
+        const FaceInFront front(target.photoEdits(), face_);
         Handles h;
         UnderEyeDarkening::handles(target.photoEdits(), s_, target.openedPhoto().imgSize, h);
         left_ = hit(at.percent, h.pointPercenteEyeLeft);
@@ -120,12 +122,16 @@ public:
     {
         // The points are kept with y from the top of the photo.
         const QPointF point = flipped(at.pixel, target.openedPhoto().imgSize.height());
-        PhotoEdits& r = target.photoEdits();
-        const bool left = replace(left_, r.array_Eye_Darken_Left_Points, point);
-        const bool right = replace(right_, r.array_Eye_Darken_Right_Points, point);
-        if (left || right) {
+        bool moved = false;
+        {
+            const FaceInFront front(target.photoEdits(), face_);
+            PhotoEdits& r = target.photoEdits();
+            moved = replace(left_, r.array_Eye_Darken_Left_Points, point);
+            moved = replace(right_, r.array_Eye_Darken_Right_Points, point) || moved;
+        }
+        if (moved) {
             moved_ = true;
-            target.moved();
+            target.moved(); // the faces' rings back in their places
         }
     }
 
@@ -161,6 +167,7 @@ private:
     }
 
     UnderEyeDarkening::Settings& s_;
+    int face_ = 0; // whose rings the press took
     int left_ = -1, right_ = -1;
     bool moved_ = false;
 };

@@ -156,21 +156,21 @@ EffectMemos& Compositor::memosOfFace(int face)
 
 // A step once for each face kept of `opened`: each face's step reads the
 // photo as the steps before left it, with that face's landmarks, regions and marks
-// (PhotoEdits::ofFace), and keeps what it makes apart from the other
-// faces'. Only the first face has handles the mouse moves.
+// (PhotoEdits::ofFace) and handles, and keeps what it makes apart from the
+// other faces'.
 void Compositor::paintFaceByFace(const CompositorStep& step, CompositorPass& pass, const OpenedPhoto& opened)
 {
     const PhotoEdits& photoEdits = pass.effect.photoEdits;
     const OpenedPhoto* current = pass.effect.photo;
-    const Handles none;
     for (int face = 0; face < opened.faceCount(); ++face) {
         if (photoEdits.facesLeftOut.contains(face))
             continue;
         OpenedPhoto seen = opened.asFace(face);
         seen.img_Basic = current->img_Basic;
         const PhotoEdits edits = photoEdits.ofFace(opened, face);
-        CompositorPass facePass{{pass.effect.working, pass.effect.record, &seen, edits, face == 0 ? pass.effect.handles : none,
-                                 pass.effect.pixelScale, pass.effect.keeps},
+        const Handles handles = face == 0 ? pass.effect.handles : handlesOf(edits, pass.state, opened.imgSize);
+        CompositorPass facePass{{pass.effect.working, pass.effect.record, &seen, edits, handles, pass.effect.pixelScale,
+                                 pass.effect.keeps},
                                 pass.state, memosOfFace(face)};
         FeatureGuard others(pass.effect.working, featuresBeside(opened, face));
         step.paint(facePass);

@@ -114,5 +114,8 @@ PhotoEdits proxyPhotoEdits(const PhotoEdits& photoEdits, QSizeF photoSize, const
     onFrame.array_Skin_Added_Strokes = photoEdits.array_Skin_Added_Strokes;
     onFrame.array_Skin_Removed_Strokes = photoEdits.array_Skin_Removed_Strokes;
     onFrame.facesLeftOut = photoEdits.facesLeftOut;
+    for (const PhotoEdits::Shapes& shapes : photoEdits.otherFaceShapes)
+        onFrame.otherFaceShapes.push_back(
+            {rect(shapes.cheekLeft), rect(shapes.cheekRight), points(shapes.eyeLeft), points(shapes.eyeRight)});
     return onFrame;
 }

@@ -147,6 +147,29 @@ TEST_P(MouseTest, EachCornerOfEachCheekAreaFollowsItsOwnRule)
     }
 }
 
+// On a photo of two faces a press takes the areas of the face it is on:
+// the second face's blush area moves, the first's stays; one undo step.
+TEST_P(MouseTest, OnAGroupTheBlushAreaOfTheFaceUnderThePointerMoves)
+{
+    OpenedPhoto two = photo;
+    FaceLandmarks moved;
+    for (QPointF point : photo.facePointsRelativeToImageSize)
+        moved.append(point + QPointF(190, 30));
+    two.otherFaces.push_back(faceOf(moved, two.imgSize));
+    shows.open(two);
+    state.b_Apply_Cheeks = state.b_Activated_Cheeks_Reposition = true;
+    redraw();
+    const QRectF first = photoEdits.rect_Cheek_Left_Area_To_Paint, second = photoEdits.otherFaceShapes.at(0).cheekLeft;
+    ASSERT_NE(first, second);
+    const int steps = shows.document.history().stack().count();
+    press(at(second.center()));
+    drag(at(second.center() + QPointF(12, 8)));
+    release(at(second.center() + QPointF(12, 8)));
+    EXPECT_EQ(photoEdits.rect_Cheek_Left_Area_To_Paint, first);
+    expectNear(photoEdits.otherFaceShapes.at(0).cheekLeft, second.translated(12, 8));
+    EXPECT_EQ(shows.document.history().stack().count(), steps + 1);
+}
+
 // A real pointer sits on whole view pixels: the point lands where the
 // stated single-precision steps put it (percent of the frame, rounded to a
 // float; pixels of the photo, rounded to a float), not a double's nearby
