@@ -274,11 +274,10 @@ public:
     {
         const OpenedPhoto& photo = target.openedPhoto();
         if (s_.b_Natural_Skin && s_.b_Show_Skin_Mask) {
-            const QImage& tint = tintOn(target);
-            const cv::Rect& a = mask_.area;
             painter.save();
             painter.setTransform(toView, true);
-            painter.drawImage(QRectF(a.x, a.y, a.width, a.height), tint);
+            for (const auto& [tint, area] : tintsOn(target))
+                painter.drawImage(QRectF(area), tint);
             painter.restore();
         }
         const FaceLandmarks& p = photo.facePointsRelativeToImageSize;
@@ -289,24 +288,40 @@ public:
 
 private:
 
-    // The mask as a tint, made again only when the photo, the settings or
-    // the strokes changed.
-    const QImage& tintOn(const ToolTarget& target)
+    // The mask of each face retouched as a tint over its area, made again
+    // only when the photo, the settings or the strokes changed.
+    using Tints = std::vector<std::pair<QImage, QRect>>;
+    const Tints& tintsOn(const ToolTarget& target)
     {
-        const NaturalSkin::BandKey key = bandKeyOf(target.openedPhoto().img_Basic.cacheKey(), s_, target.photoEdits());
-        return tint_.get(key, [&](QImage& tint) {
-            mask_ = NaturalSkin::maskOf(target.openedPhoto(), s_, target.photoEdits());
-            tint = QImage(mask_.weight.cols, mask_.weight.rows, QImage::Format_ARGB32_Premultiplied);
-            for (int y = 0; y < tint.height(); ++y)
-                for (int x = 0; x < tint.width(); ++x)
-                    tint.setPixelColor(x, y, QColor(255, 40, 160, int(110 * mask_.weight.at<float>(y, x))));
+        const OpenedPhoto& photo = target.openedPhoto();
+        const PhotoEdits& edits = target.photoEdits();
+        const NaturalSkin::BandKey key = bandKeyOf(photo.img_Basic.cacheKey(), s_, edits);
+        return tints_.get({key, edits.facesLeftOut}, [&](Tints& tints) {
+            tints.clear();
+            for (int face = 0; face < photo.faceCount(); ++face)
+                if (!edits.facesLeftOut.contains(face))
+                    tints.push_back(tintOf(NaturalSkin::maskOf(photo.asFace(face), s_, edits.ofFace(photo, face))));
         });
     }
 
+    static std::pair<QImage, QRect> tintOf(const NaturalSkin::Mask& mask)
+    {
+        QImage tint(mask.weight.cols, mask.weight.rows, QImage::Format_ARGB32_Premultiplied);
+        for (int y = 0; y < tint.height(); ++y)
+            for (int x = 0; x < tint.width(); ++x)
+                tint.setPixelColor(x, y, QColor(255, 40, 160, int(110 * mask.weight.at<float>(y, x))));
+        return {tint, QRect(mask.area.x, mask.area.y, mask.area.width, mask.area.height)};
+    }
+
+    struct TintKey {
+        NaturalSkin::BandKey band;
+        QList<int> leftOut;
+        bool operator==(const TintKey&) const = default;
+    };
+
     NaturalSkin::Settings& s_;
     PointList stroke_; // percent of the photo, y from the top
-    NaturalSkin::Mask mask_;
-    Memo<NaturalSkin::BandKey, QImage> tint_;
+    Memo<TintKey, Tints> tints_;
 };
 
 } // namespace
