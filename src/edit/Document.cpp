@@ -42,8 +42,14 @@ void Document::replaceSettings(EditingState read, const QString& step, const Pho
 {
     read.keepModesOf(state);
     state = read;
-    if (edits)
-        photoEdits = *edits;
+    if (edits) {
+        // A settings file keeps what was done on the first face; the other
+        // faces of a group keep their areas and rings and stay left out.
+        PhotoEdits replaced = *edits;
+        replaced.otherFaceShapes = photoEdits.otherFaceShapes;
+        replaced.facesLeftOut = photoEdits.facesLeftOut;
+        photoEdits = std::move(replaced);
+    }
     wholeChange(step);
 }
 

@@ -179,6 +179,10 @@ TEST_F(OpenActionTest, EveryFaceOpensEveryFaceAndTheFacesListLeavesOneOut)
     list->item(1)->setCheckState(Qt::Unchecked);
     EXPECT_EQ(app->document().photoEdits.facesLeftOut, QList<int>{1});
     EXPECT_TRUE(status().endsWith("2 of 3 faces")) << status().toStdString();
+    const PhotoEdits fromFile = PhotoEdits::of(app->document().photo()->regions); // a file keeps the first face's
+    app->document().replaceSettings(app->document().state, "a settings file", &fromFile);
+    EXPECT_EQ(app->document().photoEdits.otherFaceShapes.size(), 2u) << "the other faces keep their areas";
+    app->document().history().stack().undo();
     app->document().history().stack().undo();
     EXPECT_TRUE(app->document().photoEdits.facesLeftOut.isEmpty());
     EXPECT_EQ(list->item(1)->checkState(), Qt::Checked);
