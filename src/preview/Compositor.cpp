@@ -134,15 +134,18 @@ const QImage& Compositor::compose(const OpenedPhoto& photo, const PhotoEdits& ph
     const EditingState painted = inPhotoSpace(state, photo.metadata);
     CompositorPass pass{{working_, record_, &photo, photoEdits, handles_, photoPixelsPerPixel, keeps_}, painted,
                         *memos_.front()};
+    std::vector<FaceView> faces;
+    if (photo.faceCount() > 1)
+        faces = faceViewsOf(photo, photoEdits, painted, handles_);
     for (const CompositorStep& step : steps) {
         if (!step.runs(painted))
             continue;
-        if (photo.faceCount() == 1)
+        if (faces.empty())
             step.paint(pass);
         else if (step.wholePicture)
             paintWithEveryFace(step, pass, photo);
         else
-            paintFaceByFace(step, pass, photo);
+            paintFaceByFace(step, pass, faces);
     }
     return working_;
 }
@@ -154,32 +157,46 @@ EffectMemos& Compositor::memosOfFace(int face)
     return *memos_[size_t(face)];
 }
 
-// A step once for each face kept of `opened`: each face's step reads the
-// photo as the steps before left it, with that face's landmarks, regions and marks
-// (PhotoEdits::ofFace) and handles, and keeps what it makes apart from the
-// other faces'.
-void Compositor::paintFaceByFace(const CompositorStep& step, CompositorPass& pass, const OpenedPhoto& opened)
+struct Compositor::FaceView {
+    int face;
+    OpenedPhoto seen; // its landmarks and regions; the photo as the steps before left it
+    PhotoEdits edits; // its marks, areas and rings (PhotoEdits::ofFace)
+    Handles handles;
+    QPainterPath others; // the other faces' features its steps must leave
+};
+
+std::vector<Compositor::FaceView> Compositor::faceViewsOf(const OpenedPhoto& opened, const PhotoEdits& photoEdits,
+                                                          const EditingState& state, const Handles& firstHandles)
 {
-    const PhotoEdits& photoEdits = pass.effect.photoEdits;
-    const OpenedPhoto* current = pass.effect.photo;
+    std::vector<FaceView> faces;
     for (int face = 0; face < opened.faceCount(); ++face) {
         if (photoEdits.facesLeftOut.contains(face))
             continue;
-        OpenedPhoto seen = opened.asFace(face);
-        seen.img_Basic = current->img_Basic;
-        const PhotoEdits edits = photoEdits.ofFace(opened, face);
-        const Handles handles = face == 0 ? pass.effect.handles : handlesOf(edits, pass.state, opened.imgSize);
-        CompositorPass facePass{{pass.effect.working, pass.effect.record, &seen, edits, handles, pass.effect.pixelScale,
-                                 pass.effect.keeps},
-                                pass.state, memosOfFace(face)};
-        FeatureGuard others(pass.effect.working, featuresBeside(opened, face));
+        PhotoEdits edits = photoEdits.ofFace(opened, face);
+        Handles handles = face == 0 ? firstHandles : handlesOf(edits, state, opened.imgSize);
+        faces.push_back({face, opened.asFace(face), std::move(edits), handles, featuresBeside(opened, face)});
+    }
+    return faces;
+}
+
+// A step once for each face kept: each face's step reads the photo as the
+// steps before left it, with that face's view, and keeps what it makes
+// apart from the other faces'.
+void Compositor::paintFaceByFace(const CompositorStep& step, CompositorPass& pass, std::vector<FaceView>& faces)
+{
+    const OpenedPhoto* current = pass.effect.photo;
+    for (FaceView& view : faces) {
+        view.seen.img_Basic = current->img_Basic;
+        CompositorPass facePass{{pass.effect.working, pass.effect.record, &view.seen, view.edits, view.handles,
+                                 pass.effect.pixelScale, pass.effect.keeps},
+                                pass.state, memosOfFace(view.face)};
+        FeatureGuard others(pass.effect.working, view.others);
         step.paint(facePass);
         others.restore(pass.effect.record.painted);
-        if (facePass.effect.photo != &seen) // the step hands the later steps a photo of its own
+        if (facePass.effect.photo != &view.seen) // the step hands the later steps a photo of its own
             current = facePass.effect.photo;
     }
-    // The later steps read the photo the last face's step made; the faces
-    // come from the photo as opened.
+    // The later steps read the photo the last face's step made.
     pass.effect.photo = current;
 }
 

@@ -63,9 +63,14 @@ public:
     std::uint64_t passes() const { return passes_; }
 
 private:
+    // One face of a group as its steps see it, made once per picture.
+    struct FaceView;
+    static std::vector<FaceView> faceViewsOf(const OpenedPhoto& opened, const PhotoEdits& photoEdits,
+                                             const EditingState& state, const Handles& firstHandles);
+
     EffectMemos& memosOfFace(int face);
     void paintWithEveryFace(const CompositorStep& step, CompositorPass& pass, const OpenedPhoto& opened);
-    void paintFaceByFace(const CompositorStep& step, CompositorPass& pass, const OpenedPhoto& opened);
+    void paintFaceByFace(const CompositorStep& step, CompositorPass& pass, std::vector<FaceView>& faces);
 
     bool keeps_;
     QImage working_;
