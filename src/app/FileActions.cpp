@@ -8,7 +8,6 @@
 #include "ui_MainWindow.h"
 
 #include <QDir>
-#include <algorithm>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QStandardPaths>
@@ -16,6 +15,7 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <algorithm>
 #include <future>
 
 FileActions::FileActions(Document& document, Dialogs& dialogs, MainWindow& window, QSettings& settings,

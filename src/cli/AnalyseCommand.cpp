@@ -65,7 +65,7 @@ int runAnalyse(const QStringList& given)
     };
     if (!pick.isDefault()) { // which face of how many
         analysis.insert("facesFound", int(opened.faces.size()));
-        analysis.insert("face", opened.faceTaken);
+        analysis.insert("face", opened.photo.faceNumber);
     }
     if (pick.every) // each face as the one above, the largest first
         analysis.insert("faces", facesOf(photo));

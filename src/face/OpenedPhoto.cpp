@@ -43,7 +43,7 @@ OpenResult takePicked(OpenResult found, const FacePick& pick)
     }
     const FaceFrame frame = FaceFrame::drawn(found.faces[size_t(number - 1)]);
     OpenResult opened = openWithFace(std::move(found), frame);
-    opened.faceTaken = opened.photo.faceNumber = number;
+    opened.photo.faceNumber = number;
     opened.photo.facesFound = count;
     return opened;
 }
@@ -109,7 +109,7 @@ OpenResult analyseDecoded(const QString& path, DecodedPhoto decoded, const FaceP
     photo.facePointsRelativeToImageSize = std::move(detection.landmarks);
     deriveRegions(photo);
     result.outcome = OpenResult::Opened;
-    result.faceTaken = photo.faceNumber = photo.facesFound = 1;
+    photo.faceNumber = photo.facesFound = 1;
     return result;
 }
 
@@ -135,7 +135,6 @@ OpenedPhoto OpenedPhoto::asFace(int index) const
     seen.facePointsRelativeToImageSize = face.facePointsRelativeToImageSize;
     seen.facePointsInPercentRelativeToImage = face.facePointsInPercentRelativeToImage;
     seen.regions = face.regions;
-    seen.faceNumber = index + 1;
     return seen;
 }
 

@@ -87,10 +87,9 @@ struct OpenResult {
     // photo without landmarks, so that a face can be chosen or marked on it
     // without reading the file again.
     OpenedPhoto photo;
-    // Every face the detector found, largest first; and which of them was
-    // taken (1-based), 0 for a frame found otherwise or drawn.
+    // Every face the detector found, largest first (which of them was taken:
+    // photo.faceNumber).
     std::vector<QRect> faces;
-    int faceTaken = 0;
 };
 
 // Which face an open takes. By default exactly one face, refusing a photo

@@ -46,7 +46,7 @@ RenderOutcome renderPhotoFile(const QString& photo, const EditingState& state, c
     const OpenResult opened = analysePhoto(photo, std::move(decoded), pick);
     stage("analyse");
     outcome.faces = int(opened.faces.size());
-    outcome.faceTaken = opened.faceTaken;
+    outcome.faceTaken = opened.photo.faceNumber;
     if (opened.outcome != OpenResult::Opened) {
         outcome.result = opened.outcome == OpenResult::NoFace         ? RenderOutcome::NoFace
                          : opened.outcome == OpenResult::SeveralFaces ? RenderOutcome::SeveralFaces
