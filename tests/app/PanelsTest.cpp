@@ -27,6 +27,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QWheelEvent>
 #include <QSlider>
 #include <QTableWidget>
 #include <QTest>
@@ -361,4 +362,14 @@ TEST_F(PanelsTest, EveryControlOfEveryOpenPanelScrollsIntoViewWholeAtEverySize)
                 }
             }
         }
+    // The wheel over a slider it was not given scrolls the column, not the
+    // slider.
+    auto* slider = app->panels().panelOf(effects().back())->findChild<QSlider*>();
+    column->verticalScrollBar()->setValue(column->verticalScrollBar()->maximum());
+    const int value = slider->value(), scrolled = column->verticalScrollBar()->value();
+    QWheelEvent wheel(QPointF(5, 5), slider->mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, {},
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(slider, &wheel);
+    EXPECT_EQ(slider->value(), value);
+    EXPECT_LT(column->verticalScrollBar()->value(), scrolled);
 }
